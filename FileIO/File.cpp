@@ -1,0 +1,38 @@
+#include <NereoFileIO/File.h>
+
+namespace Nereo::Io {
+
+File::File() : version_(Util::Version::Current) {}
+
+File::File(const File& other) = default;
+File& File::operator=(const File& other) = default;
+File::~File() = default;
+
+bool File::loadFrom(const std::string& path)
+{
+    filePath_ = path;
+    return doLoadFrom(path);
+}
+
+bool File::saveTo(const std::string& path) const
+{
+    filePath_ = path;
+    return doSaveTo(path);
+}
+
+std::string File::filePath() const
+{
+    return filePath_;
+}
+
+Util::Version File::version() const
+{
+    return version_;
+}
+
+void File::setVersion(const Util::Version& version)
+{
+    version_ = version;
+}
+
+} // namespace Nereo::Io

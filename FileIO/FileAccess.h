@@ -1,0 +1,94 @@
+#pragma once
+
+#include <NereoUtility/StringConversion.h>
+
+#include <QDataStream>
+#include <QFile>
+#include <QTextStream>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+#include <string>
+#include <type_traits>
+
+/// The way from a path to a format: opens the file, puts the format's stream on it and decides the result.
+
+namespace Nereo::Io {
+
+// What differs between the streams: whether the device translates line ends, how they are set up, and whether
+// they notice a failure.
+
+template <class Stream>
+constexpr QIODevice::OpenMode textMode = QIODevice::Text;
+template <>
+inline constexpr QIODevice::OpenMode textMode<QDataStream> = QIODevice::NotOpen;
+
+inline void configure(QTextStream& stream)
+{
+    stream.setCodec("UTF-8");
+}
+inline void configure(QXmlStreamReader&) {} // follows the document's own declaration
+inline void configure(QXmlStreamWriter& stream)
+{
+    stream.setAutoFormatting(true);
+}
+inline void configure(QDataStream&) {}
+
+template <class Stream>
+bool isLoaded(const Stream&)
+{
+    return true;
+}
+inline bool isLoaded(const QXmlStreamReader& stream)
+{
+    return !stream.hasError();
+}
+
+inline bool isSaved(const QTextStream&, QFile&)
+{
+    return true;
+}
+inline bool isSaved(const QXmlStreamWriter& stream, QFile& device)
+{
+    return !stream.hasError() && device.flush(); // a small file reaches a full disk in the flush only
+}
+
+inline bool openFile(QFile& device, const std::string& path, QIODevice::OpenMode mode)
+{
+    // No file has such a name. QFile would print a warning about the one, and open what the other says up to
+    // its NUL.
+    if (path.empty() || path.find('\0') != std::string::npos)
+        return false;
+    device.setFileName(Util::toQString(path));
+    return device.open(mode);
+}
+
+template <class FormatReader, class Target>
+bool load(const std::string& path, Target& target)
+{
+    using Stream = typename FormatReader::Stream;
+
+    QFile device;
+    if (!openFile(device, path, QIODevice::ReadOnly | textMode<Stream>))
+        return false;
+    Stream stream(&device);
+    configure(stream);
+    FormatReader(target).read(stream);
+    return isLoaded(stream);
+}
+
+template <class FormatWriter, class Source>
+bool save(const std::string& path, const Source& source)
+{
+    using Stream = typename FormatWriter::Stream;
+
+    QFile device;
+    if (!openFile(device, path, QIODevice::WriteOnly | textMode<Stream>))
+        return false;
+    Stream stream(&device);
+    configure(stream);
+    FormatWriter(source).write(stream);
+    return isSaved(stream, device);
+}
+
+} // namespace Nereo::Io

@@ -1,0 +1,19 @@
+# What lets others find the installed libraries: a CMake package and a pkg-config file. Both can be moved together
+# with the libraries.
+include(CMakePackageConfigHelpers)
+
+set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/NereoFileIO")
+configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/NereoFileIOConfig.cmake.in"
+    "${PROJECT_BINARY_DIR}/NereoFileIOConfig.cmake" INSTALL_DESTINATION "${package_dir}")
+write_basic_package_version_file("${PROJECT_BINARY_DIR}/NereoFileIOConfigVersion.cmake"
+    COMPATIBILITY AnyNewerVersion)
+install(EXPORT NereoFileIOTargets NAMESPACE Nereo:: DESTINATION "${package_dir}")
+install(FILES
+    "${PROJECT_BINARY_DIR}/NereoFileIOConfig.cmake"
+    "${PROJECT_BINARY_DIR}/NereoFileIOConfigVersion.cmake"
+    DESTINATION "${package_dir}")
+
+set(pkgconfig_dir "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig")
+file(RELATIVE_PATH NEREO_PREFIX_FROM_PKGCONFIG "${pkgconfig_dir}" "${CMAKE_INSTALL_PREFIX}")
+configure_file("${CMAKE_CURRENT_LIST_DIR}/NereoFileIO.pc.in" "${PROJECT_BINARY_DIR}/NereoFileIO.pc" @ONLY)
+install(FILES "${PROJECT_BINARY_DIR}/NereoFileIO.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

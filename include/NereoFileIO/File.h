@@ -1,0 +1,50 @@
+#pragma once
+
+#include <NereoFileIO/Export.h>
+
+#include <NereoUtility/Version.h>
+
+#include <string>
+
+namespace Nereo::Io {
+
+/// The base of every file: content that is loaded from a path and saved to a path, and the version of its
+/// format.
+///
+/// Loading and saving say by a bool alone whether they succeeded; nothing is printed. A load that fails keeps
+/// what it has read so far. Paths and all other texts are UTF-8.
+///
+/// An object is used by one thread at a time; different objects may be used by different threads.
+class NEREOFILEIO_EXPORT File {
+public:
+    File(); ///< with Version::Current and an empty path
+    File(const File& other);
+    File& operator=(const File& other);
+    virtual ~File();
+
+    /// Reads the file at the path into this object. False when the file can't be opened, in which case only
+    /// filePath() has changed, or when it isn't well-formed XML, where the format is XML.
+    bool loadFrom(const std::string& path);
+
+    /// Writes this object to the file at the path and replaces what was there. False when the file can't be
+    /// opened or, where the format is XML, can't be written completely; the text formats don't notice a full
+    /// disk.
+    bool saveTo(const std::string& path) const;
+
+    /// The path of the last load or save, whether or not it succeeded; empty before the first.
+    std::string filePath() const;
+
+    /// The version of the program that wrote the loaded content, where the format has one.
+    Util::Version version() const;
+    void setVersion(const Util::Version& version);
+
+protected:
+    virtual bool doLoadFrom(const std::string& path) = 0;
+    virtual bool doSaveTo(const std::string& path) const = 0;
+
+private:
+    Util::Version version_;
+    mutable std::string filePath_; // saving changes no content, and records the path nevertheless
+};
+
+} // namespace Nereo::Io

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <NereoUtility/Export.h>
+
+#include <QString>
+
+namespace Nereo::Util {
+
+/// A version of four numbers, written "2024.0.0.0".
+///
+/// Every file object carries one: the version of the program that wrote the file, or Version::Current for a
+/// file that has not been loaded.
+class NEREOUTILITY_EXPORT Version {
+public:
+    static const Version Current; ///< the version of this library
+
+    /// The branch that this library was built from, "release" unless the build says otherwise.
+    static QString Branch();
+
+    constexpr Version() = default; ///< 0.0.0.0
+
+    constexpr Version(int first, int second, int third, int fourth) : numbers_ {first, second, third, fourth}
+    {
+    }
+
+    /// Reads up to four decimal numbers separated by dots, with or without white space around them. A number
+    /// that is missing or can't be read is 0, so no text is an error: "2023.1" gives 2023.1.0.0, "next" gives
+    /// 0.0.0.0.
+    explicit Version(const QString& text);
+
+    QString toString() const; ///< the four numbers joined by dots
+
+    friend constexpr bool operator==(const Version& left, const Version& right)
+    {
+        for (int i = 0; i < numberCount; ++i) {
+            if (left.numbers_[i] != right.numbers_[i])
+                return false;
+        }
+        return true;
+    }
+
+    friend constexpr bool operator!=(const Version& left, const Version& right) { return !(left == right); }
+
+private:
+    static constexpr int numberCount = 4;
+
+    int numbers_[numberCount] = {0, 0, 0, 0};
+};
+
+} // namespace Nereo::Util

@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# Installs what is missing from Debian's packages, as root or with sudo, and does nothing where all is there.
+#   scripts/setup.sh               what building, the demo and the tests need
+#   scripts/setup.sh --developer   also what .ci/run needs: the second compiler, sanitizers, formatting
+set -euo pipefail
+
+packages=(
+    g++ cmake ninja-build pkg-config
+    qtbase5-dev            # Qt 5 Core
+    libgtest-dev libgmock-dev
+)
+developer_packages=(
+    clang                  # Clang 14
+    libclang-rt-14-dev     # its sanitizers
+    clang-format
+)
+
+case "${1:-}" in
+    "") ;;
+    --developer) packages+=("${developer_packages[@]}") ;;
+    *)
+        sed -n '2,4s/^# \{0,1\}//p' "$0" >&2
+        exit 2
+        ;;
+esac
+
+is_installed() { [ "$(dpkg-query -W -f '${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
+
+missing=()
+for package in "${packages[@]}"; do
+    is_installed "$package" || missing+=("$package")
+done
+if [ "${#missing[@]}" -eq 0 ]; then
+    echo "setup: all ${#packages[@]} packages are installed"
+    exit 0
+fi
+
+as_root=()
+[ "$(id -u)" -eq 0 ] || as_root=(sudo)
+echo "setup: installing ${missing[*]}"
+"${as_root[@]}" apt-get update -q
+"${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -q -y --no-install-recommends "${missing[@]}"

@@ -1,0 +1,11 @@
+#!/usr/bin/env bash
+# Builds the library and passes all tests.
+#   scripts/test.sh [PRESET]   release (the default), debug, clang or asan-ubsan
+set -euo pipefail
+cd "$(dirname "$0")/.."
+preset=${1:-release}
+
+scripts/setup.sh
+cmake --preset "$preset"
+cmake --build --preset "$preset"
+ctest --preset "$preset" --parallel "$(nproc)"

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <gmock/gmock.h>
+
+/// The statement stops the process and reports this condition and place, as in: "false", "FileIO/Setting,
+/// line 41".
+#define EXPECT_ASSERTION(statement, condition, place)                                                        \
+    EXPECT_DEATH(statement, ::testing::HasSubstr("ASSERT: \"" condition "\" in file " place "\n"))

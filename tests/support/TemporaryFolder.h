@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Bytes.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+/// A folder of its own for a test, removed with everything in it.
+class TemporaryFolder {
+public:
+    TemporaryFolder() { EXPECT_TRUE(folder_.isValid()); }
+
+    std::string path(const std::string& name = {}) const
+    {
+        return folder_.filePath(QString::fromStdString(name)).toStdString();
+    }
+
+    /// Creates a file and gives its path.
+    std::string write(const std::string& name, const std::string& bytes) const
+    {
+        writeBytes(path(name), bytes);
+        return path(name);
+    }
+
+private:
+    QTemporaryDir folder_;
+};
