@@ -1,0 +1,23 @@
+#include "Nereo2ConfigFileTextReader.h"
+
+#include <NereoFileIO/Nereo2ConfigFile.h>
+#include <NereoUtility/StringConversion.h>
+
+namespace Nereo::Io {
+
+Nereo2ConfigFileTextReader::Nereo2ConfigFileTextReader(Nereo2ConfigFile& config) : config_(&config) {}
+
+bool Nereo2ConfigFileTextReader::read(QTextStream& in)
+{
+    while (!in.atEnd()) {
+        QString key;
+        in >> key; // empty where only white space is left, which then is an unknown key
+        if (key.isEmpty() && !in.atEnd())
+            break; // a device whose reads fail, which may never be at its end
+        const QString value = in.readLine().simplified();
+        config_->setting(Util::toStdString(key)).setValueFromString(Util::toStdString(value));
+    }
+    return true;
+}
+
+} // namespace Nereo::Io

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <NereoFileIO/Export.h>
+
+#include <QString>
+#include <QVariant>
+
+#include <string>
+
+namespace Nereo::Io {
+
+/// One named value of the solver configuration: an integer, a floating-point number or a text.
+///
+/// The type is the one of the value that the configuration created the setting with. It never changes: text
+/// from a file or a command line is converted to it, and text that is no number becomes zero. There is no
+/// boolean type; switches are the integers 0 and 1.
+class NEREOFILEIO_EXPORT Setting {
+public:
+    enum Type : int {
+        Invalid = 0, ///< no value yet; the first text makes the setting a String
+        Int = 1,     ///< 32 bits, signed
+        Double = 2,
+        String = 3
+    };
+
+    Setting(); ///< no name, no value
+    Setting(const Setting& other);
+    Setting& operator=(const Setting& other);
+    ~Setting();
+
+    /// The key under which the configuration holds the setting.
+    std::string name() const;
+    void setName(const std::string& name);
+
+    Type type() const;
+
+    /// Replaces the value by the text, converted to the setting's type. "12abc" and "" make an Int 0;
+    /// integers are decimal. The decimal separator is a point whatever the locale.
+    void setValueFromString(const std::string& text);
+
+    int valueAsInt() const;       ///< a Double is rounded, a String parsed; 0 when that fails
+    double valueAsDouble() const; ///< a String is parsed; 0.0 when that fails
+
+    /// A Double gives the shortest text that reads back as the same number: "0.01", "1e+20".
+    std::string valueAsString() const;
+
+private:
+    friend class Nereo2ConfigFile; // gives a setting its type
+
+    Setting(const std::string& name, const QVariant& value);
+
+    QString name_;
+    QVariant value_;
+};
+
+} // namespace Nereo::Io
