@@ -4,6 +4,8 @@
 
 #include <NereoUtility/StringConversion.h>
 
+#include <utility>
+
 namespace Nereo::Io {
 
 Setting::Setting() = default;
@@ -11,7 +13,8 @@ Setting::Setting(const Setting& other) = default;
 Setting& Setting::operator=(const Setting& other) = default;
 Setting::~Setting() = default;
 
-Setting::Setting(const std::string& name, const QVariant& value) : name_(Util::toQString(name)), value_(value)
+Setting::Setting(const std::string& name, QVariant value)
+    : name_(Util::toQString(name)), value_(std::move(value))
 {
 }
 

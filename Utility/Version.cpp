@@ -16,7 +16,8 @@ QString Version::Branch()
 Version::Version(const QString& text)
 {
     const QStringList numbers = text.trimmed().split(QLatin1Char('.'));
-    std::transform(numbers.begin(), numbers.begin() + std::min(numbers.size(), numberCount), numbers_,
+    const int count = std::min(numbers.size(), int(numbers_.size()));
+    std::transform(numbers.begin(), numbers.begin() + count, numbers_.begin(),
                    [](const QString& number) { return number.toInt(); });
 }
 

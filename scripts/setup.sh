@@ -12,7 +12,7 @@ packages=(
 developer_packages=(
     clang                  # Clang 14
     libclang-rt-14-dev     # its sanitizers
-    clang-format
+    clang-format clang-tidy
 )
 
 case "${1:-}" in

@@ -47,7 +47,7 @@ public:
 private:
     friend class Nereo2ConfigFile; // gives a setting its type
 
-    Setting(const std::string& name, const QVariant& value);
+    Setting(const std::string& name, QVariant value);
 
     QString name_;
     QVariant value_;

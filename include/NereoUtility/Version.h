@@ -4,6 +4,8 @@
 
 #include <QString>
 
+#include <array>
+
 namespace Nereo::Util {
 
 /// A version of four numbers, written "2024.0.0.0".
@@ -30,21 +32,14 @@ public:
 
     QString toString() const; ///< the four numbers joined by dots
 
-    friend constexpr bool operator==(const Version& left, const Version& right)
+    friend bool operator==(const Version& left, const Version& right)
     {
-        for (int i = 0; i < numberCount; ++i) {
-            if (left.numbers_[i] != right.numbers_[i])
-                return false;
-        }
-        return true;
+        return left.numbers_ == right.numbers_;
     }
-
-    friend constexpr bool operator!=(const Version& left, const Version& right) { return !(left == right); }
+    friend bool operator!=(const Version& left, const Version& right) { return !(left == right); }
 
 private:
-    static constexpr int numberCount = 4;
-
-    int numbers_[numberCount] = {0, 0, 0, 0};
+    std::array<int, 4> numbers_ {};
 };
 
 } // namespace Nereo::Util
