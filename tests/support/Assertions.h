@@ -6,3 +6,7 @@
 /// line 41".
 #define EXPECT_ASSERTION(statement, condition, place)                                                        \
     EXPECT_DEATH(statement, ::testing::HasSubstr("ASSERT: \"" condition "\" in file " place "\n"))
+
+/// The statement stops the process at one of Qt's own checks, as in: "QVector<T>::at", "index out of range".
+#define EXPECT_QT_ASSERTION(statement, where, what)                                                          \
+    EXPECT_DEATH(statement, ::testing::HasSubstr("ASSERT failure in " where ": \"" what "\", file "))

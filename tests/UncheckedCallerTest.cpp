@@ -1,0 +1,48 @@
+#include "support/Assertions.h"
+
+#include <NereoFileIO/BoundaryCondition.h>
+#include <NereoFileIO/CodeNameTable.h>
+
+#include <gmock/gmock.h>
+
+#include <QList>
+#include <QString>
+#include <QVector>
+
+// A caller whose own instances of Qt's containers check nothing. They are built without optimisation and
+// exported, so that they would serve the library too if it left the choice to the dynamic linker.
+#if !defined(QT_NO_DEBUG) || defined(QT_FORCE_ASSERTS)
+#error "This program is to be compiled with QT_NO_DEBUG and without QT_FORCE_ASSERTS"
+#endif
+
+namespace Nereo::Io {
+namespace {
+
+TEST(UncheckedCaller, ChecksNoIndexItself)
+{
+    // Index 0 of an empty container is out of range, but its place is reserved.
+    QVector<QString> names;
+    names.reserve(1);
+    EXPECT_EQ(&names.at(0), names.constData());
+
+    QList<double> values;
+    values.reserve(1);
+    const QList<double>& constantValues = values;
+    EXPECT_EQ(&values[0], &*values.begin());
+    EXPECT_EQ(&constantValues[0], &*constantValues.begin());
+    values.removeAt(0);
+    EXPECT_EQ(values.size(), 0);
+}
+
+TEST(UncheckedCaller, IsStoppedByTheLibrarysChecks)
+{
+    BoundaryCondition condition;
+    EXPECT_QT_ASSERTION(condition.extraValue(0), "QList<T>::operator[]", "index out of range");
+    EXPECT_QT_ASSERTION(condition.setExtraValue(0, 1.0), "QList<T>::operator[]", "index out of range");
+    EXPECT_QT_ASSERTION(condition.removeExtraValue(0), "QList<T>::removeAt", "index out of range");
+    EXPECT_QT_ASSERTION(CodeNameTable::instance().nameForCode(-1, false), "QVector<T>::at",
+                        "index out of range");
+}
+
+} // namespace
+} // namespace Nereo::Io
