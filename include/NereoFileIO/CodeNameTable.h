@@ -24,6 +24,7 @@ public:
 
     CodeNameTable(const CodeNameTable&) = delete;
     CodeNameTable& operator=(const CodeNameTable&) = delete;
+    ~CodeNameTable() = delete;
 
     /// The FieldVariable or NodeFlag with the name; kNone for every other text.
     int codeForName(const QString& name) const;
@@ -34,7 +35,6 @@ public:
 
 private:
     CodeNameTable();
-    ~CodeNameTable() = delete;
 
     QMap<QString, int> fieldVariableCodes_;
     QVector<QString> fieldVariableNames_; // each at the index of its code
