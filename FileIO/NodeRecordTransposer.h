@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QDataStream>
+#include <QVector>
+
+#include <vector>
+
+namespace Nereo::Io {
+
+/// Turns records, one per node with a value for every field, into fields with a value for every node.
+///
+///     record   4 bytes      8 bytes      8 bytes
+///              node number  value of     value of     …
+///                           column 0     column 1
+///
+/// The records come in blocks of any number, in any order of the nodes. A field grows with the largest node
+/// number so far, just before values go there, so that its memory is touched once and while it is in the
+/// cache. The end of the transposer gives every field its full length, with zeros at the nodes that had no
+/// record.
+class NodeRecordTransposer {
+public:
+    NodeRecordTransposer(int columnCount, int nodeCount, QDataStream::ByteOrder byteOrder);
+    NodeRecordTransposer(const NodeRecordTransposer&) = delete;
+    NodeRecordTransposer& operator=(const NodeRecordTransposer&) = delete;
+    ~NodeRecordTransposer();
+
+    /// Has the values of a column, counted from 0, stored in a vector. It is empty, has room for a value for
+    /// each node, and must outlive the transposer. Columns without a vector are dropped.
+    void addField(int column, QVector<double>& values);
+
+    qint64 recordSize() const;
+
+    /// Stores the records in the first so many bytes of a block. The last one may be cut off, and is
+    /// completed with zeros in its place if its node number is whole. A node number outside 1 to the number
+    /// of nodes stops the process where there are fields.
+    void store(char* block, qint64 size);
+
+private:
+    struct Field {
+        qint64 offset; // of its value in a record
+        QVector<double>* values;
+    };
+
+    template <class ByteOrder>
+    void storeRecords(const char* records, int count);
+    template <class ByteOrder>
+    void readNodes(const char* records, int count);
+    void stopAtNode(int node);
+
+    qint64 recordSize_;
+    int nodeCount_;
+    QDataStream::ByteOrder byteOrder_;
+    std::vector<Field> fields_;
+    std::vector<int> nodes_; // the numbers in the block, kept for all of its columns
+};
+
+} // namespace Nereo::Io

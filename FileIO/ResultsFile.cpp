@@ -1,0 +1,158 @@
+#include <NereoFileIO/ResultsFile.h>
+
+#include "Assertion.h"
+#include "FileAccess.h"
+#include "ResultsFileReader.h"
+
+#include <algorithm>
+
+namespace Nereo::Io {
+
+ResultsFile::ResultsFile() = default;
+ResultsFile::ResultsFile(const ResultsFile& other) = default;
+ResultsFile& ResultsFile::operator=(const ResultsFile& other) = default;
+ResultsFile::~ResultsFile() = default;
+
+std::string ResultsFile::title() const
+{
+    return title_;
+}
+
+void ResultsFile::setTitle(const std::string& title)
+{
+    title_ = title;
+}
+
+std::string ResultsFile::dateTimeString() const
+{
+    return dateTimeString_;
+}
+
+void ResultsFile::setDateTimeString(const std::string& dateTimeString)
+{
+    dateTimeString_ = dateTimeString;
+}
+
+int ResultsFile::nodeCount() const
+{
+    return nodeCount_;
+}
+
+void ResultsFile::setNodeCount(int nodeCount)
+{
+    nodeCount_ = nodeCount;
+}
+
+int ResultsFile::elementCount() const
+{
+    return elementCount_;
+}
+
+void ResultsFile::setElementCount(int elementCount)
+{
+    elementCount_ = elementCount;
+}
+
+int ResultsFile::startingIteration() const
+{
+    return startingIteration_;
+}
+
+int ResultsFile::currentIteration() const
+{
+    return currentIteration_;
+}
+
+void ResultsFile::setIterations(int starting, int current)
+{
+    startingIteration_ = starting;
+    currentIteration_ = current;
+}
+
+int ResultsFile::startingTimeStep() const
+{
+    return startingTimeStep_;
+}
+
+int ResultsFile::currentTimeStep() const
+{
+    return currentTimeStep_;
+}
+
+void ResultsFile::setTimeSteps(int starting, int current)
+{
+    startingTimeStep_ = starting;
+    currentTimeStep_ = current;
+}
+
+double ResultsFile::currentTime() const
+{
+    return currentTime_;
+}
+
+void ResultsFile::setCurrentTime(double currentTime)
+{
+    currentTime_ = currentTime;
+}
+
+double ResultsFile::timeStepSize() const
+{
+    return timeStepSize_;
+}
+
+void ResultsFile::setTimeStepSize(double timeStepSize)
+{
+    timeStepSize_ = timeStepSize;
+}
+
+void ResultsFile::addFieldDataCode(int code)
+{
+    requireNewField(code);
+    fieldData_.emplace(code, QVector<double>(nodeCount_));
+}
+
+bool ResultsFile::containsFieldData(int code) const
+{
+    return fieldData_.count(code) != 0;
+}
+
+QList<int> ResultsFile::fieldDataCodes() const
+{
+    QList<int> codes;
+    for (const auto& [code, values] : fieldData_)
+        codes.append(code);
+    return codes;
+}
+
+QVector<double> ResultsFile::fieldData(int code) const
+{
+    const auto found = fieldData_.find(code);
+    return found == fieldData_.end() ? QVector<double>() : found->second;
+}
+
+void ResultsFile::setFieldData(int code, int node, double value)
+{
+    const auto found = fieldData_.find(code);
+    if (found == fieldData_.end())
+        NEREO_ASSERT_AT(false, "FileIO/ResultsFile", 187);
+    found->second[std::max(node, 0) - 1] =
+        value; // the vector refuses -1, and the smallest int has no predecessor
+}
+
+void ResultsFile::requireNewField(int code) const
+{
+    if (containsFieldData(code))
+        NEREO_ASSERT_AT(false, "FileIO/ResultsFile", 166);
+}
+
+bool ResultsFile::doLoadFrom(const std::string& path)
+{
+    return load<ResultsFileReader>(path, *this);
+}
+
+bool ResultsFile::doSaveTo(const std::string&) const
+{
+    return true;
+}
+
+} // namespace Nereo::Io

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "Reader.h"
+
+#include <QDataStream>
+#include <QVector>
+
+namespace Nereo::Io {
+
+class NodeRecordTransposer;
+class ResultsFile;
+
+/// Reads the header, the run data, the names of the fields and a record of values for each node.
+///
+/// The file may end anywhere, and may be cut off or grow while it is read: what isn't there is zero, and no
+/// byte that is missing stops the process.
+class NEREOFILEIO_EXPORT ResultsFileReader : public Reader<QDataStream> {
+public:
+    explicit ResultsFileReader(ResultsFile& results);
+
+    /// False when the reading ends at a marker. The stream's byte order becomes that of the file.
+    bool read(QDataStream& in) override;
+
+private:
+    bool readHeader(QDataStream& in);
+    bool readRunData(QDataStream& in);
+    void readFields(QDataStream& in);
+    bool readFieldNames(QDataStream& in, int fieldCount,
+                        NodeRecordTransposer& transposer); // whether all are there
+    QVector<double>& addField(int code);
+
+    ResultsFile* results_;
+};
+
+} // namespace Nereo::Io
