@@ -14,6 +14,8 @@ namespace {
 constexpr qint64 nodeSize = sizeof(qint32);
 constexpr qint64 valueSize = sizeof(double);
 
+constexpr qint64 tileSize = 16 * 1024; // stays in the first-level cache while each field takes its column
+
 struct LittleEndian {
     template <class Number>
     static Number read(const char* bytes)
@@ -39,10 +41,10 @@ double readValue(const char* bytes)
     return value;
 }
 
-bool isRun(const std::vector<int>& nodes)
+void growTo(QVector<double>& values, int size)
 {
-    return std::adjacent_find(nodes.begin(), nodes.end(), [](int node, int next) { return next - 1 != node; })
-        == nodes.end();
+    if (values.size() < size)
+        values.resize(size);
 }
 
 } // namespace
@@ -81,37 +83,63 @@ void NodeRecordTransposer::store(char* block, qint64 size)
     }
     if (count == 0 || fields_.empty())
         return;
-    if (byteOrder_ == QDataStream::LittleEndian)
-        storeRecords<LittleEndian>(block, count);
-    else
-        storeRecords<BigEndian>(block, count);
+    const int recordsInTile = int(std::max(tileSize / recordSize_, qint64(1)));
+    for (int done = 0; done < count; done += recordsInTile) {
+        const char* const tile = block + done * recordSize_;
+        const int countInTile = std::min(recordsInTile, count - done);
+        if (byteOrder_ == QDataStream::LittleEndian)
+            storeRecords<LittleEndian>(tile, countInTile);
+        else
+            storeRecords<BigEndian>(tile, countInTile);
+    }
 }
 
 template <class ByteOrder>
 void NodeRecordTransposer::storeRecords(const char* records, int count)
 {
+    const int first = ByteOrder::template read<qint32>(records);
+    if (isRunOfNodes<ByteOrder>(records, count) && first >= 1 && first <= nodeCount_ - count + 1)
+        storeRun<ByteOrder>(records, count, first);
+    else
+        storeScattered<ByteOrder>(records, count);
+}
+
+template <class ByteOrder>
+bool NodeRecordTransposer::isRunOfNodes(const char* records, int count) const
+{
+    const auto first = ByteOrder::template read<quint32>(records);
+    quint32 differences = 0;
+    for (quint32 i = 0; i < quint32(count); ++i, records += recordSize_)
+        differences |= ByteOrder::template read<quint32>(records) ^ (first + i);
+    return differences == 0;
+}
+
+template <class ByteOrder>
+void NodeRecordTransposer::storeRun(const char* records, int count, int firstNode)
+{
+    for (const auto& [offset, values] : fields_) {
+        growTo(*values, firstNode - 1 + count);
+        double* const run = values->data() + firstNode - 1;
+        const char* value = records + offset;
+        for (int i = 0; i < count; ++i, value += recordSize_)
+            run[i] = readValue<ByteOrder>(value);
+    }
+}
+
+template <class ByteOrder>
+void NodeRecordTransposer::storeScattered(const char* records, int count)
+{
     readNodes<ByteOrder>(records, count);
     const auto [smallest, largest] = std::minmax_element(nodes_.begin(), nodes_.end());
-    if (*smallest < 1)
-        stopAtNode(*smallest);
-    if (*largest > nodeCount_)
-        stopAtNode(*largest);
-
-    const bool inOrder = isRun(nodes_);
+    if (*smallest < 1 || *largest > nodeCount_)
+        stopAtNode(*smallest < 1 ? *smallest : *largest);
     for (const auto& [offset, values] : fields_) {
-        if (values->size() < *largest)
-            values->resize(*largest);
+        growTo(*values, *largest);
+        double* const all = values->data();
         const char* value = records + offset;
-        if (inOrder) {
-            double* const run = values->data() + nodes_.front() - 1;
-            for (int i = 0; i < count; ++i, value += recordSize_)
-                run[i] = readValue<ByteOrder>(value);
-        } else {
-            double* const all = values->data();
-            for (const int node : nodes_) {
-                all[node - 1] = readValue<ByteOrder>(value);
-                value += recordSize_;
-            }
+        for (const int node : nodes_) {
+            all[node - 1] = readValue<ByteOrder>(value);
+            value += recordSize_;
         }
     }
 }

@@ -44,6 +44,12 @@ private:
     template <class ByteOrder>
     void storeRecords(const char* records, int count);
     template <class ByteOrder>
+    bool isRunOfNodes(const char* records, int count) const;
+    template <class ByteOrder>
+    void storeRun(const char* records, int count, int firstNode);
+    template <class ByteOrder>
+    void storeScattered(const char* records, int count);
+    template <class ByteOrder>
     void readNodes(const char* records, int count);
     void stopAtNode(int node);
 

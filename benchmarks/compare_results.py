@@ -1,0 +1,80 @@
+#!/usr/bin/python3
+"""compare_results.py PROGRAMS [ROUNDS [CASE...]]: loads results files by the library and by what it is compared with.
+
+PROGRAMS is the folder of load_results. Each load is a process of its own, so that it pays for fresh memory; the file
+is in the page cache. The methods take turns in each round, and every figure is the median of the ratios within the
+rounds: the library's time against that of a limit, or that of the other way against the library's.
+"""
+
+import pathlib
+import statistics
+import subprocess
+import sys
+import tempfile
+
+HERE = pathlib.Path(__file__).resolve().parent
+
+CASES = [
+    # name, nodes, fields, byte order, arrangement, methods
+    ("6 MB", 100_000, 8, "<", "ascending", "limit tricks direct numpy"),
+    ("80 MB", 1_000_000, 10, "<", "ascending", "limit tricks direct numpy"),
+    ("80 MB big-endian", 1_000_000, 10, ">", "ascending", "limit tricks direct numpy"),
+    ("80 MB shuffled", 1_000_000, 10, "<", "shuffled", "scatter direct numpy"),
+    ("640 MB", 2_000_000, 40, "<", "ascending", "limit tricks direct numpy"),
+]
+LIMITS = {"limit", "tricks", "scatter"}
+
+
+def run(programs, method, path):
+    if method == "numpy":
+        command = [sys.executable, str(HERE / "load_results_numpy.py"), path]
+    else:
+        command = [str(programs / "load_results"), method, path]
+    seconds, growth, checksum = map(float, subprocess.run(command, check=True, capture_output=True).stdout.split())
+    return seconds, growth, checksum
+
+
+def compare(programs, rounds, case, folder):
+    name, nodes, fields, order, arrangement, methods = case
+    path = str(pathlib.Path(folder) / "case.res")
+    subprocess.run([sys.executable, str(HERE / "make_results.py"), str(nodes), str(fields), order, arrangement, path],
+                   check=True)
+    names = ["library"] + methods.split()
+    times = {method: [] for method in names}
+    growth = 0
+    for _ in range(rounds):
+        checksums = []
+        for method in names:
+            seconds, grown, checksum = run(programs, method, path)
+            times[method].append(seconds)
+            checksums.append(checksum)
+            if method == "library":
+                growth = max(growth, grown)
+        if any(abs(checksum - checksums[0]) > 1e-6 * max(1.0, abs(checksums[0])) for checksum in checksums):
+            raise SystemExit(f"{name}: the methods loaded different values: {checksums}")
+
+    over = growth - 8 * nodes * fields
+    print(f"{name}: {nodes} nodes x {fields} fields, {rounds} rounds", flush=True)
+    print(f"  library   {1000 * statistics.median(times['library']):9.2f} ms, "
+          f"peak memory {over / 1e6:.1f} MB over the values")
+    for method in names[1:]:
+        pairs = list(zip(times["library"], times[method]))
+        ratios = [ours / theirs if method in LIMITS else theirs / ours for ours, theirs in pairs]
+        best = min(times["library"]) / min(times[method])
+        if method not in LIMITS:
+            best = 1 / best
+        meaning = "of its time" if method in LIMITS else "times faster than it"
+        print(f"  {method:9} {1000 * statistics.median(times[method]):9.2f} ms, the library takes "
+              if method in LIMITS else
+              f"  {method:9} {1000 * statistics.median(times[method]):9.2f} ms, the library is ", end="")
+        print(f"{statistics.median(ratios):.2f} {meaning} (best against best {best:.2f})", flush=True)
+
+
+def main(programs, rounds="9", *wanted):
+    with tempfile.TemporaryDirectory() as folder:
+        for case in CASES:
+            if not wanted or case[0] in wanted:
+                compare(pathlib.Path(programs), int(rounds), case, folder)
+
+
+main(*sys.argv[1:])
