@@ -7,6 +7,8 @@ set -euo pipefail
 packages=(
     g++ cmake ninja-build pkg-config
     qtbase5-dev            # Qt 5 Core
+    qttools5-dev           # CMake's functions for translations
+    qttools5-dev-tools     # lrelease and lupdate
     libgtest-dev libgmock-dev
 )
 developer_packages=(
