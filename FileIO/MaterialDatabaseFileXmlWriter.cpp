@@ -1,6 +1,7 @@
 #include "MaterialDatabaseFileXmlWriter.h"
 
 #include "MaterialReferenceValues.h"
+#include "NumberText.h"
 
 #include <NereoFileIO/CodeNameTable.h>
 #include <NereoFileIO/MaterialDatabaseFile.h>
@@ -12,9 +13,9 @@ namespace Nereo::Io {
 
 namespace {
 
-void writeNumber(QXmlStreamWriter& xml, const QString& element, double number)
+void writeNumberElement(QXmlStreamWriter& xml, const QString& name, double number)
 {
-    xml.writeTextElement(element, QString::number(number));
+    xml.writeTextElement(name, QLatin1String(NumberText(number)));
 }
 
 void writeReferenceValues(QXmlStreamWriter& xml, const Material& material)
@@ -23,7 +24,7 @@ void writeReferenceValues(QXmlStreamWriter& xml, const Material& material)
     for (const auto& [element, value, setValue] : materialReferenceValues) {
         const bool isOfSolids = value == &Material::refTemperature;
         if (type == Clt::MaterialType::Fluid || (type == Clt::MaterialType::Solid && isOfSolids))
-            writeNumber(xml, element, (material.*value)());
+            writeNumberElement(xml, element, (material.*value)());
     }
 }
 
@@ -35,8 +36,8 @@ void writePoints(QXmlStreamWriter& xml, const MaterialProperty& property)
 
     for (int i = 0; i < property.pointCount(); ++i) {
         xml.writeStartElement(pointElement);
-        writeNumber(xml, xElement, property.point(i).x());
-        writeNumber(xml, yElement, property.point(i).y());
+        writeNumberElement(xml, xElement, property.point(i).x());
+        writeNumberElement(xml, yElement, property.point(i).y());
         xml.writeEndElement();
     }
 }
@@ -59,7 +60,7 @@ void writeProperty(QXmlStreamWriter& xml, const MaterialProperty& property)
 
     const VariationType variation = VariationType::fromName(variationName);
     if (variation == VariationType::Constant || variation == VariationType::EquationOfState)
-        writeNumber(xml, "value", property.value());
+        writeNumberElement(xml, "value", property.value());
     else if (variation == VariationType::PiecewiseLinear)
         writeCurve(xml, property);
     xml.writeEndElement();
