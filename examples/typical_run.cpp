@@ -1,15 +1,19 @@
 // A run of the solver as its files see it: typical_run SAMPLES OUTPUT
 //
 // The front end's configuration is loaded, overridden by the solver's command line and saved in both forms.
+// Materials are loaded, changed and saved.
 
+#include <NereoFileIO/CodeNameTable.h>
+#include <NereoFileIO/MaterialDatabaseFile.h>
 #include <NereoFileIO/Nereo2ConfigFile.h>
 
 #include <filesystem>
 #include <iomanip>
 #include <iostream>
+#include <sstream>
 #include <stdexcept>
 
-using Nereo::Io::Nereo2ConfigFile;
+using namespace Nereo::Io;
 
 namespace {
 
@@ -19,15 +23,15 @@ void require(bool succeeded, const std::string& what)
         throw std::runtime_error(what);
 }
 
-void load(Nereo2ConfigFile& config, const std::string& path)
+void load(File& file, const std::string& path)
 {
-    require(config.loadFrom(path), "can't load " + path);
-    std::cout << "Loaded " << path << " (version " << config.version().toString().toStdString() << ")\n";
+    require(file.loadFrom(path), "can't load " + path);
+    std::cout << "Loaded " << path << " (version " << file.version().toString().toStdString() << ")\n";
 }
 
-void save(const Nereo2ConfigFile& config, const std::string& path)
+void save(const File& file, const std::string& path)
 {
-    require(config.saveTo(path), "can't save " + path);
+    require(file.saveTo(path), "can't save " + path);
     std::cout << "Saved " << path << '\n';
 }
 
@@ -43,6 +47,41 @@ void printChangedSettings(const Nereo2ConfigFile& config)
             std::cout << "  " << std::setw(22) << key << std::setw(12) << defaultValue << value << '\n';
     }
     std::cout << '\n';
+}
+
+/// "998.21, constant" or "4 points over kT, piecewise_linear"
+std::string describe(const MaterialProperty& property)
+{
+    std::ostringstream text;
+    if (property.pointCount() == 0)
+        text << property.value();
+    else
+        text << property.pointCount() << " points over "
+             << CodeNameTable::instance().nameForCode(property.independentVariable(), false).toStdString();
+    text << ", " << property.variationType();
+    return text.str();
+}
+
+void printMaterial(const Material& material)
+{
+    std::cout << "  " << material.name() << " (" << material.type() << ")\n";
+    for (const char* type : {"density", "viscosity", "conductivity", "specific_heat"})
+        std::cout << "    " << std::setw(20) << type << describe(material.property(type)) << '\n';
+}
+
+void changeMaterials(const std::string& samples, const std::string& output)
+{
+    MaterialDatabaseFile database;
+    load(database, samples + "/materials.xml");
+    std::cout << '\n' << std::left;
+    for (int i = 0; i < database.count(); ++i)
+        printMaterial(database.material(i));
+    std::cout << '\n';
+
+    // A name that isn't there would give the first material.
+    require(database.contains("Water"), "there is no water");
+    database.material("Water").property("density").setValue(997.05); // at 25 C
+    save(database, output + "/materials.xml");
 }
 
 void run(const std::string& samples, const std::string& output)
@@ -73,6 +112,8 @@ void run(const std::string& samples, const std::string& output)
 
     save(config, output + "/cavity.xml");
     save(config, output + "/cavity.cfg");
+
+    changeMaterials(samples, output);
 }
 
 } // namespace
