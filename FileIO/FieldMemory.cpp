@@ -27,23 +27,22 @@ std::uintptr_t roundDown(std::uintptr_t address, std::uintptr_t unit)
     return address / unit * unit;
 }
 
-/// A kernel that doesn't know the advice leaves everything as it is.
-void advise(std::uintptr_t begin, std::uintptr_t end, int advice)
+/// Asks for large pages where they fit into the memory, and for the pages before and behind them all at once
+/// rather than one by one as they are touched. A kernel that doesn't know the advice leaves everything as it
+/// is.
+void prepare(void* memory, std::size_t size)
 {
-    if (begin < end)
-        madvise(reinterpret_cast<void*>(begin), end - begin, advice);
-}
-
-/// Asks for large pages where they fit into the range, and for the pages before and behind them all at once
-/// rather than one by one as they are touched.
-void prepare(void* begin, std::size_t size)
-{
+    const auto address = reinterpret_cast<std::uintptr_t>(memory);
     const auto pageSize = std::uintptr_t(sysconf(_SC_PAGESIZE));
-    const auto address = reinterpret_cast<std::uintptr_t>(begin);
     const std::uintptr_t firstPage = roundUp(address, pageSize);
     const std::uintptr_t end = roundDown(address + size, pageSize);
     const std::uintptr_t firstLargePage = std::min(roundUp(firstPage, largePageSize), end);
     const std::uintptr_t endOfLargePages = std::max(roundDown(end, largePageSize), firstLargePage);
+
+    const auto advise = [memory, address](std::uintptr_t from, std::uintptr_t to, int advice) {
+        if (from < to)
+            madvise(static_cast<char*>(memory) + (from - address), to - from, advice);
+    };
     advise(firstPage, firstLargePage, MADV_POPULATE_WRITE);
     advise(firstLargePage, endOfLargePages, MADV_HUGEPAGE);
     advise(endOfLargePages, end, MADV_POPULATE_WRITE);
