@@ -1,5 +1,7 @@
 #pragma once
 
+#include <NereoFileIO/Export.h>
+
 #include <QDataStream>
 #include <QVector>
 
@@ -17,7 +19,7 @@ namespace Nereo::Io {
 /// number so far, just before values go there, so that its memory is touched once and while it is in the
 /// cache. The end of the transposer gives every field its full length, with zeros at the nodes that had no
 /// record.
-class NodeRecordTransposer {
+class NEREOFILEIO_EXPORT NodeRecordTransposer {
 public:
     NodeRecordTransposer(int columnCount, int nodeCount, QDataStream::ByteOrder byteOrder);
     NodeRecordTransposer(const NodeRecordTransposer&) = delete;

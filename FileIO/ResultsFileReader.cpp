@@ -1,6 +1,6 @@
 #include "ResultsFileReader.h"
 
-#include "LargePages.h"
+#include "FieldMemory.h"
 #include "NodeRecordTransposer.h"
 
 #include <NereoFileIO/CodeNameTable.h>
@@ -157,7 +157,7 @@ QVector<double>& ResultsFileReader::addField(int code)
 {
     results_->requireNewField(code);
     requireCount(results_->nodeCount());
-    return results_->fieldData_.emplace(code, reserveInLargePages(results_->nodeCount())).first->second;
+    return results_->fieldData_.emplace(code, reserveField(results_->nodeCount())).first->second;
 }
 
 } // namespace Nereo::Io
