@@ -1,0 +1,156 @@
+#include "MaterialDatabaseFileXmlReader.h"
+
+#include "Assertion.h"
+#include "MaterialReferenceValues.h"
+#include "XmlTokens.h"
+
+#include <NereoFileIO/CodeNameTable.h>
+#include <NereoFileIO/MaterialDatabaseFile.h>
+#include <NereoFileIO/PropertyType.h>
+#include <NereoUtility/StringConversion.h>
+
+namespace Nereo::Io {
+
+namespace {
+
+bool isAt(const QXmlStreamReader& xml, const char* element)
+{
+    return xml.name() == QLatin1String(element);
+}
+
+// The stream has to stand on the element that is about to be read.
+void requireStartOf(const char* element, const QXmlStreamReader& xml)
+{
+    NEREO_ASSERT_AT(xml.isStartElement() && isAt(xml, element), "FileIO/MaterialDatabaseFileXmlReader",
+                    __LINE__);
+}
+
+std::string attribute(const QXmlStreamReader& xml, const char* name)
+{
+    return Util::toStdString(xml.attributes().value(QLatin1String(name)).toString());
+}
+
+// What these three give of an element that is broken still counts.
+
+std::string readText(QXmlStreamReader& xml)
+{
+    return Util::toStdString(xml.readElementText());
+}
+
+int readInteger(QXmlStreamReader& xml)
+{
+    return xml.readElementText().toInt();
+}
+
+double readNumber(QXmlStreamReader& xml)
+{
+    return xml.readElementText().toDouble();
+}
+
+} // namespace
+
+MaterialDatabaseFileXmlReader::MaterialDatabaseFileXmlReader(MaterialDatabaseFile& database)
+    : database_(&database)
+{
+}
+
+bool MaterialDatabaseFileXmlReader::read(QXmlStreamReader& xml)
+{
+    database_->clear();
+    while (hasTokens(xml)) {
+        xml.readNext();
+        if (xml.isStartElement() && isAt(xml, "material_database"))
+            readDatabase(xml);
+    }
+    return true;
+}
+
+void MaterialDatabaseFileXmlReader::readDatabase(QXmlStreamReader& xml)
+{
+    requireStartOf("material_database", xml);
+
+    const QString version = xml.attributes().value(QLatin1String("version")).toString();
+    if (!version.isEmpty())
+        database_->setVersion(Util::Version(version));
+
+    while (xml.readNextStartElement()) {
+        if (isAt(xml, "material"))
+            readMaterial(xml);
+        else
+            xml.skipCurrentElement();
+    }
+}
+
+void MaterialDatabaseFileXmlReader::readMaterial(QXmlStreamReader& xml)
+{
+    requireStartOf("material", xml);
+
+    Material material(attribute(xml, "type"));
+    while (xml.readNextStartElement())
+        readMaterialElement(xml, material);
+    database_->add(material);
+}
+
+void MaterialDatabaseFileXmlReader::readMaterialElement(QXmlStreamReader& xml, Material& material)
+{
+    if (isAt(xml, "property"))
+        return readPropertyOf(xml, material);
+    if (isAt(xml, "name"))
+        return material.setName(readText(xml));
+    if (isAt(xml, "id"))
+        return material.setId(readInteger(xml));
+    for (const MaterialReferenceValue& reference : materialReferenceValues) {
+        if (isAt(xml, reference.element))
+            return (material.*reference.setValue)(readNumber(xml));
+    }
+    xml.skipCurrentElement();
+}
+
+void MaterialDatabaseFileXmlReader::readPropertyOf(QXmlStreamReader& xml, Material& material)
+{
+    const std::string type = attribute(xml, "type");
+    if (Clt::PropertyType::fromName(Util::toQString(type)).isValid())
+        readProperty(xml, material.property(type));
+    else
+        xml.raiseError("Unknown property type \"" + Util::toQString(type) + '"');
+}
+
+void MaterialDatabaseFileXmlReader::readProperty(QXmlStreamReader& xml, MaterialProperty& property)
+{
+    requireStartOf("property", xml);
+
+    while (xml.readNextStartElement())
+        readPropertyElement(xml, property);
+}
+
+void MaterialDatabaseFileXmlReader::readPropertyElement(QXmlStreamReader& xml, MaterialProperty& property)
+{
+    if (isAt(xml, "point"))
+        readPoint(xml, property);
+    else if (isAt(xml, "variation_type"))
+        property.setVariationType(readText(xml));
+    else if (isAt(xml, "value"))
+        property.setValue(readNumber(xml));
+    else if (isAt(xml, "independent_variable"))
+        property.setIndependentVariable(CodeNameTable::instance().codeForName(xml.readElementText()));
+    else
+        xml.skipCurrentElement();
+}
+
+void MaterialDatabaseFileXmlReader::readPoint(QXmlStreamReader& xml, MaterialProperty& property)
+{
+    requireStartOf("point", xml);
+
+    Point point;
+    while (xml.readNextStartElement()) {
+        if (isAt(xml, "x"))
+            point.setX(readNumber(xml));
+        else if (isAt(xml, "y"))
+            point.setY(readNumber(xml));
+        else
+            xml.skipCurrentElement();
+    }
+    property.addPoint(point);
+}
+
+} // namespace Nereo::Io
