@@ -1,0 +1,172 @@
+#include "NumberText.h"
+
+#include <QByteArray>
+#include <QtGlobal>
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace Nereo::Io {
+namespace {
+
+__extension__ using quint128 = unsigned __int128;
+
+constexpr int digitCount = 6;
+constexpr quint32 leastSixDigits = 100'000;
+constexpr quint32 leastSevenDigits = 1'000'000;
+
+// From the one up to the other the digits come from exact arithmetic in integers: the whole part of the
+// number fits 64 bits, and the scaled significand 128.
+constexpr double exactFrom = 1e-20;
+constexpr double exactUpTo = 1e18;
+
+/// The powers of a base, up to the highest that a number from exactFrom up to exactUpTo asks for.
+template <quint64 base, int highest>
+struct Powers {
+    constexpr Powers()
+    {
+        for (int exponent = 1; exponent <= highest; ++exponent)
+            values[exponent] = base * values[exponent - 1];
+    }
+    quint64 values[highest + 1] = {1};
+};
+
+constexpr Powers<5, 26> powersOfFive;
+constexpr Powers<10, 12> powersOfTen;
+
+/// A number without its fraction, and whether that is a half or more.
+struct Truncated {
+    quint64 whole;
+    bool roundsUp;
+};
+
+/// A positive number by its bits: significand * 2^(exponent - significandBits), the significand's highest bit
+/// being bit significandBits.
+struct Binary {
+    static constexpr int significandBits = 52;
+
+    explicit Binary(double number)
+    {
+        quint64 bits;
+        std::memcpy(&bits, &number, sizeof bits);
+        constexpr quint64 implicitBit = quint64(1) << significandBits;
+        significand = (bits & (implicitBit - 1)) | implicitBit;
+        exponent = int(bits >> significandBits) - 1023;
+    }
+
+    quint64 significand;
+    int exponent;
+};
+
+/// number * 10^power, which is at least 10^5 and below 10^7, without any loss.
+Truncated scaled(double number, const Binary& binary, int power)
+{
+    if (power >= 0) {
+        const quint128 product = quint128(binary.significand) * powersOfFive.values[power];
+        const int fractionBits = Binary::significandBits - binary.exponent - power;
+        return {quint64(product >> fractionBits), ((product >> (fractionBits - 1)) & 1) != 0};
+    }
+    // A fraction of the number can't make the difference: half the divisor is a whole number.
+    const auto whole = quint64(number);
+    const quint64 divisor = powersOfTen.values[-power];
+    return {whole / divisor, whole % divisor >= divisor / 2};
+}
+
+/// Six digits as a number, of which the first stands at that power of ten.
+struct Decimal {
+    quint32 digits;
+    int exponent;
+};
+
+Decimal rounded(double number)
+{
+    const Binary binary(number);
+    int exponent = (binary.exponent * 1233) >> 12; // log10(2) is 1233 / 4096: right, or one too low
+    Truncated scaledNumber = scaled(number, binary, digitCount - 1 - exponent);
+    if (scaledNumber.whole >= leastSevenDigits) {
+        ++exponent;
+        scaledNumber = scaled(number, binary, digitCount - 1 - exponent);
+    }
+    const quint32 digits = quint32(scaledNumber.whole) + scaledNumber.roundsUp;
+    return digits < leastSevenDigits ? Decimal {digits, exponent} : Decimal {leastSixDigits, exponent + 1};
+}
+
+char* writeTwoDigits(char* to, int number)
+{
+    *to++ = char('0' + number / 10);
+    *to++ = char('0' + number % 10);
+    return to;
+}
+
+/// Writes digits with the point behind the first of them.
+char* writePointed(char* to, const char* digits, int count)
+{
+    *to++ = digits[0];
+    if (count == 1)
+        return to;
+    *to++ = '.';
+    return std::copy(digits + 1, digits + count, to);
+}
+
+char* writeDecimal(char* to, const Decimal& decimal)
+{
+    char digits[digitCount];
+    quint32 rest = decimal.digits;
+    for (int i = digitCount - 1; i >= 0; --i, rest /= 10)
+        digits[i] = char('0' + rest % 10);
+    int count = digitCount;
+    while (digits[count - 1] == '0')
+        --count;
+
+    const int exponent = decimal.exponent;
+    if (exponent < -4 || exponent >= digitCount) {
+        to = writePointed(to, digits, count);
+        *to++ = 'e';
+        *to++ = exponent < 0 ? '-' : '+';
+        return writeTwoDigits(to, std::abs(exponent));
+    }
+    if (exponent < 0) {
+        *to++ = '0';
+        *to++ = '.';
+        to = std::fill_n(to, -exponent - 1, '0');
+        return std::copy(digits, digits + count, to);
+    }
+    to = std::copy(digits, digits + exponent, to);
+    return writePointed(to, digits + exponent, std::max(count - exponent, 1));
+}
+
+} // namespace
+
+char* writeNumber(char* to, double value)
+{
+    const double magnitude = std::abs(value);
+    if (magnitude >= exactFrom && magnitude < exactUpTo) {
+        if (value < 0)
+            *to++ = '-';
+        return writeDecimal(to, rounded(magnitude));
+    }
+    if (magnitude == 0) {
+        *to++ = '0';
+        return to;
+    }
+    const QByteArray text = QByteArray::number(value, 'g', digitCount);
+    return std::copy(text.begin(), text.end(), to);
+}
+
+char* writeNumber(char* to, int value)
+{
+    if (value < 0)
+        *to++ = '-';
+    char digits[longestNumber];
+    char* const end = digits + longestNumber;
+    char* first = end;
+    quint32 rest = value < 0 ? 0 - quint32(value) : quint32(value);
+    do {
+        *--first = char('0' + rest % 10);
+        rest /= 10;
+    } while (rest != 0);
+    return std::copy(first, end, to);
+}
+
+} // namespace Nereo::Io
