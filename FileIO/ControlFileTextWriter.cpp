@@ -1,10 +1,13 @@
 #include "ControlFileTextWriter.h"
 
 #include "ControlFileRecords.h"
+#include "NumberText.h"
 
 #include <NereoFileIO/CodeNameTable.h>
 #include <NereoFileIO/ControlFile.h>
 #include <NereoUtility/StringConversion.h>
+
+#include <type_traits>
 
 namespace Nereo::Io {
 
@@ -112,12 +115,21 @@ QString nameOf(int code)
     return CodeNameTable::instance().nameForCode(code, false);
 }
 
+template <class Item>
+void writeItem(QTextStream& out, const Item& item)
+{
+    if constexpr (std::is_same_v<Item, double>)
+        out << NumberText(item); // the stream's own text, sooner
+    else
+        out << item;
+}
+
 /// The items with a blank between them.
 template <class First, class... Rest>
 void writeLine(QTextStream& out, const First& first, const Rest&... rest)
 {
-    out << first;
-    ((out << ' ' << rest), ...);
+    writeItem(out, first);
+    ((out << ' ', writeItem(out, rest)), ...);
     out << '\n';
 }
 
@@ -132,8 +144,10 @@ void writeCurve(QTextStream& out, const MaterialProperty& property)
     const int count = property.pointCount();
     const int variable = property.independentVariable();
     writeLine(out, count - 1, count, variable, nameOf(variable));
-    for (int i = 0; i < count; ++i)
-        out << "   " << property.point(i).y() << ' ' << property.point(i).x() << '\n'; // y comes first
+    for (int i = 0; i < count; ++i) {
+        out << "   ";
+        writeLine(out, property.point(i).y(), property.point(i).x()); // y comes first
+    }
 }
 
 } // namespace
