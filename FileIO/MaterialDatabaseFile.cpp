@@ -5,6 +5,8 @@
 #include "MaterialDatabaseFileXmlReader.h"
 #include "MaterialDatabaseFileXmlWriter.h"
 
+#include <NereoUtility/StringConversion.h>
+
 #include <algorithm>
 
 namespace Nereo::Io {
@@ -85,8 +87,11 @@ void MaterialDatabaseFile::setMaterial(int index, const Material& material)
 
 int MaterialDatabaseFile::indexOf(const std::string& name) const
 {
+    const QString wanted = Util::toQString(name);
+    if (Util::toStdString(wanted) != name) // bytes that no name has
+        return -1;
     const auto found = std::find_if(materials_.begin(), materials_.end(),
-                                    [&](const auto& material) { return material->name() == name; });
+                                    [&](const auto& material) { return material->name_ == wanted; });
     return found == materials_.end() ? -1 : int(found - materials_.begin());
 }
 

@@ -88,6 +88,8 @@ public:
     friend NEREOFILEIO_EXPORT uint qHash(const Material& material);
 
 private:
+    friend class MaterialDatabaseFile; // compares many names
+
     void addProperty(const QString& name);
 
     QString name_;
