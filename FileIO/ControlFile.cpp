@@ -9,7 +9,6 @@
 #include <NereoUtility/StringConversion.h>
 
 #include <algorithm>
-#include <iterator>
 
 namespace Nereo::Io {
 
@@ -89,7 +88,7 @@ constexpr ConstantDefault constantDefaults[] = {
     {kAdvFlux,     1.0  },
 };
 
-constexpr std::array<int, 5> defaultEquationFlags {1, 1, 0, 1, 0};
+constexpr std::array<int, ControlFile::EquationCount> defaultEquationFlags {1, 1, 0, 1, 0};
 
 /// The place of a code in an array that starts with code 1.
 constexpr std::size_t at(int code)

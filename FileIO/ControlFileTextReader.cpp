@@ -13,11 +13,6 @@ namespace Nereo::Io {
 
 namespace {
 
-// The last codes that the control file has a place for.
-constexpr int lastSolvedVariable = kECurZ;
-constexpr int lastRelaxedVariable = kUfactor;
-constexpr int lastConstant = kHydrostatPresFlow;
-
 bool isTitle(const QString& line)
 {
     return line.startsWith(QLatin1String(" *** "));
@@ -168,7 +163,7 @@ void ControlFileTextReader::readTitle(QTextStream& body)
 
 void ControlFileTextReader::readEquationSelection(QTextStream& body)
 {
-    for (int i = 0; i < 5; ++i) {
+    for (int i = 0; i < ControlFile::EquationCount; ++i) {
         controlFile_.setEquationFlag(i, readInt(body));
         skipRestOfLine(body);
     }
@@ -204,7 +199,7 @@ void ControlFileTextReader::readSolutionControl(QTextStream& body)
 {
     while (!body.atEnd()) {
         const int code = readCode(body);
-        if (code <= lastSolvedVariable) {
+        if (code <= ControlFile::SolvedVariableCount) {
             PhiSolveType& solve = controlFile_.phiSolve(code);
             solve.integer1 = readInt(body);
             solve.integer2 = readInt(body);
@@ -221,7 +216,7 @@ void ControlFileTextReader::readRelaxation(QTextStream& body)
         const int code = readCode(body);
         const double underRelaxation = readDouble(body);
         const double inertialRelaxation = readDouble(body);
-        if (code <= lastRelaxedVariable) {
+        if (code <= ControlFile::RelaxedVariableCount) {
             controlFile_.setPhiUnderRelax(code, underRelaxation);
             controlFile_.setPhiInertRelax(code, inertialRelaxation);
         }
@@ -233,7 +228,7 @@ void ControlFileTextReader::readConstants(QTextStream& body)
 {
     while (!body.atEnd()) {
         const int code = readCode(body);
-        if (code <= lastConstant)
+        if (code <= ControlFile::ConstantCount)
             readConstant(body, code);
         skipRestOfLine(body);
     }

@@ -105,10 +105,8 @@ constexpr Criterion criteria[] = {
     {"Field Fluctuation",                        &AutoConvData::fieldFluctuation    },
 };
 
-// The codes that the sections list, from kU and from kTurbRatio on.
-constexpr int lastSolvedVariable = kLiqFrac;
-constexpr int lastRelaxedVariable = kUfactor;
-constexpr int lastConstant = kHydrostatPresFlow;
+constexpr int lastListedVariable = kLiqFrac;    // from kU on, where a section doesn't list all
+constexpr int firstListedConstant = kTurbRatio; // what comes before are no constants but fields
 
 QString nameOf(int code)
 {
@@ -192,7 +190,7 @@ void ControlFileTextWriter::writeTitle(QTextStream& out) const
 void ControlFileTextWriter::writeEquationSelection(QTextStream& out) const
 {
     out << " *** Equation Selection\n";
-    for (int i = 0; i < 5; ++i)
+    for (int i = 0; i < ControlFile::EquationCount; ++i)
         writeLine(out, controlFile_->equationFlag(i));
 }
 
@@ -280,7 +278,7 @@ void ControlFileTextWriter::writeSequentialSolverIterations(QTextStream& out) co
 void ControlFileTextWriter::writeSolutionControl(QTextStream& out) const
 {
     out << " *** Solution Control\n";
-    for (int code = kU; code <= lastSolvedVariable; ++code) {
+    for (int code = kU; code <= lastListedVariable; ++code) {
         const PhiSolveType& solve = controlFile_->phiSolve(code);
         writeLine(out, nameOf(code), solve.integer1, solve.integer2, 1, solve.tolerance); // 1 in every file
     }
@@ -289,7 +287,7 @@ void ControlFileTextWriter::writeSolutionControl(QTextStream& out) const
 void ControlFileTextWriter::writeRelaxation(QTextStream& out) const
 {
     out << " *** Relaxation\n";
-    for (int code = kU; code <= lastRelaxedVariable; ++code)
+    for (int code = kU; code <= ControlFile::RelaxedVariableCount; ++code)
         writeLine(out, nameOf(code), controlFile_->phiUnderRelax(code), controlFile_->phiInertRelax(code));
 }
 
@@ -304,14 +302,14 @@ void ControlFileTextWriter::writeAutoConvergenceControl(QTextStream& out) const
 void ControlFileTextWriter::writeFieldVariableOutput(QTextStream& out) const
 {
     out << " *** Field Variable Output\n";
-    for (int code = kU; code <= lastSolvedVariable; ++code)
+    for (int code = kU; code <= lastListedVariable; ++code)
         writeLine(out, nameOf(code), 0);
 }
 
 void ControlFileTextWriter::writeConstants(QTextStream& out) const
 {
     out << " *** Constants\n";
-    for (int code = kTurbRatio; code <= lastConstant; ++code) {
+    for (int code = firstListedConstant; code <= ControlFile::ConstantCount; ++code) {
         const auto write = [&](const auto& record, const auto& fields) {
             writeRecord(out, code, record, fields);
         };

@@ -104,6 +104,12 @@ public:
     /// A variant of the file, which nothing interprets; the product has the other enumerators.
     enum Format : int { DefaultFormat = 0 };
 
+    // How many there are of what is accessed by an index or a code.
+    static constexpr int EquationCount = 5;
+    static constexpr int SolvedVariableCount = 24;
+    static constexpr int RelaxedVariableCount = 46;
+    static constexpr int ConstantCount = 328;
+
     ControlFile(); ///< everything with its default
     ControlFile(const ControlFile& other);
     ControlFile& operator=(const ControlFile& other);
@@ -211,22 +217,22 @@ private:
     QString headerLine1_;
     QString headerLine2_;
     QString title_;
-    std::array<int, 5> equationFlags_ {};
+    std::array<int, EquationCount> equationFlags_ {};
     int units_ = 0;
     int transientForm_ = 0;
     int numberOfTimeSteps_ = 0;
     double timeStepSize_ = 0.0;
     double stopTime_ = 0.0;
     SeqSolverType sequentialSolver_;
-    std::array<PhiSolveType, 24> phiSolve_; // here and below, each at its code - 1
-    std::array<double, 46> phiUnderRelax_ {};
-    std::array<double, 46> phiInertRelax_ {};
+    std::array<PhiSolveType, SolvedVariableCount> phiSolve_; // here and below, each at its code - 1
+    std::array<double, RelaxedVariableCount> phiUnderRelax_ {};
+    std::array<double, RelaxedVariableCount> phiInertRelax_ {};
     bool isAutoConvOn_ = false;
     bool isAutoStopOn_ = false;
     AutoConvData autoConvData_;
     MaterialDatabaseFile materialDatabase_;
-    std::array<double, 328> constants_ {};
-    std::array<double, 328> originalConstants_ {};
+    std::array<double, ConstantCount> constants_ {};
+    std::array<double, ConstantCount> originalConstants_ {};
     InflationData inflationData_;
     AutoYPlusData autoYPlusData_;
     SmokeData smokeData_;
