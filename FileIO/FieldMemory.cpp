@@ -13,7 +13,7 @@ namespace Nereo::Io {
 
 namespace {
 
-#if defined(MADV_HUGEPAGE) && defined(MADV_POPULATE_WRITE)
+#ifdef MADV_HUGEPAGE
 
 constexpr std::uintptr_t largePageSize = 2 * 1024 * 1024;
 
@@ -43,9 +43,11 @@ void prepare(void* memory, std::size_t size)
         if (from < to)
             madvise(static_cast<char*>(memory) + (from - address), to - from, advice);
     };
-    advise(firstPage, firstLargePage, MADV_POPULATE_WRITE);
     advise(firstLargePage, endOfLargePages, MADV_HUGEPAGE);
+#ifdef MADV_POPULATE_WRITE
+    advise(firstPage, firstLargePage, MADV_POPULATE_WRITE);
     advise(endOfLargePages, end, MADV_POPULATE_WRITE);
+#endif
 }
 
 #else

@@ -26,8 +26,8 @@ public:
     NodeRecordTransposer& operator=(const NodeRecordTransposer&) = delete;
     ~NodeRecordTransposer();
 
-    /// Has the values of a column, counted from 0, stored in a vector. It is empty, has room for a value for
-    /// each node, and must outlive the transposer. Columns without a vector are dropped.
+    /// Stores the values of a column, counted from 0, in the vector, which must be empty, have room for a
+    /// value for each node, and outlive the transposer. Columns without a vector are dropped.
     void addField(int column, QVector<double>& values);
 
     qint64 recordSize() const;

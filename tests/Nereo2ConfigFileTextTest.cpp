@@ -110,6 +110,12 @@ TEST_F(Nereo2ConfigFileText, ReadsALineForEachSetting)
     }
 }
 
+TEST_F(Nereo2ConfigFileText, SkipsAByteOrderMark)
+{
+    EXPECT_TRUE(config.loadFrom(folder.write("run.cfg", "\xEF\xBB\xBFMaxIter 500\n")));
+    EXPECT_EQ(text(Nereo2ConfigFile::MaxIter), "500");
+}
+
 TEST_F(Nereo2ConfigFileText, ChangesOnlyWhatIsNamed)
 {
     config.setting(Nereo2ConfigFile::Width).setValueFromString("7");

@@ -147,6 +147,12 @@ TEST_F(Nereo2ConfigFileXml, FindsTheConfigurationAnywhere)
     }
 }
 
+TEST_F(Nereo2ConfigFileXml, LooksAtNamesWithoutTheirNamespace)
+{
+    EXPECT_TRUE(read("<n:Nereo2Config xmlns:n='urn:site'><n:MaxIter>5</n:MaxIter></n:Nereo2Config>"));
+    EXPECT_EQ(text(Nereo2ConfigFile::MaxIter), "5");
+}
+
 TEST_F(Nereo2ConfigFileXml, TakesTheVersionWhenThereIsOne)
 {
     const struct {
