@@ -2,9 +2,11 @@
 //
 // The front end's configuration is loaded, overridden by the solver's command line and saved in both forms.
 // Materials are loaded, changed and saved.
+// The control file of the run is built, saved, and loaded as the solver loads it.
 // The results that the solver left are loaded and compared with published values.
 
 #include <NereoFileIO/CodeNameTable.h>
+#include <NereoFileIO/ControlFile.h>
 #include <NereoFileIO/FieldVariable.h>
 #include <NereoFileIO/MaterialDatabaseFile.h>
 #include <NereoFileIO/Nereo2ConfigFile.h>
@@ -23,6 +25,7 @@ using Nereo::Io::CodeNameTable;
 using Nereo::Io::Material;
 using Nereo::Io::MaterialDatabaseFile;
 using Nereo::Io::MaterialProperty;
+using Nereo::Io::ControlFile;
 using Nereo::Io::Nereo2ConfigFile;
 using Nereo::Io::ResultsFile;
 
@@ -207,6 +210,71 @@ void showMaterials(const std::string& samples, const std::string& output)
     require(database.contains("Water"), "there is no water");
     database.material("Water").property("density").setValue(997.05); // at 25 C
     save(database, output + "/materials.xml");
+ControlFile cavityRun(const std::string& samples)
+{
+    Nereo::Io::MaterialDatabaseFile materials;
+    load(materials, samples + "/materials.xml");
+    require(materials.contains("Air"), "there is no air");
+
+    ControlFile control;
+    control.setTitle("Lid-driven cavity, Re 100");
+    control.setEquationFlag(3, 0);
+    control.phiSolve(Nereo::Io::kP).tolerance = 1e-9;
+    control.sequentialSolver().integer1 = 50;
+    control.setPhiUnderRelax(Nereo::Io::kP, 0.3);
+    control.setConstant(Nereo::Io::kPRef, 101325);
+    control.setConstant(Nereo::Io::kGravY, -9.81);
+    control.materialDatabase().add(materials.material("Air"));
+
+    Nereo::Io::Flag restartEvery;
+    restartEvery.setName("restart_every");
+    restartEvery.setValue(100);
+    control.addFlag(restartEvery);
+    return control;
+}
+
+void printChange(const std::string& what, double defaultValue, double value)
+{
+    if (value != defaultValue)
+        std::cout << "  " << std::left << std::setw(28) << what << std::setw(12) << defaultValue << value
+                  << '\n';
+}
+
+void printChangedControl(const ControlFile& control)
+{
+    const ControlFile defaults;
+    const auto nameOf = [](int code) {
+        return CodeNameTable::instance().nameForCode(code, false).toStdString();
+    };
+    std::cout << "  " << control.title() << "\n\n  " << std::left << std::setw(28) << "Setting"
+              << std::setw(12) << "Default"
+              << "Value\n";
+    for (int i = 0; i < 5; ++i)
+        printChange("equation " + std::to_string(i), defaults.equationFlag(i), control.equationFlag(i));
+    printChange("sequential solver", defaults.sequentialSolver().integer1,
+                control.sequentialSolver().integer1);
+    for (int code = 1; code <= 24; ++code)
+        printChange("tolerance of " + nameOf(code), defaults.phiSolve(code).tolerance,
+                    control.phiSolve(code).tolerance);
+    for (int code = 1; code <= 46; ++code)
+        printChange("relaxation of " + nameOf(code), defaults.phiUnderRelax(code),
+                    control.phiUnderRelax(code));
+    for (int code = 1; code <= 328; ++code)
+        printChange(nameOf(code), control.originalConstant(code), control.constant(code));
+    for (int i = 0; i < control.flagCount(); ++i)
+        std::cout << "  " << std::setw(40) << "flag " + control.flag(i).name() << control.flag(i).value()
+                  << '\n';
+    std::cout << '\n';
+}
+
+void runControlFile(const std::string& samples, const std::string& output)
+{
+    save(cavityRun(samples), output + "/cavity.ctl");
+    for (const std::string& path : {output + "/cavity.ctl", samples + "/cavity.ctl"}) {
+        ControlFile control; // the solver's: its materials aren't loaded
+        load(control, path);
+        printChangedControl(control);
+    }
 }
 
 void run(const std::string& samples, const std::string& output)
@@ -215,6 +283,7 @@ void run(const std::string& samples, const std::string& output)
     runConfiguration(samples, output);
     std::cout << '\n';
     showMaterials(samples, output);
+    runControlFile(samples, output);
     std::cout << '\n';
     for (const char* name : {"/cavity.res", "/cavity-be.res"}) // one in each byte order
         showResults(samples + name);

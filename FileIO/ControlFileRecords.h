@@ -1,0 +1,62 @@
+#pragma once
+
+#include <NereoFileIO/ControlFile.h>
+#include <NereoFileIO/FieldVariable.h>
+
+#include <tuple>
+
+/// The lines of the section "Constants" that hold a record, for the reader and the writer.
+
+namespace Nereo::Io {
+
+// The fields in the order of the line, which is not always that of the record.
+
+constexpr std::tuple inflationFields {
+    &InflationData::switch1,  &InflationData::switch2,  &InflationData::switch3,  &InflationData::integer4,
+    &InflationData::integer5, &InflationData::number6,  &InflationData::number7,  &InflationData::number8,
+    &InflationData::number9,  &InflationData::number10, &InflationData::switch12, &InflationData::number11,
+};
+
+constexpr std::tuple autoYPlusFields {
+    &AutoYPlusData::integer1, &AutoYPlusData::integer2, &AutoYPlusData::integer3,
+    &AutoYPlusData::integer4, &AutoYPlusData::number5,  &AutoYPlusData::number6,
+};
+
+constexpr std::tuple smokeFields {
+    &SmokeData::on,
+    &SmokeData::number2,
+    &SmokeData::number3,
+    &SmokeData::number4,
+};
+
+constexpr std::tuple thermalComfortFields {
+    &ThermalComfortData::on,
+    &ThermalComfortData::number2,
+    &ThermalComfortData::number3,
+    &ThermalComfortData::number4,
+};
+
+/// Calls visit(record, its fields in the order of the line) when the code is that of a record, and says
+/// whether it is.
+template <class ControlFileType, class Visit>
+bool visitRecord(ControlFileType& controlFile, int code, Visit visit)
+{
+    switch (code) {
+    case kInflate:
+        visit(controlFile.inflationData(), inflationFields);
+        return true;
+    case kAutoYP:
+        visit(controlFile.autoYPlusData(), autoYPlusFields);
+        return true;
+    case kSmokeOn:
+        visit(controlFile.smokeData(), smokeFields);
+        return true;
+    case kThComfOn:
+        visit(controlFile.thermalComfortData(), thermalComfortFields);
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace Nereo::Io
