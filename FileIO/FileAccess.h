@@ -9,7 +9,6 @@
 #include <QXmlStreamWriter>
 
 #include <string>
-#include <type_traits>
 
 /// The way from a path to a format: opens the file, puts the format's stream on it and decides the result.
 
@@ -55,8 +54,7 @@ inline bool isSaved(const QXmlStreamWriter& stream, QFile& device)
 
 inline bool openFile(QFile& device, const std::string& path, QIODevice::OpenMode mode)
 {
-    // No file has such a name. QFile would print a warning about the one, and open what the other says up to
-    // its NUL.
+    // No file has such a name: QFile would warn about an empty one, and cut the other at its NUL.
     if (path.empty() || path.find('\0') != std::string::npos)
         return false;
     device.setFileName(Util::toQString(path));

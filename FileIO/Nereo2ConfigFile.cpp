@@ -24,10 +24,9 @@ bool isXml(const std::string& path)
 template <class Settings>
 auto& find(Settings& settings, const std::string& key)
 {
-    const auto found = settings.find(key);
+    const auto found = settings.find(key); // the message of at() depends on the standard library
     if (found == settings.end())
-        throw std::out_of_range(
-            "invalid map<K, T> key"); // the wording of at() depends on the standard library
+        throw std::out_of_range("invalid map<K, T> key");
     return found->second;
 }
 

@@ -13,7 +13,8 @@ bool Nereo2ConfigFileTextReader::read(QTextStream& in)
         QString key;
         in >> key; // empty where only white space is left, which then is an unknown key
         if (key.isEmpty() && !in.atEnd())
-            break; // a device whose reads fail, which may never be at its end
+            break; // the device has failed and may never be at its end; it doesn't matter what came of this
+                   // line
         const QString value = in.readLine().simplified();
         config_->setting(Util::toStdString(key)).setValueFromString(Util::toStdString(value));
     }

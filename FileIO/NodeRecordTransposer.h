@@ -1,5 +1,7 @@
 #pragma once
 
+#include <NereoFileIO/Export.h>
+
 #include <QDataStream>
 #include <QVector>
 
@@ -17,15 +19,15 @@ namespace Nereo::Io {
 /// number so far, just before values go there, so that its memory is touched once and while it is in the
 /// cache. The end of the transposer gives every field its full length, with zeros at the nodes that had no
 /// record.
-class NodeRecordTransposer {
+class NEREOFILEIO_EXPORT NodeRecordTransposer {
 public:
     NodeRecordTransposer(int columnCount, int nodeCount, QDataStream::ByteOrder byteOrder);
     NodeRecordTransposer(const NodeRecordTransposer&) = delete;
     NodeRecordTransposer& operator=(const NodeRecordTransposer&) = delete;
     ~NodeRecordTransposer();
 
-    /// Has the values of a column, counted from 0, stored in a vector. It is empty, has room for a value for
-    /// each node, and must outlive the transposer. Columns without a vector are dropped.
+    /// Stores the values of a column, counted from 0, in the vector, which must be empty, have room for a
+    /// value for each node, and outlive the transposer. Columns without a vector are dropped.
     void addField(int column, QVector<double>& values);
 
     qint64 recordSize() const;

@@ -135,8 +135,8 @@ void ResultsFile::setFieldData(int code, int node, double value)
     const auto found = fieldData_.find(code);
     if (found == fieldData_.end())
         NEREO_ASSERT_AT(false, "FileIO/ResultsFile", 187);
-    found->second[std::max(node, 0) - 1] =
-        value; // the vector refuses -1, and the smallest int has no predecessor
+    const int index = std::max(node, 0) - 1; // the vector refuses -1, and the smallest int has no predecessor
+    found->second[index] = value;
 }
 
 void ResultsFile::requireNewField(int code) const

@@ -1,6 +1,6 @@
 #include "ResultsFileReader.h"
 
-#include "LargePages.h"
+#include "FieldMemory.h"
 #include "NodeRecordTransposer.h"
 
 #include <NereoFileIO/CodeNameTable.h>
@@ -21,32 +21,35 @@ constexpr int endMarker = -1;
 
 constexpr qint64 blockSize = 128 * 1024; // stays in the cache until the records in it have been transposed
 
-// A number that isn't wholly in the file is 0.
+/// A number, or 0 where it isn't wholly in the file. The first short read ends the stream, also for a file
+/// that the solver is still writing: what comes later would be taken for something else.
+template <class Number>
+Number readNumber(QDataStream& in)
+{
+    Number number = 0;
+    if (in.status() == QDataStream::Ok)
+        in >> number;
+    return number;
+}
 
 int readInt(QDataStream& in)
 {
-    qint32 number;
-    in >> number;
-    return number;
+    return readNumber<qint32>(in);
 }
 
 double readDouble(QDataStream& in)
 {
-    double number;
-    in >> number;
-    return number;
+    return readNumber<double>(in);
 }
 
 /// Fills the buffer as far as there are bytes, and gives their number.
 qint64 readAvailable(QDataStream& in, char* buffer, qint64 size)
 {
-    constexpr qint64 mostAtOnce = 1 << 30;
+    constexpr qint64 mostAtOnce = 1 << 30; // an int counts it
     qint64 done = 0;
-    while (done < size) {
+    while (done < size && in.status() == QDataStream::Ok) {
         const int count = in.readRawData(buffer + done, int(std::min(size - done, mostAtOnce)));
-        if (count <= 0) // a pipe gives what it has, so that only nothing is the end
-            break;
-        done += count;
+        done += std::max(count, 0);
     }
     return done;
 }
@@ -54,7 +57,7 @@ qint64 readAvailable(QDataStream& in, char* buffer, qint64 size)
 /// The text in a run of bytes: it ends at the first NUL, or with the run, or with the file.
 std::string readText(QDataStream& in, int size)
 {
-    QByteArray bytes(size, '\0');
+    QByteArray bytes(size, Qt::Uninitialized);
     const qint64 available = readAvailable(in, bytes.data(), size);
     const int length = int(qstrnlen(bytes.constData(), uint(available)));
     return Util::toStdString(QString::fromUtf8(bytes.constData(), length));
@@ -157,7 +160,7 @@ QVector<double>& ResultsFileReader::addField(int code)
 {
     results_->requireNewField(code);
     requireCount(results_->nodeCount());
-    return results_->fieldData_.emplace(code, reserveInLargePages(results_->nodeCount())).first->second;
+    return results_->fieldData_.emplace(code, reserveField(results_->nodeCount())).first->second;
 }
 
 } // namespace Nereo::Io

@@ -18,7 +18,8 @@ struct PlainFields {
 /// In runs of one field into zeroed arrays on ordinary pages. The nodes must be ascending.
 PlainFields loadRunsOnOrdinaryPages(const std::string& path);
 
-/// The same with every trick: all arrays side by side on large pages, which are touched once.
+/// The same with every trick: all arrays side by side on large pages, filled in tiles that stay in the
+/// first-level cache.
 PlainFields loadRunsWithEveryTrick(const std::string& path);
 
 /// To the place that the node number says, on ordinary pages.

@@ -15,5 +15,11 @@ install(FILES
 
 set(pkgconfig_dir "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig")
 file(RELATIVE_PATH NEREO_PREFIX_FROM_PKGCONFIG "${pkgconfig_dir}" "${CMAKE_INSTALL_PREFIX}")
+foreach(dir INCLUDEDIR LIBDIR)
+    set(NEREO_PC_${dir} "${CMAKE_INSTALL_${dir}}")
+    if(NOT IS_ABSOLUTE "${NEREO_PC_${dir}}")
+        string(PREPEND NEREO_PC_${dir} "\${prefix}/")
+    endif()
+endforeach()
 configure_file("${CMAKE_CURRENT_LIST_DIR}/NereoFileIO.pc.in" "${PROJECT_BINARY_DIR}/NereoFileIO.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/NereoFileIO.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")

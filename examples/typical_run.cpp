@@ -1,15 +1,24 @@
 // A run of the solver as its files see it: typical_run SAMPLES OUTPUT
 //
 // The front end's configuration is loaded, overridden by the solver's command line and saved in both forms.
+// The results that the solver left are loaded and compared with published values.
 
+#include <NereoFileIO/CodeNameTable.h>
+#include <NereoFileIO/FieldVariable.h>
 #include <NereoFileIO/Nereo2ConfigFile.h>
+#include <NereoFileIO/ResultsFile.h>
 
+#include <algorithm>
+#include <cmath>
 #include <filesystem>
 #include <iomanip>
 #include <iostream>
+#include <numeric>
 #include <stdexcept>
 
+using Nereo::Io::CodeNameTable;
 using Nereo::Io::Nereo2ConfigFile;
+using Nereo::Io::ResultsFile;
 
 namespace {
 
@@ -19,15 +28,15 @@ void require(bool succeeded, const std::string& what)
         throw std::runtime_error(what);
 }
 
-void load(Nereo2ConfigFile& config, const std::string& path)
+void load(Nereo::Io::File& file, const std::string& path)
 {
-    require(config.loadFrom(path), "can't load " + path);
-    std::cout << "Loaded " << path << " (version " << config.version().toString().toStdString() << ")\n";
+    require(file.loadFrom(path), "can't load " + path);
+    std::cout << "Loaded " << path << " (version " << file.version().toString().toStdString() << ")\n";
 }
 
-void save(const Nereo2ConfigFile& config, const std::string& path)
+void save(const Nereo::Io::File& file, const std::string& path)
 {
-    require(config.saveTo(path), "can't save " + path);
+    require(file.saveTo(path), "can't save " + path);
     std::cout << "Saved " << path << '\n';
 }
 
@@ -45,10 +54,8 @@ void printChangedSettings(const Nereo2ConfigFile& config)
     std::cout << '\n';
 }
 
-void run(const std::string& samples, const std::string& output)
+void runConfiguration(const std::string& samples, const std::string& output)
 {
-    std::filesystem::create_directories(output);
-
     // The front end's file is XML: the suffix decides.
     Nereo2ConfigFile config;
     load(config, samples + "/NEREO2_default.xml");
@@ -73,6 +80,101 @@ void run(const std::string& samples, const std::string& output)
 
     save(config, output + "/cavity.xml");
     save(config, output + "/cavity.cfg");
+}
+
+// The sample's mesh: 65 x 65 nodes on the unit square, counted row by row from the bottom left corner.
+constexpr int nodesPerRow = 65;
+
+// Ghia, Ghia and Shin (1982), table I: the horizontal velocity on the vertical centre line at a Reynolds
+// number of 100.
+const struct {
+    double y;
+    double u;
+} publishedVelocities[] = {
+    {1,      1       },
+    {0.9766, 0.84123 },
+    {0.9688, 0.78871 },
+    {0.9609, 0.73722 },
+    {0.9531, 0.68717 },
+    {0.8516, 0.23151 },
+    {0.7344, 0.00332 },
+    {0.6172, -0.13641},
+    {0.5,    -0.20581},
+    {0.4531, -0.21090},
+    {0.2813, -0.15662},
+    {0.1719, -0.10150},
+    {0.1016, -0.06434},
+    {0.0703, -0.04775},
+    {0.0625, -0.04192},
+    {0.0547, -0.03717},
+    {0,      0       },
+};
+
+void printFields(const ResultsFile& results)
+{
+    std::cout << "\n  " << std::left << std::setw(10) << "Field" << std::right << std::setw(14) << "Minimum"
+              << std::setw(14) << "Maximum" << std::setw(14) << "Mean\n";
+    for (const int code : results.fieldDataCodes()) {
+        const QVector<double> values = results.fieldData(code); // shared with the object, not copied
+        const auto [smallest, largest] = std::minmax_element(values.begin(), values.end());
+        const double sum = std::accumulate(values.begin(), values.end(), 0.0);
+        std::cout << "  " << std::left << std::setw(10)
+                  << CodeNameTable::instance().nameForCode(code, false).toStdString() << std::right
+                  << std::setw(14) << *smallest << std::setw(14) << *largest << std::setw(14)
+                  << sum / values.size() << '\n';
+    }
+}
+
+/// The value at a height on the vertical centre line, linear between the nodes.
+double onCentreLine(const QVector<double>& values, double y)
+{
+    const double row = y * (nodesPerRow - 1);
+    const int below = std::min(int(row), nodesPerRow - 2);
+    const int nodeBelow = nodesPerRow * below + nodesPerRow / 2 + 1; // nodes count from 1, entries from 0
+    const int nodeAbove = nodeBelow + nodesPerRow;
+    return values[nodeBelow - 1] + (row - below) * (values[nodeAbove - 1] - values[nodeBelow - 1]);
+}
+
+void printCentreLine(const QVector<double>& horizontalVelocity)
+{
+    std::cout << "\n  Horizontal velocity on the vertical centre line\n  " << std::setw(8) << "y"
+              << std::setw(12) << "computed" << std::setw(12) << "published" << std::setw(13)
+              << "difference\n"
+              << std::fixed;
+    double largest = 0;
+    for (const auto& [y, u] : publishedVelocities) {
+        const double computed = onCentreLine(horizontalVelocity, y);
+        largest = std::max(largest, std::abs(computed - u));
+        std::cout << "  " << std::setw(8) << std::setprecision(4) << y << std::setprecision(5)
+                  << std::setw(12) << computed << std::setw(12) << u << std::setw(12) << computed - u << '\n';
+    }
+    std::cout << "  largest difference: " << largest << "\n\n" << std::defaultfloat << std::setprecision(6);
+    require(largest <= 0.005, "the results are not those of the cavity");
+}
+
+void showResults(const std::string& path)
+{
+    ResultsFile results;
+    load(results, path);
+    std::cout << "  " << results.title() << '\n'
+              << "  " << results.dateTimeString() << ", iteration " << results.currentIteration() << " from "
+              << results.startingIteration() << ", time " << results.currentTime() << '\n'
+              << "  " << results.nodeCount() << " nodes, " << results.elementCount() << " elements\n";
+    printFields(results);
+
+    const QVector<double> horizontalVelocity = results.fieldData(Nereo::Io::kU);
+    require(horizontalVelocity.size() == nodesPerRow * nodesPerRow,
+            "the results are not those of the cavity");
+    printCentreLine(horizontalVelocity);
+}
+
+void run(const std::string& samples, const std::string& output)
+{
+    std::filesystem::create_directories(output);
+    runConfiguration(samples, output);
+    std::cout << '\n';
+    for (const char* name : {"/cavity.res", "/cavity-be.res"}) // one in each byte order
+        showResults(samples + name);
 }
 
 } // namespace

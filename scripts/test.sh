@@ -5,7 +5,10 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 preset=${1:-release}
 
-scripts/setup.sh
+case "$preset" in
+    release | debug) scripts/setup.sh ;;
+    *) scripts/setup.sh --developer ;;
+esac
 cmake --preset "$preset"
 cmake --build --preset "$preset"
 ctest --preset "$preset" --parallel "$(nproc)"

@@ -7,6 +7,7 @@
 #include <NereoFileIO/File.h>
 
 #include <QDir>
+#include <QTextCodec>
 
 #include <gmock/gmock.h>
 
@@ -270,6 +271,27 @@ TEST_F(FileAccess, ReadsAndWritesTextInUtf8)
     EXPECT_EQ(content.text, "Lüfter");
     EXPECT_TRUE(save<TextWriter>(folder.path("copy"), content));
     EXPECT_EQ(readBytes(folder.path("copy")), "Lüfter");
+}
+
+TEST_F(FileAccess, ReadsAndWritesTextInUtf8WhateverTheLocale)
+{
+    QTextCodec* const before = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    EXPECT_TRUE(load<TextReader>(folder.write("file", "Lüfter"), content));
+    EXPECT_TRUE(save<TextWriter>(folder.path("copy"), content));
+    QTextCodec::setCodecForLocale(before);
+    EXPECT_EQ(content.text, "Lüfter");
+    EXPECT_EQ(readBytes(folder.path("copy")), "Lüfter");
+}
+
+TEST_F(FileAccess, FailsToSaveATextThatXmlCannotCarry)
+{
+    for (const char* text : {"a\x01"
+                             "b",
+                             "\x0B", "a\x1F"}) {
+        content.text = text;
+        EXPECT_FALSE(save<XmlWriter>(folder.path("file"), content)) << text;
+    }
 }
 
 TEST_F(FileAccess, FollowsTheEncodingThatXmlDeclares)

@@ -68,6 +68,17 @@ TEST_F(Nereo2ConfigFileCommandLine, ThrowsWhereARequiredSettingWasRemoved)
     EXPECT_EQ(text(Nereo2ConfigFile::JobPrefix), "");
 }
 
+TEST_F(Nereo2ConfigFileCommandLine, MakesTheRequiredSettingsTextsWhateverTheyWere)
+{
+    config.setting(Nereo2ConfigFile::ExePath) = config.setting(Nereo2ConfigFile::MaxIter);
+    config.setting(Nereo2ConfigFile::JobPrefix) = config.setting(Nereo2ConfigFile::StopTime);
+    EXPECT_TRUE(config.loadFromRequiredCommandLineArguments({"/opt/solver/bin/solver", "job1"}));
+    EXPECT_EQ(config.setting(Nereo2ConfigFile::ExePath).type(), Setting::String);
+    EXPECT_EQ(config.setting(Nereo2ConfigFile::JobPrefix).type(), Setting::String);
+    EXPECT_EQ(text(Nereo2ConfigFile::ExePath), "/opt/solver/bin");
+    EXPECT_EQ(text(Nereo2ConfigFile::JobPrefix), "job1");
+}
+
 TEST_F(Nereo2ConfigFileCommandLine, TakesOptionsInPairs)
 {
     EXPECT_TRUE(config.loadFromOptionalCommandLineArguments({"exe", "prefix", "-MaxIter", "500", "-Transient",

@@ -10,6 +10,8 @@
 
 #include <gmock/gmock.h>
 
+#include <limits>
+
 namespace Nereo::Io {
 namespace {
 
@@ -106,6 +108,12 @@ TEST_F(Nereo2ConfigFileText, ReadsALineForEachSetting)
         EXPECT_EQ(config.setting(Nereo2ConfigFile::AnalyzePath).type(), Setting::String);
         EXPECT_EQ(config.setting(Nereo2ConfigFile::MaxIter).type(), Setting::Int);
     }
+}
+
+TEST_F(Nereo2ConfigFileText, SkipsAByteOrderMark)
+{
+    EXPECT_TRUE(config.loadFrom(folder.write("run.cfg", "\xEF\xBB\xBFMaxIter 500\n")));
+    EXPECT_EQ(text(Nereo2ConfigFile::MaxIter), "500");
 }
 
 TEST_F(Nereo2ConfigFileText, ChangesOnlyWhatIsNamed)
@@ -217,6 +225,31 @@ TEST_F(Nereo2ConfigFileText, LoadsTheSample)
     EXPECT_EQ(text(Nereo2ConfigFile::AnalyzePath), "C:/Runs & Jobs/cavity");
     EXPECT_EQ(text(Nereo2ConfigFile::StopTime), "12.5");
     EXPECT_EQ(text(Nereo2ConfigFile::Width), "10");
+}
+
+TEST_F(Nereo2ConfigFileText, CarriesNumbersAtTheEdges)
+{
+    const struct {
+        double number;
+        const char* text;
+    } cases[] = {
+        {0.1 + 0.2,                                 "0.30000000000000004"    },
+        {1e20,                                      "1e+20"                  },
+        {-1.5e-7,                                   "-1.5e-07"               },
+        {std::numeric_limits<double>::denorm_min(), "5e-324"                 },
+        {std::numeric_limits<double>::max(),        "1.7976931348623157e+308"},
+        {std::numeric_limits<double>::infinity(),   "inf"                    },
+    };
+    for (const auto& [number, expected] : cases) {
+        config.setting(Nereo2ConfigFile::StopTime).setValueFromString(expected);
+        config.setting(Nereo2ConfigFile::MaxIter).setValueFromString("-2147483648");
+        ASSERT_TRUE(config.saveTo(folder.path("run.cfg")));
+        EXPECT_THAT(readBytes(folder.path("run.cfg")), ::testing::HasSubstr(expected));
+        Nereo2ConfigFile loaded;
+        ASSERT_TRUE(loaded.loadFrom(folder.path("run.cfg")));
+        EXPECT_EQ(loaded.setting(Nereo2ConfigFile::StopTime).valueAsDouble(), number);
+        EXPECT_EQ(loaded.setting(Nereo2ConfigFile::MaxIter).valueAsInt(), std::numeric_limits<int>::min());
+    }
 }
 
 TEST_F(Nereo2ConfigFileText, ReadsWhatItWrites)

@@ -14,6 +14,8 @@
 
 #include <QBuffer>
 
+#include <limits>
+
 namespace Nereo::Io {
 
 NEREO_PRIVATE_MEMBER(readConfiguration, void (Nereo2ConfigFileXmlReader::*)(QXmlStreamReader&),
@@ -143,6 +145,12 @@ TEST_F(Nereo2ConfigFileXml, FindsTheConfigurationAnywhere)
         EXPECT_EQ(text(Nereo2ConfigFile::MaxIter), maxIter) << document;
         EXPECT_EQ(text(Nereo2ConfigFile::Width), width) << document;
     }
+}
+
+TEST_F(Nereo2ConfigFileXml, LooksAtNamesWithoutTheirNamespace)
+{
+    EXPECT_TRUE(read("<n:Nereo2Config xmlns:n='urn:site'><n:MaxIter>5</n:MaxIter></n:Nereo2Config>"));
+    EXPECT_EQ(text(Nereo2ConfigFile::MaxIter), "5");
 }
 
 TEST_F(Nereo2ConfigFileXml, TakesTheVersionWhenThereIsOne)
@@ -291,6 +299,31 @@ TEST_F(Nereo2ConfigFileXml, LoadsTheSample)
     EXPECT_EQ(text(Nereo2ConfigFile::AwsInstanceType), "c5.9xlarge");
     EXPECT_EQ(text(Nereo2ConfigFile::AnalyzePath), "C:/Runs & Jobs/cavity");
     EXPECT_EQ(text(Nereo2ConfigFile::Width), "10");
+}
+
+TEST_F(Nereo2ConfigFileXml, CarriesNumbersAtTheEdges)
+{
+    const struct {
+        double number;
+        const char* text;
+    } cases[] = {
+        {0.1 + 0.2,                                 "0.30000000000000004"    },
+        {1e20,                                      "1e+20"                  },
+        {-1.5e-7,                                   "-1.5e-07"               },
+        {std::numeric_limits<double>::denorm_min(), "5e-324"                 },
+        {std::numeric_limits<double>::max(),        "1.7976931348623157e+308"},
+        {std::numeric_limits<double>::infinity(),   "inf"                    },
+    };
+    for (const auto& [number, expected] : cases) {
+        config.setting(Nereo2ConfigFile::StopTime).setValueFromString(expected);
+        config.setting(Nereo2ConfigFile::MaxIter).setValueFromString("-2147483648");
+        ASSERT_TRUE(config.saveTo(folder.path("run.xml")));
+        EXPECT_THAT(readBytes(folder.path("run.xml")), ::testing::HasSubstr(expected));
+        Nereo2ConfigFile loaded;
+        ASSERT_TRUE(loaded.loadFrom(folder.path("run.xml")));
+        EXPECT_EQ(loaded.setting(Nereo2ConfigFile::StopTime).valueAsDouble(), number);
+        EXPECT_EQ(loaded.setting(Nereo2ConfigFile::MaxIter).valueAsInt(), std::numeric_limits<int>::min());
+    }
 }
 
 TEST_F(Nereo2ConfigFileXml, ReadsWhatItWrites)

@@ -19,6 +19,7 @@
 #include <new>
 #include <numeric>
 #include <random>
+#include <utility>
 
 namespace Nereo::Io {
 namespace {
@@ -367,6 +368,65 @@ TEST(ResultsFileReader, ReadsEveryPrefix)
     }
 }
 
+/// A device that has nothing once, after some bytes, and then goes on: a file that is still being written.
+class PausingDevice : public QIODevice {
+public:
+    PausingDevice(QByteArray bytes, int pauseAt) : bytes_(std::move(bytes)), pauseAt_(pauseAt)
+    {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+    }
+
+    bool isSequential() const override { return true; }
+
+protected:
+    qint64 readData(char* data, qint64 maxSize) override
+    {
+        if (position_ == pauseAt_ && !std::exchange(hasPaused_, true))
+            return 0;
+        const int end = hasPaused_ ? bytes_.size() : pauseAt_;
+        const qint64 count = std::min(maxSize, qint64(end - position_));
+        std::memcpy(data, bytes_.constData() + position_, std::size_t(count));
+        position_ += int(count);
+        return count;
+    }
+
+    qint64 writeData(const char*, qint64) override { return -1; }
+
+private:
+    QByteArray bytes_;
+    int pauseAt_;
+    int position_ = 0;
+    bool hasPaused_ = false;
+};
+
+TEST(ResultsFileReader, EndsWhereAFileThatGrowsPauses)
+{
+    const QByteArray whole = smallFile();
+    for (int length = 0; length < whole.size(); ++length) {
+        SCOPED_TRACE(length);
+        PausingDevice device(whole, length);
+        QDataStream in(&device);
+        ResultsFile results;
+        EXPECT_EQ(ResultsFileReader(results).read(in), length >= 346);
+        expectPrefix(results, length);
+    }
+}
+
+TEST(ResultsFileReader, ReadsRecordsWiderThanABlock)
+{
+    for (const int unknownColumns : {2047, 16384, 20000}) {
+        ResultsBytes bytes;
+        bytes.header(3).run().integer(unknownColumns + 1);
+        for (int i = 0; i < unknownColumns; ++i)
+            bytes.text("kFoo", 21);
+        bytes.text("kU", 21).integer(0);
+        for (int node = 1; node <= 3; ++node) {
+            bytes.integer(node).text("", 8 * unknownColumns).number(node + 0.5);
+        }
+        EXPECT_THAT(resultsOf(bytes).fieldData(kU), ElementsAre(1.5, 2.5, 3.5)) << unknownColumns;
+    }
+}
+
 TEST(ResultsFileReader, TakesACutNameForWhatItsBytesSay)
 {
     const QByteArray upToName = ResultsBytes().header(1).run().integer(3).text("kUResid", 21);
@@ -602,6 +662,13 @@ TEST(ResultsFileReaderDeathTest, StopsAtARepeatedField)
                      "FileIO/ResultsFile, line 166"); // a second load of it
 }
 
+TEST(ResultsFileReaderDeathTest, StopsAtARepeatedFieldBeforeItLooksAtTheNumberOfNodes)
+{
+    ResultsFile results = resultsOf(smallFile());
+    EXPECT_ASSERTION(read(ResultsBytes().header(-1).run().names({"kU"}), results), "false",
+                     "FileIO/ResultsFile, line 166");
+}
+
 TEST(ResultsFileReaderDeathTest, StopsAtANodeThatIsNotThere)
 {
     ResultsFile results;
@@ -612,6 +679,19 @@ TEST(ResultsFileReaderDeathTest, StopsAtANodeThatIsNotThere)
         const QByteArray cut =
             bytes.bytes().left(bytes.bytes().size() - 16); // the number is there, its values aren't
         EXPECT_QT_ASSERTION(read(cut, results), "QVector<T>::operator[]", "index out of range");
+    }
+}
+
+TEST(ResultsFileReaderDeathTest, StopsAtARunOfNodesThatLeavesTheMesh)
+{
+    ResultsFile results;
+    for (const qint32 first :
+         {0, -1, 2, 3, 4, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+        ResultsBytes bytes;
+        bytes.header(3).run().names({"kU"});
+        for (quint32 i = 0; i < 3; ++i)
+            bytes.record(qint32(quint32(first) + i), {1.0});
+        EXPECT_QT_ASSERTION(read(bytes, results), "QVector<T>::operator[]", "index out of range");
     }
 }
 

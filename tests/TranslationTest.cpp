@@ -284,7 +284,7 @@ TEST(Translation, HasAllDisplayNames)
 
     for (const char* name : {"NereoFileIO.ts", "NereoFileIO_de.ts"})
         EXPECT_EQ(TranslationFile(name).sources, expected)
-            << name << ": build the target update_translations";
+            << name << ": build the target nereo_update_translations";
 }
 
 TEST(Translation, IsFinishedAndGivesEachTypeANameOfItsOwn)

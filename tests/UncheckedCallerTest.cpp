@@ -2,6 +2,7 @@
 
 #include <NereoFileIO/BoundaryCondition.h>
 #include <NereoFileIO/CodeNameTable.h>
+#include <NereoFileIO/ResultsFile.h>
 
 #include <gmock/gmock.h>
 
@@ -32,6 +33,20 @@ TEST(UncheckedCaller, ChecksNoIndexItself)
     EXPECT_EQ(&constantValues[0], &*constantValues.begin());
     values.removeAt(0);
     EXPECT_EQ(values.size(), 0);
+}
+
+TEST(UncheckedCaller, IsStoppedByTheLibrarysChecksOfFields)
+{
+    QVector<double> values;
+    values.reserve(1);
+    EXPECT_EQ(&values[0], values.constData());
+
+    ResultsFile results;
+    results.addFieldDataCode(kU);
+    EXPECT_QT_ASSERTION(results.setFieldData(kU, 1, 1.0), "QVector<T>::operator[]", "index out of range");
+    results.setNodeCount(-1);
+    EXPECT_QT_ASSERTION(results.addFieldDataCode(kP), "QVector::QVector",
+                        "Size must be greater than or equal to 0.");
 }
 
 TEST(UncheckedCaller, IsStoppedByTheLibrarysChecks)

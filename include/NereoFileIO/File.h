@@ -8,8 +8,8 @@
 
 namespace Nereo::Io {
 
-/// The base of every file: content that is loaded from a path and saved to a path, and the version of its
-/// format.
+/// The base of every file: content that is loaded from a path and saved to a path, and the version of that
+/// content.
 ///
 /// Loading and saving say by a bool alone whether they succeeded; nothing is printed. A load that fails keeps
 /// what it has read so far. Paths and all other texts are UTF-8.
@@ -23,18 +23,21 @@ public:
     virtual ~File();
 
     /// Reads the file at the path into this object. False when the file can't be opened, in which case only
-    /// filePath() has changed, or when it isn't well-formed XML, where the format is XML.
+    /// filePath() has changed, or where the format is XML, when the document is malformed or breaks the
+    /// format.
     bool loadFrom(const std::string& path);
 
     /// Writes this object to the file at the path and replaces what was there. False when the file can't be
-    /// opened or, where the format is XML, can't be written completely; the text formats don't notice a full
-    /// disk.
+    /// opened or, where the format is XML, can't be written completely, be it for a full disk or for a text
+    /// with characters that XML can't carry; the old content is gone then too. The text formats don't notice
+    /// a full disk.
     bool saveTo(const std::string& path) const;
 
     /// The path of the last load or save, whether or not it succeeded; empty before the first.
     std::string filePath() const;
 
-    /// The version of the program that wrote the loaded content, where the format has one.
+    /// The version of the content: Version::Current in a new object, what the file says after a load where
+    /// its format has one. A save writes it as it stands.
     Util::Version version() const;
     void setVersion(const Util::Version& version);
 

@@ -22,7 +22,8 @@ namespace Nereo::Io {
 /// defaults.
 ///
 /// Loading XML skips elements that are no keys. Loading text throws std::out_of_range at the first word of a
-/// line that is no key; the lines before it have taken effect, and the object stays usable.
+/// line that is no key, and white space after the last line counts as one; the lines before it have taken
+/// effect, and the object stays usable.
 class NEREOFILEIO_EXPORT Nereo2ConfigFile : public File {
 public:
     static const std::string DefaultName; ///< the customary file name, "NEREO2_default.xml"
@@ -45,8 +46,8 @@ public:
 
     void remove(const std::string& key); ///< until reset; no effect when absent
     void clear();                        ///< removes every setting, until reset
-    void
-    reset(const std::string& key); ///< brings back a setting with its default; no effect on an unknown key
+    /// Brings a setting back with its default. A key that never was one has no effect.
+    void reset(const std::string& key);
     void resetAll();
 
     /// Takes ExePath, the absolute path of the folder of the executable args[0], and JobPrefix, args[1], from

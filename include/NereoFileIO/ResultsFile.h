@@ -23,7 +23,7 @@ namespace Nereo::Io {
 ///
 /// A file that contradicts itself stops the process: a field that is named twice, or is held already; a node
 /// number outside 1 to nodeCount() where a field is known; a negative count of fields, or of nodes where a
-/// field is known. A field of more nodes than memory or a QVector can hold, 268 million, throws
+/// field is known. A field of too many nodes for memory, or for a QVector (268 million), throws
 /// std::bad_alloc out of loadFrom(). Memory for the announced number of nodes is taken whether or not the
 /// file holds them: a file of 400 bytes may announce gigabytes.
 class NEREOFILEIO_EXPORT ResultsFile : public File {

@@ -11,9 +11,9 @@ namespace Nereo::Io {
 
 /// One named value of the solver configuration: an integer, a floating-point number or a text.
 ///
-/// The type is the one of the value that the configuration created the setting with. It never changes: text
-/// from a file or a command line is converted to it, and text that is no number becomes zero. There is no
-/// boolean type; switches are the integers 0 and 1.
+/// The type is the one of the value that the configuration created the setting with. Text never changes it:
+/// text from a file or a command line is converted to it, and text that is no number becomes zero. There is
+/// no boolean type; switches are the integers 0 and 1.
 class NEREOFILEIO_EXPORT Setting {
 public:
     enum Type : int {
@@ -25,7 +25,7 @@ public:
 
     Setting(); ///< no name, no value
     Setting(const Setting& other);
-    Setting& operator=(const Setting& other);
+    Setting& operator=(const Setting& other); ///< takes name and type as well
     ~Setting();
 
     /// The key under which the configuration holds the setting.
@@ -34,11 +34,14 @@ public:
 
     Type type() const;
 
-    /// Replaces the value by the text, converted to the setting's type. "12abc" and "" make an Int 0;
-    /// integers are decimal. The decimal separator is a point whatever the locale.
+    /// Replaces the value by the text, converted to the setting's type. "12abc" and "" make an Int 0, as does
+    /// a number past 32 bits; "1e400" makes a Double infinite. Integers are decimal. The decimal separator is
+    /// a point whatever the locale.
     void setValueFromString(const std::string& text);
 
-    int valueAsInt() const;       ///< a Double is rounded, a String parsed; 0 when that fails
+    /// A Double is rounded, which means nothing beyond the range of an int; a String is parsed, and 0 when
+    /// that fails.
+    int valueAsInt() const;
     double valueAsDouble() const; ///< a String is parsed; 0.0 when that fails
 
     /// A Double gives the shortest text that reads back as the same number: "0.01", "1e+20".

@@ -10,8 +10,8 @@ namespace Nereo::Util {
 
 /// A version of four numbers, written "2024.0.0.0".
 ///
-/// Every file object carries one: the version of the program that wrote the file, or Version::Current for a
-/// file that has not been loaded.
+/// Every file object carries one, that of its content: Version::Current in a new object, what the file says
+/// after a load. A save writes it as it stands.
 class NEREOUTILITY_EXPORT Version {
 public:
     static const Version Current; ///< the version of this library
