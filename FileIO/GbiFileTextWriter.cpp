@@ -13,15 +13,8 @@ namespace Nereo::Io {
 namespace {
 
 // In the order of the enumerators.
-constexpr QLatin1String coordinateSystemWords[] = {
-    QLatin1String(""),   QLatin1String("XY"), QLatin1String("XR"),  QLatin1String("RY"),  QLatin1String("RT"),
-    QLatin1String("ZY"), QLatin1String("XZ"), QLatin1String("XYZ"), QLatin1String("RTZ"),
-};
-
-constexpr QLatin1String unitsWords[] = {
-    QLatin1String("meter"), QLatin1String("cm"),   QLatin1String("mm"),
-    QLatin1String("feet"),  QLatin1String("inch"), QLatin1String("inch-WATT"),
-};
+constexpr const char* coordinateSystemWords[] = {"", "XY", "XR", "RY", "RT", "ZY", "XZ", "XYZ", "RTZ"};
+constexpr const char* unitsWords[] = {"meter", "cm", "mm", "feet", "inch", "inch-WATT"};
 
 const char meshSections[] = R"(*** Extruded Parts Summary
 0
@@ -58,7 +51,7 @@ const char otherConditions[] = R"(*** Spatial nodal boundary conditions
 )";
 
 template <std::size_t count>
-QLatin1String word(const QLatin1String (&words)[count], int index)
+const char* word(const char* const (&words)[count], int index)
 {
     NEREO_ASSERT_INDEX(index, int(count), "QList<T>::operator[]", "FileIO/GbiFileTextWriter");
     return words[index];
@@ -89,8 +82,8 @@ void GbiFileTextWriter::writeHeader(QTextStream& out) const
 
 void GbiFileTextWriter::writeCoordinateSystem(QTextStream& out) const
 {
-    const QLatin1String name = word(coordinateSystemWords, file_->coordinateSystem());
-    out << "*** Coordinate System\n" << name << ' ' << name << '\n'; // twice, that is the format
+    const char* const name = word(coordinateSystemWords, file_->coordinateSystem());
+    out << "*** Coordinate System\n" << name << ' ' << name << '\n'; // twice: that is the format
 }
 
 void GbiFileTextWriter::writeMaterials(QTextStream& out) const
