@@ -75,6 +75,13 @@ bool load(const std::string& path, Target& target)
     return isLoaded(stream);
 }
 
+/// All there is to loading a format that has no reader.
+inline bool canLoad(const std::string& path)
+{
+    QFile device;
+    return openFile(device, path, QIODevice::ReadOnly | QIODevice::Text);
+}
+
 template <class FormatWriter, class Source>
 bool save(const std::string& path, const Source& source)
 {

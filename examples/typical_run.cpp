@@ -9,6 +9,7 @@
 #include <NereoFileIO/ControlFile.h>
 #include <NereoFileIO/FieldVariable.h>
 #include <NereoFileIO/MaterialDatabaseFile.h>
+#include <NereoFileIO/GbiFile.h>
 #include <NereoFileIO/Nereo2ConfigFile.h>
 #include <NereoFileIO/ResultsFile.h>
 
@@ -21,11 +22,14 @@
 #include <sstream>
 #include <stdexcept>
 
+using Nereo::Io::BoundaryCondition;
 using Nereo::Io::CodeNameTable;
 using Nereo::Io::Material;
 using Nereo::Io::MaterialDatabaseFile;
 using Nereo::Io::MaterialProperty;
 using Nereo::Io::ControlFile;
+using Nereo::Io::GbiFile;
+using Nereo::Io::Material;
 using Nereo::Io::Nereo2ConfigFile;
 using Nereo::Io::ResultsFile;
 
@@ -275,12 +279,45 @@ void runControlFile(const std::string& samples, const std::string& output)
         load(control, path);
         printChangedControl(control);
     }
+BoundaryCondition conditionOn(int entityId, int code, double value)
+{
+    BoundaryCondition condition(code);
+    condition.setEntityId(entityId);
+    condition.setValue(value);
+    return condition;
+}
+
+/// A square filled with air, whose lid moves along it.
+void writeGeometryAndBoundaries(const std::string& path)
+{
+    constexpr int lid = 1;
+    constexpr int walls[] = {2, 3, 4};
+    constexpr int corner = 5;
+
+    Material air("fluid");
+    air.setId(1);
+    air.setName("Air");
+
+    GbiFile file;
+    file.setJobName("cavity");
+    file.setCoordinateSystem(GbiFile::XY);
+    file.materialDatabase().add(air);
+    file.addSurfaceBoundaryCondition(conditionOn(lid, Nereo::Io::kU, 1.0));
+    file.addSurfaceBoundaryCondition(conditionOn(lid, Nereo::Io::kV, 0.0));
+    for (const int wall : walls) {
+        file.addSurfaceBoundaryCondition(conditionOn(wall, Nereo::Io::kU, 0.0));
+        file.addSurfaceBoundaryCondition(conditionOn(wall, Nereo::Io::kV, 0.0));
+    }
+    file.addSurfaceBoundaryCondition(
+        conditionOn(corner, Nereo::Io::kLockP, 0.0)); // fixes the pressure's level
+    save(file, path);
 }
 
 void run(const std::string& samples, const std::string& output)
 {
     std::filesystem::create_directories(output);
     runConfiguration(samples, output);
+    writeGeometryAndBoundaries(output + "/cavity.gbi");
     std::cout << '\n';
     showMaterials(samples, output);
     runControlFile(samples, output);
