@@ -1,15 +1,15 @@
-// A run of the solver as its files see it: typical_run SAMPLES OUTPUT
+// A run of the solver from its first file to its last: typical_run SAMPLES OUTPUT
 //
-// The front end's configuration is loaded, overridden by the solver's command line and saved in both forms.
-// Materials are loaded, changed and saved.
-// The control file of the run is built, saved, and loaded as the solver loads it.
-// The results that the solver left are loaded and compared with published values.
+// Two programs exchange files and nothing else. The front end writes the configuration of the run, the
+// control file, and the geometry and boundary file; the solver reads them; the front end reads the results.
+// This program plays both of them, one after the other, in the folder OUTPUT. What they start from, and the
+// results, lie in SAMPLES.
 
 #include <NereoFileIO/CodeNameTable.h>
 #include <NereoFileIO/ControlFile.h>
 #include <NereoFileIO/FieldVariable.h>
-#include <NereoFileIO/MaterialDatabaseFile.h>
 #include <NereoFileIO/GbiFile.h>
+#include <NereoFileIO/MaterialDatabaseFile.h>
 #include <NereoFileIO/Nereo2ConfigFile.h>
 #include <NereoFileIO/ResultsFile.h>
 
@@ -22,18 +22,11 @@
 #include <sstream>
 #include <stdexcept>
 
-using Nereo::Io::BoundaryCondition;
-using Nereo::Io::CodeNameTable;
-using Nereo::Io::Material;
-using Nereo::Io::MaterialDatabaseFile;
-using Nereo::Io::MaterialProperty;
-using Nereo::Io::ControlFile;
-using Nereo::Io::GbiFile;
-using Nereo::Io::Material;
-using Nereo::Io::Nereo2ConfigFile;
-using Nereo::Io::ResultsFile;
+using namespace Nereo::Io;
 
 namespace {
+
+// What both programs need. A load or save says by a bool whether it succeeded.
 
 void require(bool succeeded, const std::string& what)
 {
@@ -41,59 +34,213 @@ void require(bool succeeded, const std::string& what)
         throw std::runtime_error(what);
 }
 
-void load(Nereo::Io::File& file, const std::string& path)
+void load(File& file, const std::string& path)
 {
     require(file.loadFrom(path), "can't load " + path);
     std::cout << "Loaded " << path << " (version " << file.version().toString().toStdString() << ")\n";
 }
 
-void save(const Nereo::Io::File& file, const std::string& path)
+void save(const File& file, const std::string& path)
 {
     require(file.saveTo(path), "can't save " + path);
     std::cout << "Saved " << path << '\n';
 }
 
-void printChangedSettings(const Nereo2ConfigFile& config)
+std::string nameOf(int code)
+{
+    return CodeNameTable::instance().nameForCode(code, false).toStdString();
+}
+
+void printHeadings()
+{
+    std::cout << "\n  " << std::left << std::setw(28) << "Setting" << std::setw(12) << "Default"
+              << "Value\n";
+}
+
+template <class Value>
+void printChange(const std::string& what, const Value& defaultValue, const Value& value)
+{
+    if (value != defaultValue)
+        std::cout << "  " << std::left << std::setw(28) << what << std::setw(12) << defaultValue << value
+                  << '\n';
+}
+
+void printChanges(const Nereo2ConfigFile& config)
 {
     const Nereo2ConfigFile defaults;
-    std::cout << "\n  " << std::left << std::setw(22) << "Setting" << std::setw(12) << "Default"
-              << "Value\n";
-    for (const std::string& key : config.keys()) {
-        const std::string value = config.setting(key).valueAsString();
-        const std::string defaultValue = defaults.setting(key).valueAsString();
-        if (value != defaultValue)
-            std::cout << "  " << std::setw(22) << key << std::setw(12) << defaultValue << value << '\n';
+    printHeadings();
+    for (const std::string& key : config.keys())
+        printChange(key, defaults.setting(key).valueAsString(), config.setting(key).valueAsString());
+    std::cout << '\n';
+}
+
+void printChanges(const ControlFile& control)
+{
+    const ControlFile defaults;
+    printHeadings();
+    printChange("title", std::string("..."), control.title());
+    for (int i = 0; i < ControlFile::EquationCount; ++i)
+        printChange("equation " + std::to_string(i), defaults.equationFlag(i), control.equationFlag(i));
+    printChange("sequential solver", defaults.sequentialSolver().integer1,
+                control.sequentialSolver().integer1);
+    for (int code = 1; code <= ControlFile::SolvedVariableCount; ++code)
+        printChange("tolerance of " + nameOf(code), defaults.phiSolve(code).tolerance,
+                    control.phiSolve(code).tolerance);
+    for (int code = 1; code <= ControlFile::RelaxedVariableCount; ++code)
+        printChange("relaxation of " + nameOf(code), defaults.phiUnderRelax(code),
+                    control.phiUnderRelax(code));
+    for (int code = 1; code <= ControlFile::ConstantCount; ++code)
+        printChange(nameOf(code), control.originalConstant(code), control.constant(code));
+    for (int i = 0; i < control.flagCount(); ++i)
+        printChange("flag " + control.flag(i).name(), std::string(), control.flag(i).value());
+    std::cout << '\n';
+}
+
+// The front end, before the run.
+
+/// The site's defaults become the configuration of this run. XML, since the name ends in ".xml".
+void writeConfiguration(const std::string& samples, const std::string& folder)
+{
+    Nereo2ConfigFile config;
+    load(config, samples + "/NEREO2_default.xml");
+    printChanges(config);
+    save(config, folder + "/cavity.xml");
+
+    Nereo2ConfigFile fromText; // any other suffix is the text form, a setting a line
+    load(fromText, samples + "/solver.cfg");
+    printChanges(fromText);
+}
+
+/// "998.21, constant" or "4 points over kT, piecewise_linear"; "-" where the material has no such property
+std::string describe(const MaterialProperty& property)
+{
+    if (property.type().empty())
+        return "-";
+    std::ostringstream text;
+    if (property.pointCount() == 0)
+        text << property.value();
+    else
+        text << property.pointCount() << " points over " << nameOf(property.independentVariable());
+    text << ", " << property.variationType();
+    return text.str();
+}
+
+void printMaterials(const MaterialDatabaseFile& database)
+{
+    const char* const properties[] = {"density", "viscosity", "conductivity", "specific_heat"};
+    constexpr int width = 36;
+    std::cout << "\n  " << std::left << std::setw(26) << "Material" << std::setw(14) << "Type";
+    for (const char* property : properties)
+        std::cout << std::setw(width) << property;
+    std::cout << '\n';
+    for (int i = 0; i < database.count(); ++i) {
+        const Material& material = database.material(i); // const: asking for a property adds none
+        const QString name = QString::fromStdString(material.name()).leftJustified(26); // letters, not bytes
+        std::cout << "  " << name.toStdString() << std::setw(14) << material.type();
+        for (const char* property : properties)
+            std::cout << std::setw(width) << describe(material.property(property));
+        std::cout << '\n';
     }
     std::cout << '\n';
 }
 
-void runConfiguration(const std::string& samples, const std::string& output)
+/// The materials to choose from, with the density of water at 25 C.
+MaterialDatabaseFile chooseMaterials(const std::string& samples, const std::string& folder)
 {
-    // The front end's file is XML: the suffix decides.
+    MaterialDatabaseFile database;
+    load(database, samples + "/materials.xml");
+    printMaterials(database);
+    require(database.contains("Water") && database.contains("Air"), "materials are missing");
+    database.material("Water").property("density").setValue(997.05);
+    save(database, folder + "/materials.xml");
+    return database;
+}
+
+void writeControlFile(const Material& fluid, const std::string& folder)
+{
+    ControlFile control;
+    control.setTitle("Lid-driven cavity, Re 100");
+    control.setEquationFlag(3, 0);
+    control.phiSolve(kP).tolerance = 1e-9;
+    control.sequentialSolver().integer1 = 50;
+    control.setPhiUnderRelax(kP, 0.3);
+    control.setConstant(kPRef, 101325); // only constants that differ from their defaults are saved
+    control.materialDatabase().add(fluid);
+
+    Flag restartEvery;
+    restartEvery.setName("restart_every");
+    restartEvery.setValue(100);
+    control.addFlag(restartEvery);
+    save(control, folder + "/cavity.ctl");
+}
+
+BoundaryCondition conditionOn(int entity, int code, double value)
+{
+    BoundaryCondition condition(code);
+    condition.setEntityId(entity);
+    condition.setValue(value);
+    return condition;
+}
+
+/// A square filled with the fluid, whose lid moves along it.
+void writeGeometryAndBoundaries(const Material& fluid, const std::string& folder)
+{
+    constexpr int lid = 1;
+    constexpr int walls[] = {2, 3, 4};
+    constexpr int corner = 5;
+
+    GbiFile file;
+    file.setJobName("cavity");
+    file.setCoordinateSystem(GbiFile::XY);
+    file.materialDatabase().add(fluid);
+    file.addSurfaceBoundaryCondition(conditionOn(lid, kU, 1.0));
+    file.addSurfaceBoundaryCondition(conditionOn(lid, kV, 0.0));
+    for (const int wall : walls) {
+        file.addSurfaceBoundaryCondition(conditionOn(wall, kU, 0.0));
+        file.addSurfaceBoundaryCondition(conditionOn(wall, kV, 0.0));
+    }
+    file.addSurfaceBoundaryCondition(conditionOn(corner, kLockP, 0.0)); // fixes the level of the pressure
+    save(file, folder + "/cavity.gbi");
+}
+
+void prepareRun(const std::string& samples, const std::string& folder)
+{
+    std::cout << "The front end prepares the run\n\n";
+    writeConfiguration(samples, folder);
+    const MaterialDatabaseFile materials = chooseMaterials(samples, folder);
+    const Material& air = materials.material("Air");
+    writeControlFile(air, folder);
+    writeGeometryAndBoundaries(air, folder);
+}
+
+// The solver.
+
+void startSolver(const std::string& folder, const std::vector<std::string>& args)
+{
+    std::cout << "\nThe solver starts:";
+    for (const std::string& arg : args)
+        std::cout << ' ' << arg;
+    std::cout << "\n\n";
+
+    // The command line goes over the configuration file.
     Nereo2ConfigFile config;
-    load(config, samples + "/NEREO2_default.xml");
-    printChangedSettings(config);
-
-    // The same in the plain text form, one setting a line.
-    Nereo2ConfigFile textConfig;
-    load(textConfig, samples + "/solver.cfg");
-    printChangedSettings(textConfig);
-
-    // The solver's command line goes over its configuration file.
-    const std::vector<std::string> args {
-        "/opt/nereo/bin/solver", "cavity", "-MaxIter", "500", "-Transient", "1"};
+    load(config, folder + "/cavity.xml");
     require(config.loadFromRequiredCommandLineArguments(args),
             "the executable and the job prefix are missing");
     require(config.loadFromOptionalCommandLineArguments(args), "an option is unknown");
-    std::cout << "Applied the command line:";
-    for (const std::string& arg : args)
-        std::cout << ' ' << arg;
-    std::cout << '\n';
-    printChangedSettings(config);
+    printChanges(config);
+    save(config, folder + "/cavity.cfg");
 
-    save(config, output + "/cavity.xml");
-    save(config, output + "/cavity.cfg");
+    ControlFile control; // loading leaves out the materials
+    load(control, folder + "/cavity.ctl");
+    std::cout << "\n  What the solver was asked to do, where it isn't the default:\n";
+    printChanges(control);
+
+    GbiFile geometry; // only written by this library; the solver has its own reader
+    load(geometry, folder + "/cavity.gbi");
 }
+
+// The front end, after the run.
 
 // The sample's mesh: 65 x 65 nodes on the unit square, counted row by row from the bottom left corner.
 constexpr int nodesPerRow = 65;
@@ -131,10 +278,8 @@ void printFields(const ResultsFile& results)
         const QVector<double> values = results.fieldData(code); // shared with the object, not copied
         const auto [smallest, largest] = std::minmax_element(values.begin(), values.end());
         const double sum = std::accumulate(values.begin(), values.end(), 0.0);
-        std::cout << "  " << std::left << std::setw(10)
-                  << CodeNameTable::instance().nameForCode(code, false).toStdString() << std::right
-                  << std::setw(14) << *smallest << std::setw(14) << *largest << std::setw(14)
-                  << sum / values.size() << '\n';
+        std::cout << "  " << std::left << std::setw(10) << nameOf(code) << std::right << std::setw(14)
+                  << *smallest << std::setw(14) << *largest << std::setw(14) << sum / values.size() << '\n';
     }
 }
 
@@ -167,7 +312,7 @@ void printCentreLine(const QVector<double>& horizontalVelocity)
 
 void showResults(const std::string& path)
 {
-    ResultsFile results;
+    ResultsFile results; // a new one for each file: loading adds to what is there
     load(results, path);
     std::cout << "  " << results.title() << '\n'
               << "  " << results.dateTimeString() << ", iteration " << results.currentIteration() << " from "
@@ -175,155 +320,22 @@ void showResults(const std::string& path)
               << "  " << results.nodeCount() << " nodes, " << results.elementCount() << " elements\n";
     printFields(results);
 
-    const QVector<double> horizontalVelocity = results.fieldData(Nereo::Io::kU);
+    const QVector<double> horizontalVelocity = results.fieldData(kU);
     require(horizontalVelocity.size() == nodesPerRow * nodesPerRow,
             "the results are not those of the cavity");
     printCentreLine(horizontalVelocity);
 }
 
-/// "998.21, constant" or "4 points over kT, piecewise_linear"
-std::string describe(const MaterialProperty& property)
+void run(const std::string& samples, const std::string& folder)
 {
-    std::ostringstream text;
-    if (property.pointCount() == 0)
-        text << property.value();
-    else
-        text << property.pointCount() << " points over "
-             << CodeNameTable::instance().nameForCode(property.independentVariable(), false).toStdString();
-    text << ", " << property.variationType();
-    return text.str();
-}
+    std::filesystem::create_directories(folder);
+    prepareRun(samples, folder);
+    startSolver(folder, {"/opt/nereo/bin/solver", "cavity", "-MaxIter", "500", "-Transient", "1"});
 
-void printMaterial(const Material& material)
-{
-    std::cout << "  " << material.name() << " (" << material.type() << ")\n";
-    for (const char* type : {"density", "viscosity", "conductivity", "specific_heat"})
-        std::cout << "    " << std::setw(20) << type << describe(material.property(type)) << '\n';
-}
-
-void showMaterials(const std::string& samples, const std::string& output)
-{
-    MaterialDatabaseFile database;
-    load(database, samples + "/materials.xml");
-    std::cout << '\n' << std::left;
-    for (int i = 0; i < database.count(); ++i)
-        printMaterial(database.material(i));
-    std::cout << '\n';
-
-    // A name that isn't there would give the first material.
-    require(database.contains("Water"), "there is no water");
-    database.material("Water").property("density").setValue(997.05); // at 25 C
-    save(database, output + "/materials.xml");
-ControlFile cavityRun(const std::string& samples)
-{
-    Nereo::Io::MaterialDatabaseFile materials;
-    load(materials, samples + "/materials.xml");
-    require(materials.contains("Air"), "there is no air");
-
-    ControlFile control;
-    control.setTitle("Lid-driven cavity, Re 100");
-    control.setEquationFlag(3, 0);
-    control.phiSolve(Nereo::Io::kP).tolerance = 1e-9;
-    control.sequentialSolver().integer1 = 50;
-    control.setPhiUnderRelax(Nereo::Io::kP, 0.3);
-    control.setConstant(Nereo::Io::kPRef, 101325);
-    control.setConstant(Nereo::Io::kGravY, -9.81);
-    control.materialDatabase().add(materials.material("Air"));
-
-    Nereo::Io::Flag restartEvery;
-    restartEvery.setName("restart_every");
-    restartEvery.setValue(100);
-    control.addFlag(restartEvery);
-    return control;
-}
-
-void printChange(const std::string& what, double defaultValue, double value)
-{
-    if (value != defaultValue)
-        std::cout << "  " << std::left << std::setw(28) << what << std::setw(12) << defaultValue << value
-                  << '\n';
-}
-
-void printChangedControl(const ControlFile& control)
-{
-    const ControlFile defaults;
-    const auto nameOf = [](int code) {
-        return CodeNameTable::instance().nameForCode(code, false).toStdString();
-    };
-    std::cout << "  " << control.title() << "\n\n  " << std::left << std::setw(28) << "Setting"
-              << std::setw(12) << "Default"
-              << "Value\n";
-    for (int i = 0; i < 5; ++i)
-        printChange("equation " + std::to_string(i), defaults.equationFlag(i), control.equationFlag(i));
-    printChange("sequential solver", defaults.sequentialSolver().integer1,
-                control.sequentialSolver().integer1);
-    for (int code = 1; code <= 24; ++code)
-        printChange("tolerance of " + nameOf(code), defaults.phiSolve(code).tolerance,
-                    control.phiSolve(code).tolerance);
-    for (int code = 1; code <= 46; ++code)
-        printChange("relaxation of " + nameOf(code), defaults.phiUnderRelax(code),
-                    control.phiUnderRelax(code));
-    for (int code = 1; code <= 328; ++code)
-        printChange(nameOf(code), control.originalConstant(code), control.constant(code));
-    for (int i = 0; i < control.flagCount(); ++i)
-        std::cout << "  " << std::setw(40) << "flag " + control.flag(i).name() << control.flag(i).value()
-                  << '\n';
-    std::cout << '\n';
-}
-
-void runControlFile(const std::string& samples, const std::string& output)
-{
-    save(cavityRun(samples), output + "/cavity.ctl");
-    for (const std::string& path : {output + "/cavity.ctl", samples + "/cavity.ctl"}) {
-        ControlFile control; // the solver's: its materials aren't loaded
-        load(control, path);
-        printChangedControl(control);
-    }
-BoundaryCondition conditionOn(int entityId, int code, double value)
-{
-    BoundaryCondition condition(code);
-    condition.setEntityId(entityId);
-    condition.setValue(value);
-    return condition;
-}
-
-/// A square filled with air, whose lid moves along it.
-void writeGeometryAndBoundaries(const std::string& path)
-{
-    constexpr int lid = 1;
-    constexpr int walls[] = {2, 3, 4};
-    constexpr int corner = 5;
-
-    Material air("fluid");
-    air.setId(1);
-    air.setName("Air");
-
-    GbiFile file;
-    file.setJobName("cavity");
-    file.setCoordinateSystem(GbiFile::XY);
-    file.materialDatabase().add(air);
-    file.addSurfaceBoundaryCondition(conditionOn(lid, Nereo::Io::kU, 1.0));
-    file.addSurfaceBoundaryCondition(conditionOn(lid, Nereo::Io::kV, 0.0));
-    for (const int wall : walls) {
-        file.addSurfaceBoundaryCondition(conditionOn(wall, Nereo::Io::kU, 0.0));
-        file.addSurfaceBoundaryCondition(conditionOn(wall, Nereo::Io::kV, 0.0));
-    }
-    file.addSurfaceBoundaryCondition(
-        conditionOn(corner, Nereo::Io::kLockP, 0.0)); // fixes the pressure's level
-    save(file, path);
-}
-
-void run(const std::string& samples, const std::string& output)
-{
-    std::filesystem::create_directories(output);
-    runConfiguration(samples, output);
-    writeGeometryAndBoundaries(output + "/cavity.gbi");
-    std::cout << '\n';
-    showMaterials(samples, output);
-    runControlFile(samples, output);
-    std::cout << '\n';
+    std::cout << "\nThe front end shows the results\n\n";
     for (const char* name : {"/cavity.res", "/cavity-be.res"}) // one in each byte order
         showResults(samples + name);
+    std::cout << "The files of the run are in " << folder << '\n';
 }
 
 } // namespace
