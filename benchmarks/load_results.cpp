@@ -1,6 +1,7 @@
 // load_results METHOD FILE: loads a results file once and prints the seconds, the growth of the process's
 // memory at its peak in bytes, and a sum over the values by which the methods can be compared.
 
+#include "Memory.h"
 #include "ResultsLimit.h"
 
 #include <NereoFileIO/CodeNameTable.h>
@@ -13,24 +14,12 @@
 #include <chrono>
 #include <cstdio>
 #include <cstring>
-#include <fstream>
 #include <map>
 #include <string>
 
 using namespace Nereo::Io;
 
 namespace {
-
-/// A line of /proc/self/status, in bytes.
-double memory(const std::string& name)
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);) {
-        if (line.compare(0, name.size(), name) == 0)
-            return std::stod(line.substr(name.size() + 1)) * 1024;
-    }
-    return 0;
-}
 
 // Every 97th value is enough to see that the same was loaded.
 double sum(const double* values, std::size_t count)

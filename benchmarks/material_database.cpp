@@ -1,12 +1,12 @@
 // material_database METHOD FILE: does one thing with a material database and prints the seconds that it took.
 //
-//   load   loads it; prints also the growth of the process's memory at the peak and that of the loaded model,
-//   in
-//          bytes
+//   load   loads it; prints also the bytes by which the process grew at its peak, and for the loaded model
 //   scan   passes over its tokens, which is the least that a load has to do
 //   save   loads it and saves it to FILE.saved
 //   texts  writes the same elements to FILE.saved, whose texts were all made before the clock starts
 //   names  loads it and looks up each material by its name
+
+#include "Memory.h"
 
 #include <NereoFileIO/MaterialDatabaseFile.h>
 
@@ -17,24 +17,12 @@
 
 #include <chrono>
 #include <cstdio>
-#include <fstream>
 #include <string>
 #include <vector>
 
 using Nereo::Io::MaterialDatabaseFile;
 
 namespace {
-
-/// A line of /proc/self/status, in bytes.
-double memory(const std::string& name)
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);) {
-        if (line.compare(0, name.size(), name) == 0)
-            return std::stod(line.substr(name.size() + 1)) * 1024;
-    }
-    return 0;
-}
 
 template <class Action>
 double secondsFor(Action action)

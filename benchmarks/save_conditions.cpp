@@ -3,6 +3,8 @@
 //
 // The methods: the library; what a plain C program does, fprintf with %g; and a text stream for each item.
 
+#include "Memory.h"
+
 #include <NereoFileIO/CodeNameTable.h>
 #include <NereoFileIO/GbiFile.h>
 
@@ -13,23 +15,11 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 using namespace Nereo::Io;
 
 namespace {
-
-/// A line of /proc/self/status, in bytes.
-double memory(const std::string& name)
-{
-    std::ifstream status("/proc/self/status");
-    for (std::string line; std::getline(status, line);) {
-        if (line.compare(0, name.size(), name) == 0)
-            return std::stod(line.substr(name.size() + 1)) * 1024;
-    }
-    return 0;
-}
 
 GbiFile fileWith(int count)
 {
