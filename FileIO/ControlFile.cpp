@@ -381,6 +381,8 @@ int ControlFile::flagCount() const
 int ControlFile::indexOfFlag(const std::string& name) const
 {
     const QString wanted = Util::toQString(name);
+    if (Util::toStdString(wanted) != name) // bytes that no name has
+        return -1;
     const auto found = std::find_if(flags_.begin(), flags_.end(),
                                     [&wanted](const Flag& flag) { return flag.name_ == wanted; });
     return found == flags_.end() ? -1 : int(found - flags_.begin());

@@ -15,7 +15,7 @@ struct Registry {
 
 Registry& registry() // exists before the first row asks for it
 {
-    static Registry instance;
+    static Registry& instance = *new Registry; // outlives the destructors of other static objects
     return instance;
 }
 

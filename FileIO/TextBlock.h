@@ -17,6 +17,8 @@ namespace Nereo::Io {
 class NEREOFILEIO_EXPORT TextBlock {
 public:
     explicit TextBlock(QTextStream& out);
+    TextBlock(const TextBlock&) = delete; // it points into itself
+    TextBlock& operator=(const TextBlock&) = delete;
 
     TextBlock& operator<<(char character); ///< ASCII
     TextBlock& operator<<(int number);

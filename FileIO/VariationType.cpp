@@ -27,7 +27,7 @@ struct Registry {
 
 Registry& registry() // exists before the first row asks for it
 {
-    static Registry instance;
+    static Registry& instance = *new Registry; // outlives the destructors of other static objects
     return instance;
 }
 
@@ -84,7 +84,7 @@ QString VariationType::name() const
 
 QString VariationType::displayName() const
 {
-    return row(index_).translatedDisplayName();
+    return isValid() ? row(index_).translatedDisplayName() : QString();
 }
 
 int VariationType::code() const

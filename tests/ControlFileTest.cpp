@@ -393,6 +393,10 @@ TEST(ControlFile, KeepsFlagsInTheirOrder)
     EXPECT_EQ(file.indexOfFlag("a"), 1);
     EXPECT_EQ(file.indexOfFlag("A"), -1);
     EXPECT_EQ(file.indexOfFlag(""), -1);
+    file.addFlag(flag("\xFF", "4")); // no UTF-8
+    EXPECT_EQ(file.indexOfFlag("\xFF"), -1);
+    EXPECT_EQ(file.indexOfFlag(file.flag(3).name()), 3);
+    file.removeFlag(3);
 
     file.removeFlag(0);
     ASSERT_EQ(file.flagCount(), 2);

@@ -88,7 +88,8 @@ struct ThermalComfortData {
 ///
 /// Loading changes only what the file carries. The materials and the auto-convergence settings are saved but
 /// not loaded: a load leaves them as they are. saveTo() writes of the constants only those that differ from
-/// their factory values, so load into a new object unless changed constants are to stay.
+/// their factory values, so load into a new object unless changed constants are to stay. Saving
+/// stops the process at a material's curve over a variable outside 0 to kNone.
 ///
 /// loadFrom() gives false only when the file can't be opened. Sections and names that it doesn't know are
 /// skipped, and numbers that it can't read are zero; but a file whose number of flags is not the one that it

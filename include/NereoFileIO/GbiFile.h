@@ -18,7 +18,7 @@ namespace Nereo::Io {
 /// kNone). There is no reader: loadFrom() changes nothing and says whether the file can be opened.
 ///
 /// Conditions are counted from 0. An index outside 0 to surfaceBoundaryConditionCount() - 1 stops the
-/// process. A reference to a condition holds until one is removed.
+/// process. A reference to a condition holds until one is removed or the whole file is assigned to.
 class NEREOFILEIO_EXPORT GbiFile : public File {
 public:
     /// The axes of the mesh: X, Y and Z of a cartesian system, R and T (the angle) of a cylindrical one.

@@ -18,9 +18,9 @@ namespace Nereo::Io {
 ///
 /// Not everything survives a save: numbers have six significant digits, and a property has its value or its
 /// points only where its variation uses them ("constant" and "equation_of_state", "piecewise_linear").
-/// Properties of types without a field variable of their own are saved without their type, and such a file
-/// doesn't load: see Material on properties that share a code. Saving stops the process at an independent
-/// variable outside 0 to kNone.
+/// Properties other than those that the material's type starts with are saved without their type, and such a
+/// file doesn't load: see Material on properties that share a code. Saving stops the process at an
+/// independent variable outside 0 to kNone.
 ///
 /// Materials are counted from 0. An index outside 0 to count() - 1 stops the process. A reference to a
 /// material holds until the list is changed.

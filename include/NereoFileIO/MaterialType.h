@@ -16,7 +16,7 @@ namespace Clt {
 ///
 /// Display names are translated once, all together, by the translators that are installed when a display name
 /// is first asked for or looked up; translators that come later are never seen. All of this may be used from
-/// any thread.
+/// any thread, but not by a translator itself.
 class NEREOFILEIO_EXPORT MaterialType {
 public:
 #define MATERIAL_TYPE(object, name, displayName) static const MaterialType object;
@@ -37,10 +37,11 @@ public:
     /// displayName() or fromDisplayName(), and translated from then on.
     static QStringList displayNames();
 
+    /// From 0, or -1 when invalid.
     constexpr int index() const
     {
         return index_;
-    } ///< from 0, or -1 when invalid
+    }
     constexpr bool isValid() const
     {
         return index_ != -1;

@@ -14,7 +14,7 @@ namespace Clt {
 ///
 /// Display names are translated once, all together, by the translators that are installed when a display name
 /// is first asked for or looked up; translators that come later are never seen. All of this may be used from
-/// any thread.
+/// any thread, but not by a translator itself.
 class NEREOFILEIO_EXPORT PropertyType {
 public:
 #define PROPERTY_TYPE(object, name, displayName, unitCategory, code) static const PropertyType object;
@@ -32,10 +32,11 @@ public:
     /// invalid if there is none.
     static PropertyType fromCode(int code);
 
+    /// From 0, or -1 when invalid.
     constexpr int index() const
     {
         return index_;
-    } ///< from 0, or -1 when invalid
+    }
     constexpr bool isValid() const
     {
         return index_ != -1;
@@ -45,8 +46,8 @@ public:
     QString displayName() const; ///< on screen, translated
 
     int code() const; ///< of the field variable, kNone where the property has none of its own
-    int
-    unitCategory() const; ///< the product's code of the quantity that the values are in; -1 without a unit
+    /// The product's code of the quantity that the values are in; -1 without a unit.
+    int unitCategory() const;
 
     friend constexpr bool operator==(PropertyType left, PropertyType right)
     {

@@ -32,10 +32,11 @@ public:
     /// std::runtime_error with "Unrecognized variation type code" if there is none.
     static VariationType fromCode(int code);
 
+    /// From 0, or -1 when invalid.
     constexpr int index() const
     {
         return index_;
-    } ///< from 0, or -1 when invalid
+    }
     constexpr bool isValid() const
     {
         return index_ != -1;
