@@ -1,8 +1,11 @@
+#include "support/TemporaryFolder.h"
+
 #include <NereoFileIO/Nereo2ConfigFile.h>
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <limits>
 #include <type_traits>
 
 namespace Nereo::Io {
@@ -246,6 +249,36 @@ TEST(Nereo2ConfigFile, KeepsReferencesToTheObjectTheyWereTakenFrom)
     width.setValueFromString("5");
     EXPECT_EQ(config.setting(Nereo2ConfigFile::Width).valueAsInt(), 5);
     EXPECT_EQ(copy.setting(Nereo2ConfigFile::Width).valueAsInt(), 10);
+}
+
+TEST(Nereo2ConfigFile, CarriesNumbersAtTheEdgesInBothForms)
+{
+    const struct {
+        double number;
+        const char* text;
+    } cases[] = {
+        {0.1 + 0.2,                                 "0.30000000000000004"    },
+        {1e20,                                      "1e+20"                  },
+        {-1.5e-7,                                   "-1.5e-07"               },
+        {std::numeric_limits<double>::denorm_min(), "5e-324"                 },
+        {std::numeric_limits<double>::max(),        "1.7976931348623157e+308"},
+        {std::numeric_limits<double>::infinity(),   "inf"                    },
+    };
+    TemporaryFolder folder;
+    for (const std::string& path : {folder.path("run.xml"), folder.path("run.cfg")}) {
+        for (const auto& [number, expected] : cases) {
+            Nereo2ConfigFile config;
+            config.setting(Nereo2ConfigFile::StopTime).setValueFromString(expected);
+            config.setting(Nereo2ConfigFile::MaxIter).setValueFromString("-2147483648");
+            ASSERT_TRUE(config.saveTo(path));
+            EXPECT_THAT(readBytes(path), ::testing::HasSubstr(expected));
+            Nereo2ConfigFile loaded;
+            ASSERT_TRUE(loaded.loadFrom(path));
+            EXPECT_EQ(loaded.setting(Nereo2ConfigFile::StopTime).valueAsDouble(), number) << path;
+            EXPECT_EQ(loaded.setting(Nereo2ConfigFile::MaxIter).valueAsInt(),
+                      std::numeric_limits<int>::min());
+        }
+    }
 }
 
 } // namespace

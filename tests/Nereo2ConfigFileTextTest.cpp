@@ -10,8 +10,6 @@
 
 #include <gmock/gmock.h>
 
-#include <limits>
-
 namespace Nereo::Io {
 namespace {
 
@@ -227,31 +225,6 @@ TEST_F(Nereo2ConfigFileText, LoadsTheSample)
     EXPECT_EQ(text(Nereo2ConfigFile::Width), "10");
 }
 
-TEST_F(Nereo2ConfigFileText, CarriesNumbersAtTheEdges)
-{
-    const struct {
-        double number;
-        const char* text;
-    } cases[] = {
-        {0.1 + 0.2,                                 "0.30000000000000004"    },
-        {1e20,                                      "1e+20"                  },
-        {-1.5e-7,                                   "-1.5e-07"               },
-        {std::numeric_limits<double>::denorm_min(), "5e-324"                 },
-        {std::numeric_limits<double>::max(),        "1.7976931348623157e+308"},
-        {std::numeric_limits<double>::infinity(),   "inf"                    },
-    };
-    for (const auto& [number, expected] : cases) {
-        config.setting(Nereo2ConfigFile::StopTime).setValueFromString(expected);
-        config.setting(Nereo2ConfigFile::MaxIter).setValueFromString("-2147483648");
-        ASSERT_TRUE(config.saveTo(folder.path("run.cfg")));
-        EXPECT_THAT(readBytes(folder.path("run.cfg")), ::testing::HasSubstr(expected));
-        Nereo2ConfigFile loaded;
-        ASSERT_TRUE(loaded.loadFrom(folder.path("run.cfg")));
-        EXPECT_EQ(loaded.setting(Nereo2ConfigFile::StopTime).valueAsDouble(), number);
-        EXPECT_EQ(loaded.setting(Nereo2ConfigFile::MaxIter).valueAsInt(), std::numeric_limits<int>::min());
-    }
-}
-
 TEST_F(Nereo2ConfigFileText, ReadsWhatItWrites)
 {
     // A text that is all white space would come back empty, and so would an inner run of it come back as one
@@ -263,11 +236,7 @@ TEST_F(Nereo2ConfigFileText, ReadsWhatItWrites)
         ASSERT_TRUE(saved.saveTo(folder.path("run.cfg")));
         Nereo2ConfigFile loaded;
         ASSERT_TRUE(loaded.loadFrom(folder.path("run.cfg")));
-        for (const std::string& key : saved.keys()) {
-            ASSERT_EQ(loaded.setting(key).type(), saved.setting(key).type()) << key;
-            ASSERT_EQ(loaded.setting(key).valueAsString(), saved.setting(key).valueAsString()) << key;
-            ASSERT_EQ(loaded.setting(key).valueAsDouble(), saved.setting(key).valueAsDouble()) << key;
-        }
+        expectSameSettings(loaded, saved);
     }
 }
 

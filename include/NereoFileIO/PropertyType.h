@@ -45,7 +45,9 @@ public:
     QString name() const;        ///< in files
     QString displayName() const; ///< on screen, translated
 
-    int code() const; ///< of the field variable, kNone where the property has none of its own
+    /// The code of the field variable, kNone where the property has none of its own.
+    int code() const;
+
     /// The product's code of the quantity that the values are in; -1 without a unit.
     int unitCategory() const;
 

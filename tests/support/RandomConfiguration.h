@@ -2,6 +2,8 @@
 
 #include <NereoFileIO/Nereo2ConfigFile.h>
 
+#include <gtest/gtest.h>
+
 #include <QLocale>
 #include <QStringList>
 
@@ -58,3 +60,13 @@ private:
     QStringList alphabet_;
     std::mt19937_64 bits_ {20240917};
 };
+
+inline void expectSameSettings(const Nereo::Io::Nereo2ConfigFile& loaded,
+                               const Nereo::Io::Nereo2ConfigFile& saved)
+{
+    for (const std::string& key : saved.keys()) {
+        ASSERT_EQ(loaded.setting(key).type(), saved.setting(key).type()) << key;
+        ASSERT_EQ(loaded.setting(key).valueAsString(), saved.setting(key).valueAsString()) << key;
+        ASSERT_EQ(loaded.setting(key).valueAsDouble(), saved.setting(key).valueAsDouble()) << key;
+    }
+}
