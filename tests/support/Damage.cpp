@@ -48,7 +48,9 @@ std::vector<DamagedFile> withAByteReplaced(const std::string& whole)
                 continue;
             std::string bytes = whole;
             bytes[place] = byte;
-            files.push_back({"byte " + std::to_string(place) + " is now " + std::to_string(byte), bytes});
+            files.push_back({"with byte " + std::to_string(place) + " replaced by "
+                                 + std::to_string(static_cast<unsigned char>(byte)),
+                             bytes});
         }
     }
     return files;
