@@ -21,6 +21,14 @@ bool isXml(const std::string& path)
     return QFileInfo(Util::toQString(path)).suffix() == QLatin1String("xml");
 }
 
+/// The absolute path of the folder that holds a file. A name with a NUL is no file's: it is taken as it
+/// stands, which is what Qt does too, but with a warning.
+QString folderOf(const std::string& path)
+{
+    const QFileInfo file(Util::toQString(path));
+    return path.find('\0') == std::string::npos ? file.absolutePath() : file.path();
+}
+
 template <class Settings>
 auto& find(Settings& settings, const std::string& key)
 {
@@ -100,7 +108,7 @@ bool Nereo2ConfigFile::loadFromRequiredCommandLineArguments(const std::vector<st
 {
     if (args.size() < 2)
         return false;
-    setting(ExePath).value_ = QFileInfo(Util::toQString(args[0])).absolutePath();
+    setting(ExePath).value_ = folderOf(args[0]);
     setting(JobPrefix).value_ = Util::toQString(args[1]);
     return true;
 }

@@ -14,6 +14,7 @@
 #include <NereoFileIO/ResultsFile.h>
 
 #include <algorithm>
+#include <clocale>
 #include <cmath>
 #include <filesystem>
 #include <iomanip>
@@ -346,6 +347,7 @@ int main(int argc, char** argv)
         std::cerr << "usage: typical_run SAMPLES OUTPUT\n";
         return 2;
     }
+    std::setlocale(LC_ALL, ""); // the user's, as in any front end; the files don't depend on it
     try {
         run(argv[1], argv[2]);
     } catch (const std::exception& error) {

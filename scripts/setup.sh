@@ -11,6 +11,7 @@ packages=(
     qttools5-dev           # CMake's functions for translations
     qttools5-dev-tools     # lrelease and lupdate
     libgtest-dev libgmock-dev
+    locales                # the source of the tests' locale with a comma
 )
 developer_packages=(
     clang                  # Clang 14

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds the library and passes all tests.
-#   scripts/test.sh [PRESET]   release (the default), debug, clang or asan-ubsan
+#   scripts/test.sh [PRESET]   release (the default), debug, clang, asan-ubsan, or tsan with the tests of threads alone
 set -euo pipefail
 cd "$(dirname "$0")/.."
 preset=${1:-release}

@@ -44,6 +44,24 @@ TEST_F(Nereo2ConfigFileCommandLine, NeedsTheExecutableAndTheJobPrefix)
     }
 }
 
+TEST_F(Nereo2ConfigFileCommandLine, TakesAnExecutableThatNoFileCanBeAsItStands)
+{
+    using namespace std::string_literals;
+    const struct {
+        std::string executable;
+        std::string exePath;
+    } cases[] = {
+        {"",                  ""          },
+        {"/opt/a\0b/solver"s, "/opt/a\0b"s},
+        {"a\0b/solver"s,      "a\0b"s     }, // not against the current folder
+    };
+    for (const auto& [executable, exePath] : cases) {
+        EXPECT_TRUE(config.loadFromRequiredCommandLineArguments({executable, "job1"}));
+        EXPECT_EQ(text(Nereo2ConfigFile::ExePath), exePath);
+        EXPECT_EQ(text(Nereo2ConfigFile::JobPrefix), "job1");
+    }
+}
+
 TEST_F(Nereo2ConfigFileCommandLine, ChangesNothingWithTooFewRequiredArguments)
 {
     for (const Arguments& args : {Arguments {}, Arguments {"/opt/solver/bin/solver"}}) {

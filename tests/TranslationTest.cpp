@@ -1,3 +1,5 @@
+#include "support/OwnProcess.h"
+
 #include <NereoFileIO/MaterialType.h>
 #include <NereoFileIO/PropertyType.h>
 #include <NereoFileIO/VariationType.h>
@@ -9,7 +11,6 @@
 #include <QTranslator>
 #include <QXmlStreamReader>
 
-#include <cstdlib>
 #include <map>
 #include <set>
 #include <thread>
@@ -53,16 +54,7 @@ public:
     mutable std::vector<Request> requests;
 };
 
-/// Display names are translated once for the process, so each of these tests needs one of its own.
-template <class Body>
-void inAProcessOfItsOwn(Body body)
-{
-    const auto run = [&] {
-        body();
-        std::exit(::testing::Test::HasFailure() ? EXIT_FAILURE : EXIT_SUCCESS);
-    };
-    EXPECT_EXIT(run(), ::testing::ExitedWithCode(EXIT_SUCCESS), "");
-}
+// Display names are translated once for the process, so each of these tests needs one of its own.
 
 TEST(TranslationDeathTest, GivesDisplayNamesInGerman)
 {

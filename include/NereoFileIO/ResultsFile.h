@@ -24,8 +24,10 @@ namespace Nereo::Io {
 /// A file that contradicts itself stops the process: a field that is named twice, or is held already; a node
 /// number outside 1 to nodeCount() where a field is known; a negative count of fields, or of nodes where a
 /// field is known. A field of too many nodes for memory, or for a QVector (268 million), throws
-/// std::bad_alloc out of loadFrom(). Memory for the announced number of nodes is taken whether or not the
-/// file holds them: a file of 400 bytes may announce gigabytes.
+/// std::bad_alloc out of loadFrom(). Each field that is named takes memory for the announced number of nodes,
+/// whether or not the file holds them: a file of 400 bytes may announce gigabytes. Before loading files from
+/// strangers, compare their size with the counts in their header, or load them in a process of its own with
+/// limited memory.
 class NEREOFILEIO_EXPORT ResultsFile : public File {
 public:
     ResultsFile();                         ///< no fields, all numbers zero, all texts empty

@@ -1,9 +1,13 @@
+#include "CommaLocale.h"
+
 #include <gmock/gmock.h>
 
 #include <QString>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <string>
 
 namespace {
 
@@ -23,5 +27,7 @@ int main(int argc, char** argv)
 {
     ::testing::InitGoogleMock(&argc, argv);
     qInstallMessageHandler(failOnMessage);
+    if (std::count(argv, argv + argc, std::string("--comma-locale")) > 0)
+        ::testing::AddGlobalTestEnvironment(new CommaLocale); // which GoogleTest deletes
     return RUN_ALL_TESTS();
 }
