@@ -43,6 +43,21 @@ inline bool isLoaded(const QXmlStreamReader& stream)
     return !stream.hasError();
 }
 
+// A text stream writes the last of its text in its destructor, out of which no exception may come. These
+// leave nothing to it: one while everything is well, the other when memory has run out.
+
+inline void finish(QTextStream& stream)
+{
+    stream.flush();
+}
+inline void finish(QXmlStreamWriter&) {}
+
+inline void abandon(QTextStream& stream)
+{
+    stream.setStatus(QTextStream::WriteFailed);
+}
+inline void abandon(QXmlStreamWriter&) {}
+
 inline bool isSaved(const QTextStream&, QFile&)
 {
     return true;
@@ -92,7 +107,13 @@ bool save(const std::string& path, const Source& source)
         return false;
     Stream stream(&device);
     configure(stream);
-    FormatWriter(source).write(stream);
+    try {
+        FormatWriter(source).write(stream);
+        finish(stream);
+    } catch (...) {
+        abandon(stream);
+        throw;
+    }
     return isSaved(stream, device);
 }
 
