@@ -97,14 +97,13 @@ bool ControlFileTextReader::read(QTextStream& in)
     bool hasLine = in.readLineInto(&line);
     while (hasLine) {
         const SectionReader readSection = readerOf(name);
-        QByteArray lines; // UTF-8, which takes half the memory of a QString
+        QString lines;
         for (; hasLine && !isTitle(line); hasLine = in.readLineInto(&line)) {
             if (readSection)
-                lines.append(line.toUtf8()).append('\n');
+                lines.append(line).append(QLatin1Char('\n'));
         }
         if (readSection) {
-            QTextStream body(lines);
-            body.setCodec("UTF-8");
+            QTextStream body(&lines, QIODevice::ReadOnly); // on bytes it would crash when memory runs out
             (this->*readSection)(body);
         }
         if (hasLine) {
