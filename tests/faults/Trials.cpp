@@ -1,0 +1,136 @@
+#include "Trials.h"
+
+#include "AllocationFaults.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <new>
+
+#include <sys/mman.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace Faults {
+namespace {
+
+constexpr unsigned longestRun = 120; // seconds
+constexpr int mostFailures = 5;      // that are worth reading
+
+// A text stream is connected to its device so that it notices its closing. The connection is broken where
+// memory runs out while it is made, and the closing of the device uses it. The stream that reads or writes an
+// XML document owns memory before its constructor has come to its end, and loses it where that fails.
+constexpr const char* leak = "memory is lost";
+constexpr KnownPlace knownPlaces[] = {
+    {"QTextStream::QTextStream(QIODevice*)",           nullptr},
+    {"QXmlStreamReader::QXmlStreamReader(QIODevice*)", leak   },
+    {"QXmlStreamWriter::QXmlStreamWriter(QIODevice*)", leak   },
+};
+
+/// What a trial leaves for the process that watches it.
+struct Record {
+    int number;
+    bool isComplete;
+    bool areAllDone;
+    char complaint[100];
+    FaultPlace place;
+};
+
+class SharedRecord {
+public:
+    SharedRecord()
+        : memory_(mmap(nullptr, sizeof(Record), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0))
+    {
+        new (memory_) Record {};
+        recordFaultsIn(&get().place);
+    }
+    SharedRecord(const SharedRecord&) = delete;
+    SharedRecord& operator=(const SharedRecord&) = delete;
+    ~SharedRecord()
+    {
+        recordFaultsIn(nullptr);
+        munmap(memory_, sizeof(Record));
+    }
+
+    Record& get() { return *static_cast<Record*>(memory_); }
+
+private:
+    void* memory_;
+};
+
+[[noreturn]] void runFrom(int number, const std::function<Trial(int)>& trial, Isolation isolation,
+                          Record& record)
+{
+    alarm(longestRun);
+    do {
+        record.number = number++;
+        record.isComplete = false;
+        record.complaint[0] = '\0';
+        const auto [faultHappened, complaint] = trial(record.number);
+        record.areAllDone = !faultHappened;
+        if (complaint != nullptr)
+            std::strncpy(record.complaint, complaint, sizeof record.complaint - 1);
+        record.isComplete = true;
+    } while (isolation == Isolation::None && !record.areAllDone && record.complaint[0] == '\0');
+    _exit(0);
+}
+
+std::string describeEnd(int status)
+{
+    if (WIFSIGNALED(status))
+        return std::string("signal ") + strsignal(WTERMSIG(status));
+    return "exit with " + std::to_string(WEXITSTATUS(status));
+}
+
+std::string joined(const std::vector<std::string>& lines)
+{
+    std::string text;
+    for (const std::string& line : lines)
+        text += "\n    " + line;
+    return text;
+}
+
+bool isKnown(const Record& record)
+{
+    const std::vector<std::string> functions = record.place.functions();
+    const auto matches = [&](const KnownPlace& known) {
+        const bool isThere = std::find(functions.begin(), functions.end(), known.function) != functions.end();
+        const bool isSo = known.complaint == nullptr
+            || (record.isComplete && std::strcmp(record.complaint, known.complaint) == 0);
+        return isThere && isSo;
+    };
+    return std::any_of(std::begin(knownPlaces), std::end(knownPlaces), matches);
+}
+
+} // namespace
+
+int runTrials(const std::function<Trial(int)>& trial, Isolation isolation)
+{
+    SharedRecord shared;
+    Record& record = shared.get();
+    int failures = 0;
+    int known = 0;
+    for (record.number = -1; !record.areAllDone && failures < mostFailures;) {
+        const pid_t process = fork();
+        if (process == 0)
+            runFrom(record.number + 1, trial, isolation, record);
+        int status = 0;
+        waitpid(process, &status, 0);
+        if (record.isComplete && record.complaint[0] == '\0' && status == 0)
+            continue;
+        if (isKnown(record)) {
+            ++known;
+            continue;
+        }
+        ++failures;
+        ADD_FAILURE() << "allocation " << record.number << ": "
+                      << (record.isComplete ? record.complaint : describeEnd(status)) << ", it failed in"
+                      << joined(record.place.functions());
+    }
+    ::testing::Test::RecordProperty("faults", record.number);
+    ::testing::Test::RecordProperty("known", known);
+    return record.number;
+}
+
+} // namespace Faults
