@@ -77,8 +77,8 @@ std::unique_ptr<File> makeControlFile(int itemCount)
     control->setPhiUnderRelax(kT, 0.3);
     control->setConstant(kPRef, 101325);
     control->inflationData().integer4 = 7;
-    control->materialDatabase().add(makeMaterial(1));
-    control->materialDatabase().add(makeMaterial(2));
+    for (int i = 0; i < 2 + itemCount / 10; ++i)
+        control->materialDatabase().add(makeMaterial(i + 1));
     for (int i = 0; i < itemCount; ++i) {
         Flag flag;
         flag.setName("a_flag_with_a_name_that_is_rather_long_number_" + std::to_string(i));
