@@ -67,6 +67,24 @@ inline bool isSaved(const QXmlStreamWriter& stream, QFile& device)
     return !stream.hasError() && device.flush(); // a small file reaches a full disk in the flush only
 }
 
+/// A file of which nothing is read behind the first read that fails. QFile says the same of a failure as of
+/// the end, that there is less than was asked for, and reads on when asked again: a stream would take what
+/// then comes for the next word, or the rest of one.
+class InputFile : public QFile {
+protected:
+    qint64 readData(char* data, qint64 maxSize) override
+    {
+        if (hasEnded_)
+            return 0;
+        const qint64 count = QFile::readData(data, maxSize);
+        hasEnded_ = count < maxSize;
+        return count;
+    }
+
+private:
+    bool hasEnded_ = false;
+};
+
 inline bool openFile(QFile& device, const std::string& path, QIODevice::OpenMode mode)
 {
     // No file has such a name: QFile would warn about an empty one, and cut the other at its NUL.
@@ -81,7 +99,7 @@ bool load(const std::string& path, Target& target)
 {
     using Stream = typename FormatReader::Stream;
 
-    QFile device;
+    InputFile device;
     if (!openFile(device, path, QIODevice::ReadOnly | textMode<Stream>))
         return false;
     Stream stream(&device);

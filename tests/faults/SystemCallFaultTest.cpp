@@ -197,6 +197,9 @@ TEST_P(SystemCallFaults, EndTheFileWhereAReadFails)
             const Outcome outcome = load(path);
             isDone = files.count(SystemCall::Read) <= read;
             EXPECT_EQ(outcome, loadCut(bytes, std::size_t(files.transferred()))) << "read " << read;
+
+            files.fail(SystemCall::Read, EIO, read, 1);
+            EXPECT_EQ(load(path), outcome) << "read " << read << ", and no other";
         }
     }
     RecordProperty("reads", tried);
