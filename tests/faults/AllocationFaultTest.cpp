@@ -5,8 +5,6 @@
 
 #include <gmock/gmock.h>
 
-#include <new>
-
 namespace Faults {
 namespace {
 
@@ -14,22 +12,6 @@ using Nereo::Io::File;
 
 class AllocationFaults : public ::testing::TestWithParam<std::tuple<FileKind, Allocator, bool>> {
 protected:
-    /// The operation while one allocation fails.
-    template <class Operation>
-    Trial runWithFault(int number, Operation operation) const
-    {
-        bool isReported = false;
-        const AllocationFault fault(allocator, number, persists);
-        try {
-            operation();
-        } catch (const std::bad_alloc&) {
-            isReported = true;
-        }
-        const bool faultHappened = fault.hasHappened();
-        return {faultHappened,
-                faultHappened && !isReported ? "std::bad_alloc doesn't reach the caller" : nullptr};
-    }
-
     /// Runs the trial, which leaves nothing behind.
     template <class Function>
     static Trial withoutLeak(Function trial)
@@ -46,6 +28,7 @@ protected:
     const bool persists = std::get<bool>(GetParam());
     const TemporaryFolder folder;
     const std::string path = folder.write(kind.fileName, bytesOf(kind, fewItems));
+    const std::string targetName = std::string("saved-") + kind.fileName;
 };
 
 TEST_P(AllocationFaults, ReachTheCallerOfALoad)
@@ -64,7 +47,7 @@ TEST_P(AllocationFaults, ReachTheCallerOfALoad)
     runTrials([&](int number) {
         return withoutLeak([&] {
             const auto file = kind.makeEmpty();
-            Trial trial = runWithFault(number, [&] { file->loadFrom(path); });
+            Trial trial = runWithFault(allocator, number, persists, [&] { file->loadFrom(path); });
             if (trial.complaint == nullptr && !isUsable(*file))
                 trial.complaint = "the object can't be used any more";
             return trial;
@@ -74,18 +57,19 @@ TEST_P(AllocationFaults, ReachTheCallerOfALoad)
 
 TEST_P(AllocationFaults, ReachTheCallerOfASave)
 {
-    const std::string target = folder.path(std::string("saved-") + kind.fileName);
     const auto file = kind.makeExample(fewItems);
     const std::string content = kind.describe(*file);
-    ASSERT_TRUE(file->saveTo(target));
+    ASSERT_TRUE(file->saveTo(folder.path(targetName)));
 
     const auto isUnchanged = [&] {
+        const std::string target = folder.freshPath(targetName);
         return kind.describe(*file) == content && file->saveTo(target)
             && (!kind.hasWriter || readBytes(target) == content);
     };
     runTrials([&](int number) {
         return withoutLeak([&] {
-            Trial trial = runWithFault(number, [&] { file->saveTo(target); });
+            const std::string target = folder.freshPath(targetName);
+            Trial trial = runWithFault(allocator, number, persists, [&] { file->saveTo(target); });
             if (trial.complaint == nullptr && !isUnchanged())
                 trial.complaint = "the object has changed";
             return trial;

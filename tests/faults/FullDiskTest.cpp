@@ -1,4 +1,5 @@
 #include "faults/FileKind.h"
+#include "faults/Process.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
@@ -14,7 +15,6 @@
 #include <sched.h>
 #include <sys/mount.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 namespace Faults {
@@ -60,25 +60,13 @@ bool mountSmallFileSystem(const std::string& folder, const std::string& size)
         && mount("tmpfs", folder.c_str(), "tmpfs", 0, ("size=" + size).c_str()) == 0;
 }
 
-/// The exit code of the function in a process of its own.
-template <class Function>
-int exitCodeOf(Function function)
-{
-    const pid_t process = fork();
-    if (process == 0)
-        _exit(function());
-    int status = 0;
-    waitpid(process, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-}
-
 class FullDisk : public ::testing::TestWithParam<FileKind> {
 protected:
     /// A save that finds room for so many bytes.
     void expectPart(const std::unique_ptr<Nereo::Io::File>& file, std::size_t room) const
     {
         const std::string content = kind.describe(*file);
-        QFile::remove(QString::fromStdString(path)); // some file systems take their time to replace a file
+        const std::string path = folder.freshPath(kind.fileName);
         const bool isSaved = [&] {
             const FileSizeLimit limit(room);
             return file->saveTo(path);

@@ -216,7 +216,7 @@ TEST_P(SystemCallFaults, LeaveThePartBeforeAWriteThatFails)
             FaultyFiles files(folder.path());
             files.limitTransfers(1000);
             files.fail(SystemCall::Write, ENOSPC, write, times);
-            const bool isSaved = file->saveTo(path);
+            const bool isSaved = file->saveTo(folder.freshPath(kind.fileName));
             isDone = files.count(SystemCall::Write) <= write;
             EXPECT_EQ(isSaved, isDone || !kind.isXml) << "write " << write << " failed " << times << " times";
             EXPECT_EQ(kind.describe(*file), content);

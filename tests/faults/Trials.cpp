@@ -1,6 +1,6 @@
 #include "Trials.h"
 
-#include "AllocationFaults.h"
+#include "Shared.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,6 @@
 #include <cstring>
 #include <new>
 
-#include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -17,6 +16,12 @@ namespace {
 
 constexpr unsigned longestRun = 120; // seconds
 constexpr int mostFailures = 5;      // that are worth reading
+
+/// A function of Qt in which an allocation can fail, and what then happens that the library can't prevent.
+struct KnownPlace {
+    const char* function;
+    const char* complaint; // null for anything, a crash included
+};
 
 // A text stream is connected to its device so that it notices its closing. The connection is broken where
 // memory runs out while it is made, and the closing of the device uses it. The stream that reads or writes an
@@ -37,28 +42,6 @@ struct Record {
     FaultPlace place;
 };
 
-class SharedRecord {
-public:
-    SharedRecord()
-        : memory_(mmap(nullptr, sizeof(Record), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0))
-    {
-        new (memory_) Record {};
-        recordFaultsIn(&get().place);
-    }
-    SharedRecord(const SharedRecord&) = delete;
-    SharedRecord& operator=(const SharedRecord&) = delete;
-    ~SharedRecord()
-    {
-        recordFaultsIn(nullptr);
-        munmap(memory_, sizeof(Record));
-    }
-
-    Record& get() { return *static_cast<Record*>(memory_); }
-
-private:
-    void* memory_;
-};
-
 [[noreturn]] void runFrom(int number, const std::function<Trial(int)>& trial, Isolation isolation,
                           Record& record)
 {
@@ -67,6 +50,7 @@ private:
         record.number = number++;
         record.isComplete = false;
         record.complaint[0] = '\0';
+        record.place = {};
         const auto [faultHappened, complaint] = trial(record.number);
         record.areAllDone = !faultHappened;
         if (complaint != nullptr)
@@ -105,10 +89,24 @@ bool isKnown(const Record& record)
 
 } // namespace
 
+Trial runWithFault(Allocator allocator, int number, bool persists, const std::function<void()>& operation)
+{
+    bool isReported = false;
+    const AllocationFault fault(allocator, number, persists);
+    try {
+        operation();
+    } catch (const std::bad_alloc&) {
+        isReported = true;
+    }
+    const bool isHidden = fault.hasHappened() && !isReported;
+    return {fault.hasHappened(), isHidden ? "std::bad_alloc doesn't reach the caller" : nullptr};
+}
+
 int runTrials(const std::function<Trial(int)>& trial, Isolation isolation)
 {
-    SharedRecord shared;
-    Record& record = shared.get();
+    Shared<Record> shared;
+    Record& record = *shared;
+    recordFaultsIn(&record.place);
     int failures = 0;
     int known = 0;
     for (record.number = -1; !record.areAllDone && failures < mostFailures;) {
@@ -128,6 +126,7 @@ int runTrials(const std::function<Trial(int)>& trial, Isolation isolation)
                       << (record.isComplete ? record.complaint : describeEnd(status)) << ", it failed in"
                       << joined(record.place.functions());
     }
+    recordFaultsIn(nullptr);
     ::testing::Test::RecordProperty("faults", record.number);
     ::testing::Test::RecordProperty("known", known);
     return record.number;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "AllocationFaults.h"
+
 #include <functional>
 
 /// Runs what may crash in processes of their own, and goes on behind a crash.
@@ -12,16 +14,12 @@ struct Trial {
     const char* complaint; ///< what is wrong; null where nothing is
 };
 
+/// The operation while an allocation fails, of which it has to tell its caller.
+Trial runWithFault(Allocator allocator, int number, bool persists, const std::function<void()>& operation);
+
 enum class Isolation {
     None,   ///< one process for all trials, up to one that goes wrong
     Process ///< one for each trial, which so starts from what this process has done and no more
-};
-
-/// What is known of Qt when memory runs out: a function in which an allocation can fail, and what then
-/// happens that the library can't prevent.
-struct KnownPlace {
-    const char* function;
-    const char* complaint; ///< or nullptr for anything, a crash included
 };
 
 /// Tries the faults number 0, 1, 2 … until there are no more, and fails the test for each that crashes, hangs
