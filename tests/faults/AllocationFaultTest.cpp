@@ -23,6 +23,34 @@ protected:
         return result;
     }
 
+    /// Loads of a file, behind each of which the object has to be as good as new for a load of the whole one.
+    void tryLoadsOf(const std::string& faultyPath) const
+    {
+        const auto whole = kind.makeEmpty();
+        ASSERT_TRUE(whole->loadFrom(path));
+        const std::string content = kind.describe(*whole);
+
+        const auto givesWhole = [&](File& file) {
+            return file.loadFrom(path) && kind.describe(file) == content;
+        };
+        const auto isUsable = [&](File& file) {
+            if (!kind.loadAdds)
+                return givesWhole(file);
+            kind.describe(file);
+            return givesWhole(*kind.makeEmpty());
+        };
+        runTrials([&](int number) {
+            return withoutLeak([&] {
+                const auto file = kind.makeEmpty();
+                const auto load = [&] { file->loadFrom(faultyPath); };
+                Trial trial = runWithFault(allocator, number, persists, load);
+                if (trial.complaint == nullptr && !isUsable(*file))
+                    trial.complaint = "the object can't be used any more";
+                return trial;
+            });
+        });
+    }
+
     const FileKind& kind = std::get<FileKind>(GetParam());
     const Allocator allocator = std::get<Allocator>(GetParam());
     const bool persists = std::get<bool>(GetParam());
@@ -33,26 +61,19 @@ protected:
 
 TEST_P(AllocationFaults, ReachTheCallerOfALoad)
 {
-    const auto whole = kind.makeEmpty();
-    ASSERT_TRUE(whole->loadFrom(path));
-    const std::string content = kind.describe(*whole);
+    tryLoadsOf(path);
+}
 
-    const auto isUsable = [&](File& file) {
-        if (!kind.loadAdds)
-            return file.loadFrom(path) && kind.describe(file) == content;
-        kind.describe(file);
-        const auto next = kind.makeEmpty();
-        return next->loadFrom(path) && kind.describe(*next) == content;
-    };
-    runTrials([&](int number) {
-        return withoutLeak([&] {
-            const auto file = kind.makeEmpty();
-            Trial trial = runWithFault(allocator, number, persists, [&] { file->loadFrom(path); });
-            if (trial.complaint == nullptr && !isUsable(*file))
-                trial.complaint = "the object can't be used any more";
-            return trial;
-        });
-    });
+TEST_P(AllocationFaults, ReachTheCallerOfALoadOfABrokenFile)
+{
+    const std::string bytes = readBytes(path);
+    const std::size_t end = bytes.rfind('\n', bytes.size() / 2) + 1; // between two lines, where there are any
+    tryLoadsOf(folder.write(std::string("broken-") + kind.fileName, bytes.substr(0, end)));
+}
+
+TEST_P(AllocationFaults, ReachTheCallerOfALoadOfNoFile)
+{
+    tryLoadsOf(folder.path(std::string("missing-") + kind.fileName));
 }
 
 TEST_P(AllocationFaults, ReachTheCallerOfASave)

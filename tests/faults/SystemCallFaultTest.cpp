@@ -11,6 +11,8 @@
 #include <cstring>
 #include <stdexcept>
 
+#include <unistd.h>
+
 namespace Faults {
 namespace {
 
@@ -46,8 +48,13 @@ std::string resultOf(Operation operation)
     }
 }
 
+constexpr unsigned longestTest = 120; // seconds
+
 class SystemCallFaults : public ::testing::TestWithParam<FileKind> {
 protected:
+    void SetUp() override { alarm(longestTest); } // which stops the process
+    void TearDown() override { alarm(0); }
+
     Outcome load(const std::string& path) const
     {
         const auto file = kind.makeEmpty();

@@ -23,7 +23,7 @@ enum class Isolation {
 };
 
 /// Tries the faults number 0, 1, 2 … until there are no more, and fails the test for each that crashes, hangs
-/// or has a complaint, unless it happened at a known place. Gives the number of faults.
-int runTrials(const std::function<Trial(int number)>& trial, Isolation isolation = Isolation::None);
+/// or has a complaint, unless it happened at a known place.
+void runTrials(const std::function<Trial(int number)>& trial, Isolation isolation = Isolation::None);
 
 } // namespace Faults
