@@ -1,5 +1,6 @@
 #pragma once
 
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,12 @@ enum class Allocator {
     OperatorNew,
     Malloc, ///< with calloc and realloc: the memory of Qt's containers
 };
+
+/// For the names of parametrised tests.
+inline void PrintTo(Allocator allocator, std::ostream* out)
+{
+    *out << (allocator == Allocator::OperatorNew ? "operator new" : "malloc");
+}
 
 /// While it lives, one allocation of the allocator fails, counted from 0, and where it persists every later
 /// one too. One at a time, on one thread.
