@@ -13,8 +13,6 @@ namespace Nereo::Io {
 
 namespace {
 
-constexpr char byteOrderMark[] = "\xEF\xBB\xBF"; // in UTF-8
-
 bool isTitle(const QString& line)
 {
     return line.startsWith(QLatin1String(" *** "));
@@ -99,16 +97,13 @@ bool ControlFileTextReader::read(QTextStream& in)
     bool hasLine = in.readLineInto(&line);
     while (hasLine) {
         const SectionReader readSection = readerOf(name);
-        QByteArray lines; // UTF-8, which takes half the memory of a QString
+        QString lines;
         for (; hasLine && !isTitle(line); hasLine = in.readLineInto(&line)) {
             if (readSection)
-                lines.append(line.toUtf8()).append('\n');
+                lines.append(line).append(QLatin1Char('\n'));
         }
         if (readSection) {
-            if (lines.startsWith(byteOrderMark))
-                lines.prepend(byteOrderMark); // the stream takes the first one off
-            QTextStream body(lines);
-            body.setCodec("UTF-8");
+            QTextStream body(&lines, QIODevice::ReadOnly); // on bytes it would crash when memory runs out
             (this->*readSection)(body);
         }
         if (hasLine) {

@@ -43,6 +43,21 @@ inline bool isLoaded(const QXmlStreamReader& stream)
     return !stream.hasError();
 }
 
+// A text stream writes the last of its text in its destructor, out of which no exception may come. These
+// leave nothing to it: one while everything is well, the other when memory has run out.
+
+inline void finish(QTextStream& stream)
+{
+    stream.flush();
+}
+inline void finish(QXmlStreamWriter&) {}
+
+inline void abandon(QTextStream& stream)
+{
+    stream.setStatus(QTextStream::WriteFailed);
+}
+inline void abandon(QXmlStreamWriter&) {}
+
 inline bool isSaved(const QTextStream&, QFile&)
 {
     return true;
@@ -51,6 +66,24 @@ inline bool isSaved(const QXmlStreamWriter& stream, QFile& device)
 {
     return !stream.hasError() && device.flush(); // a small file reaches a full disk in the flush only
 }
+
+/// A file of which nothing is read behind the first read that fails. QFile says the same of a failure as of
+/// the end, that there is less than was asked for, and reads on when asked again: a stream would take what
+/// then comes for the next word, or the rest of one.
+class InputFile : public QFile {
+protected:
+    qint64 readData(char* data, qint64 maxSize) override
+    {
+        if (hasEnded_)
+            return 0;
+        const qint64 count = QFile::readData(data, maxSize);
+        hasEnded_ = count < maxSize;
+        return count;
+    }
+
+private:
+    bool hasEnded_ = false;
+};
 
 inline bool openFile(QFile& device, const std::string& path, QIODevice::OpenMode mode)
 {
@@ -66,7 +99,7 @@ bool load(const std::string& path, Target& target)
 {
     using Stream = typename FormatReader::Stream;
 
-    QFile device;
+    InputFile device;
     if (!openFile(device, path, QIODevice::ReadOnly | textMode<Stream>))
         return false;
     Stream stream(&device);
@@ -92,7 +125,13 @@ bool save(const std::string& path, const Source& source)
         return false;
     Stream stream(&device);
     configure(stream);
-    FormatWriter(source).write(stream);
+    try {
+        FormatWriter(source).write(stream);
+        finish(stream);
+    } catch (...) {
+        abandon(stream);
+        throw;
+    }
     return isSaved(stream, device);
 }
 

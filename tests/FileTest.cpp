@@ -11,6 +11,7 @@
 
 #include <gmock/gmock.h>
 
+#include <new>
 #include <stdexcept>
 #include <type_traits>
 
@@ -194,6 +195,18 @@ private:
     const Content* content_;
 };
 
+/// Runs out of memory, with text that the stream hasn't given to the device yet.
+class ThrowingWriter : public Writer<QTextStream> {
+public:
+    explicit ThrowingWriter(const Content&) {}
+
+    void write(QTextStream& out) override
+    {
+        out << "text";
+        throw std::bad_alloc();
+    }
+};
+
 class XmlWriter : public Writer<QXmlStreamWriter> {
 public:
     explicit XmlWriter(const Content& content) : content_(&content) {}
@@ -346,6 +359,12 @@ TEST_F(FileAccess, ClosesTheFileWhenAReaderThrows)
     const int before = openFiles();
     EXPECT_THAT([&] { load<ThrowingReader>(path, content); }, ThrowsMessage<std::runtime_error>("broken"));
     EXPECT_EQ(openFiles(), before);
+}
+
+TEST_F(FileAccess, WritesNothingMoreWhenAWriterThrows)
+{
+    EXPECT_THROW(save<ThrowingWriter>(folder.path("file"), content), std::bad_alloc);
+    EXPECT_EQ(readBytes(folder.path("file")), "");
 }
 
 } // namespace

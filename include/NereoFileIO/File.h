@@ -12,7 +12,9 @@ namespace Nereo::Io {
 /// content.
 ///
 /// Loading and saving say by a bool alone whether they succeeded; nothing is printed. A load that fails keeps
-/// what it has read so far. Paths and all other texts are UTF-8.
+/// what it has read so far. Where the disk fails a read, the file ends there for the load. Where memory runs
+/// out, std::bad_alloc comes out of both, and the object can be used further: a save has changed nothing in
+/// it. Paths and all other texts are UTF-8.
 ///
 /// An object is used by one thread at a time; different objects may be used by different threads.
 class NEREOFILEIO_EXPORT File {

@@ -16,6 +16,13 @@ public:
         return folder_.filePath(QString::fromStdString(name)).toStdString();
     }
 
+    /// The path of a file that isn't there yet, or no more: some file systems take their time to replace one.
+    std::string freshPath(const std::string& name) const
+    {
+        QFile::remove(folder_.filePath(QString::fromStdString(name)));
+        return path(name);
+    }
+
     /// Creates a file and gives its path.
     std::string write(const std::string& name, const std::string& bytes) const
     {
