@@ -1,0 +1,46 @@
+// Any bytes as the text form of a configuration. The one end that the format has for bad content is an
+// exception, which is caught here, so that the bytes are given to the reader as they are.
+
+#include "Formats.h"
+#include "Requirement.h"
+#include "Texts.h"
+
+#include <FileIO/Nereo2ConfigFileTextReader.h>
+#include <FileIO/Nereo2ConfigFileTextWriter.h>
+
+#include <stdexcept>
+
+using namespace Nereo::Io;
+
+namespace {
+
+/// Whether every key in the bytes is known.
+bool read(const QByteArray& bytes, Nereo2ConfigFile& config)
+{
+    try {
+        require(readBytes<Nereo2ConfigFileTextReader>(bytes, config), "text that could be opened is loaded");
+        return true;
+    } catch (const std::out_of_range& error) {
+        require(QByteArray(error.what()) == "invalid map<K, T> key", "the exception is about the key");
+        return false;
+    }
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const QByteArray bytes = inputBytes(data, size);
+    Nereo2ConfigFile config = configurationWithoutTexts();
+    const bool isLoaded = read(bytes, config);
+    const QByteArray saved = writtenBytes<Nereo2ConfigFileTextWriter>(config);
+
+    require(read(bytes, config) == isLoaded, "a second load has this result");
+    requireSame(writtenBytes<Nereo2ConfigFileTextWriter>(config), saved, "a second load changes nothing");
+
+    Nereo2ConfigFile reloaded = configurationWithoutTexts();
+    require(read(saved, reloaded), "what was saved can be loaded");
+    requireSame(writtenBytes<Nereo2ConfigFileTextWriter>(reloaded), saved,
+                "what was saved and loaded is the same");
+    return 0;
+}
