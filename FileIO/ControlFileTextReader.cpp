@@ -13,6 +13,8 @@ namespace Nereo::Io {
 
 namespace {
 
+const char byteOrderMark[] = "\xEF\xBB\xBF";
+
 bool isTitle(const QString& line)
 {
     return line.startsWith(QLatin1String(" *** "));
@@ -103,6 +105,8 @@ bool ControlFileTextReader::read(QTextStream& in)
                 lines.append(line.toUtf8()).append('\n');
         }
         if (readSection) {
+            if (lines.startsWith(byteOrderMark))
+                lines.prepend(byteOrderMark); // one is taken off as that of a file, but here it is text
             QTextStream body(lines);
             body.setCodec("UTF-8");
             (this->*readSection)(body);

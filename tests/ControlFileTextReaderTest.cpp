@@ -195,6 +195,13 @@ TEST_F(ControlFileTextReaderTest, ReadsTheWholeLineOfTheTitle)
     EXPECT_EQ(read("Title", "no line end").title(), "no line end");
 }
 
+TEST_F(ControlFileTextReaderTest, TakesAByteOrderMarkWhereASectionBeginsForACharacter)
+{
+    const QString three = QChar(QChar::ByteOrderMark) + QString("3\n"); // no number
+    EXPECT_EQ(read("Units", three).units(), 0);
+    EXPECT_EQ(read("Flag section", three).flagCount(), 0); // as many as are announced
+}
+
 TEST_F(ControlFileTextReaderTest, ReadsIntegersAsTheTextStreamDoes)
 {
     const struct {
