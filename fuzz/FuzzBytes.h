@@ -3,8 +3,8 @@
 #include <QByteArray>
 #include <QString>
 
-#include <algorithm>
 #include <cstring>
+#include <iterator>
 
 /// Takes values off the bytes that a fuzzer makes up, from their start. What is past their end is zero.
 class FuzzBytes {
@@ -47,8 +47,8 @@ public:
         }
     }
 
-    /// A text of any characters.
-    QString text() { return QString::fromUtf8(take(number<quint8>())); }
+    /// A text of any characters but byte order marks, which texts lose where they begin.
+    QString text() { return QString::fromUtf8(take(number<quint8>())).remove(QChar::ByteOrderMark); }
 
 private:
     QByteArray take(std::size_t size)

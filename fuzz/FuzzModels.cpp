@@ -193,8 +193,7 @@ MaterialDatabaseFile takeMaterials(FuzzBytes& bytes, const TakeText& takeText)
 ControlFile takeControlFile(FuzzBytes& bytes)
 {
     ControlFile file;
-    const QString header = takeLine(bytes);
-    file.setHeaderLine1((header.startsWith(QChar::ByteOrderMark) ? "Ver " + header : header).toStdString());
+    file.setHeaderLine1(takeLine(bytes).toStdString());
     file.setHeaderLine2(takeLine(bytes).toStdString());
     const QString title = takeLine(bytes);
     file.setTitle((title.startsWith(" *** ") ? title.mid(1) : title).toStdString());

@@ -19,8 +19,9 @@ inline const Nereo::Io::Nereo2ConfigFile& configurationWithoutTexts()
     return config;
 }
 
-/// Files are opened as text, which takes every carriage return off on the way in.
-inline QByteArray withoutReturns(QByteArray bytes)
+/// A text that begins with a byte order mark loses it whenever it becomes a QString, and so at each save and
+/// load.
+inline bool hasByteOrderMark(const QByteArray& bytes)
 {
-    return bytes.replace('\r', "");
+    return bytes.contains("\xEF\xBB\xBF");
 }

@@ -4,6 +4,7 @@
 
 #include "Formats.h"
 #include "Requirement.h"
+#include "Texts.h"
 
 #include <FileIO/ControlFileTextReader.h>
 #include <FileIO/ControlFileTextWriter.h>
@@ -85,6 +86,12 @@ QByteArray loadedAndSaved(const QByteArray& bytes)
     return written(file);
 }
 
+/// Its name was a byte order mark. Saved without a name it isn't a flag line any more that the number counts.
+bool hasFlagWithoutName(const ControlFile& file)
+{
+    return file.indexOfFlag({}) >= 0;
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
@@ -92,16 +99,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const QByteArray bytes = withRightFlagCounts(inputBytes(data, size));
     ControlFile file;
     read(bytes, file);
-    file.setHeaderLine1("one that begins with no byte order mark");
     const QByteArray saved = written(file);
 
     read(bytes, file);
-    file.setHeaderLine1("one that begins with no byte order mark");
     requireSame(written(file), saved, "a second load changes nothing");
 
-    // The first save rounds constants, which may then be the factory's, and an empty word is lost on the way
-    // back.
+    if (hasFlagWithoutName(file))
+        return 0;
+    // The first save rounds constants, which may then be the factory's, and an empty word is lost on the way.
     const QByteArray savedAgain = loadedAndSaved(saved);
-    requireSame(loadedAndSaved(savedAgain), savedAgain, "what was saved twice and loaded is the same");
+    if (!hasByteOrderMark(savedAgain))
+        requireSame(loadedAndSaved(savedAgain), savedAgain, "what was saved twice and loaded is the same");
     return 0;
 }

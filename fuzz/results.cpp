@@ -9,6 +9,7 @@
 #include <FileIO/ResultsFileReader.h>
 #include <NereoFileIO/ResultsFile.h>
 
+#include <algorithm>
 #include <cstring>
 
 using namespace Nereo::Io;
