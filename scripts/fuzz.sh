@@ -1,22 +1,22 @@
 #!/usr/bin/env bash
 # Gives the readers what a fuzzer makes up, under the sanitizers. Fails when something is found, and says where.
-#   scripts/fuzz.sh TARGET SECONDS   all, two at a time, or one of configuration_xml, configuration_text,
-#                                    control_file, material_database, results, round_trip
+#   scripts/fuzz.sh TARGET SECONDS   a target of fuzz/CMakeLists.txt, or all of them, two at a time
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-targets=(configuration_xml configuration_text control_file material_database results round_trip)
+mapfile -t targets < <(sed -n 's/^nereo_add_fuzz_target(\([a-z_]*\).*/\1/p' fuzz/CMakeLists.txt)
 target=${1:-}
 seconds=${2:-}
 if [[ ! " all ${targets[*]} " == *" $target "* || ! $seconds =~ ^[0-9]+$ ]]; then
-    sed -n '2,4s/^# \{0,1\}//p' "$0" >&2
+    sed -n '2,3s/^# \{0,1\}//p' "$0" >&2
+    echo "Targets: ${targets[*]}" >&2
     exit 2
 fi
 [ "$target" = all ] || targets=("$target")
 
 scripts/setup.sh --developer
 cmake --preset fuzz >/dev/null
-cmake --build --preset fuzz >/dev/null
+cmake --build --preset fuzz -- --quiet
 
 programs=build/fuzz/fuzz
 work=build/fuzz/work # what has been learnt so far: it grows from run to run
