@@ -3,14 +3,16 @@
 // the reader as they are.
 
 #include "Formats.h"
+#include "Reloading.h"
 #include "Requirement.h"
-#include "Texts.h"
 
 #include <FileIO/ControlFileTextReader.h>
 #include <FileIO/ControlFileTextWriter.h>
 #include <NereoFileIO/ControlFile.h>
 
 #include <QStringList>
+
+#include <algorithm>
 
 using namespace Nereo::Io;
 
@@ -37,6 +39,12 @@ int endOfSection(const QStringList& lines, int place)
     return place;
 }
 
+int flagLineCount(const QStringList& lines)
+{
+    return int(std::count_if(lines.begin(), lines.end(),
+                             [](const QString& line) { return !line.simplified().isEmpty(); }));
+}
+
 bool hasRightCount(const QStringList& section)
 {
     QString text = section.join('\n');
@@ -44,9 +52,7 @@ bool hasRightCount(const QStringList& section)
     int count = 0;
     in >> count;
     in.readLine();
-    for (QString line; in.readLineInto(&line);)
-        count -= line.simplified().isEmpty() ? 0 : 1;
-    return count == 0;
+    return count == flagLineCount(in.readAll().split('\n'));
 }
 
 /// The bytes with the right number at the beginning of each flag section.
@@ -62,8 +68,7 @@ QByteArray withRightFlagCounts(const QByteArray& bytes)
         if (lines[begin - 1].mid(5).simplified() != "Flag section" || hasRightCount(section))
             continue;
         isRight = false;
-        const int count = section.filter(QRegExp("\\S")).size();
-        lines[begin] = QString::number(lines[begin].simplified().isEmpty() ? count : count - 1);
+        lines[begin] = QString::number(flagLineCount(section.mid(1)));
     }
     return isRight ? bytes : lines.join('\n').toUtf8();
 }
@@ -104,7 +109,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     read(bytes, file);
     requireSame(written(file), saved, "a second load changes nothing");
 
-    if (hasFlagWithoutName(file))
+    if (hasFlagWithoutName(file) || !isNew(saved))
         return 0;
     // The first save rounds constants, which may then be the factory's, and an empty word is lost on the way.
     const QByteArray savedAgain = loadedAndSaved(saved);

@@ -4,8 +4,8 @@
 #include "Descriptions.h"
 #include "Formats.h"
 #include "FuzzModels.h"
+#include "Reloading.h"
 #include "Requirement.h"
-#include "Texts.h"
 
 #include <FileIO/ControlFileTextReader.h>
 #include <FileIO/ControlFileTextWriter.h>

@@ -3,8 +3,9 @@
 #include <NereoFileIO/Nereo2ConfigFile.h>
 
 #include <QByteArray>
+#include <QSet>
 
-/// What the texts of the formats have in common that doesn't survive a save and a load.
+/// What targets need to compare what is saved and loaded again.
 
 /// A configuration in which every text is empty. What is empty isn't saved, so only in here does a load bring
 /// everything back that was saved.
@@ -24,4 +25,19 @@ inline const Nereo::Io::Nereo2ConfigFile& configurationWithoutTexts()
 inline bool hasByteOrderMark(const QByteArray& bytes)
 {
     return bytes.contains("\xEF\xBB\xBF");
+}
+
+/// Whether the bytes are met for the first time. Most inputs are saved as one before them, and to load that
+/// again would only take time.
+inline bool isNew(const QByteArray& saved)
+{
+    constexpr int mostRemembered = 10000;
+
+    static QSet<QByteArray> remembered;
+    if (remembered.contains(saved))
+        return false;
+    if (remembered.size() == mostRemembered)
+        remembered.clear();
+    remembered.insert(saved);
+    return true;
 }
