@@ -75,10 +75,10 @@ void ResultsInput::walkNames()
         const int code = CodeNameTable::instance().codeForName(QString::fromLatin1(name.constData()));
         const bool isKnown = code != kNone;
         const bool isRepeated = std::count(codeOfColumn_.begin(), codeOfColumn_.end(), code) != 0;
-        if (isKnown && isRepeated)
-            bytes_[int(place)] = '\0';
-        else if (isKnown)
+        if (isKnown && !isRepeated)
             codeOfColumn_.insert(column, code);
+        else if (isKnown && name.size() == nameSize)
+            bytes_[int(place)] = '\0'; // one that is cut off is no field
     }
 }
 
