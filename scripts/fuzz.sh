@@ -42,7 +42,7 @@ fuzz() {
 
     local input
     input=$(sed -n 's/.*Test unit written to //p' "$log" | tail -1)
-    grep -a -m 1 -E '^FINDING|^==[0-9]+== ?ERROR|runtime error' "$log" || tail -n 20 "$log"
+    grep -a -m 2 -E '^ASSERT|^FINDING|^==[0-9]+== ?ERROR|runtime error' "$log" || tail -n 20 "$log"
     echo "$name: found something; the input is ${input:-unknown}, all that was printed is in $log"
     echo "  again: $programs/fuzz_$name ${input:-INPUT}"
     return 1
