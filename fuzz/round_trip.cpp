@@ -1,10 +1,10 @@
 // A model of any of the kinds with values from the bytes, saved and loaded again: what its format carries has
 // to come back. The geometry and boundary input file, which can't be loaded, is only saved.
 
+#include "ConfigurationWithoutTexts.h"
 #include "Descriptions.h"
 #include "Formats.h"
 #include "FuzzModels.h"
-#include "Reloading.h"
 #include "Requirement.h"
 
 #include <FileIO/ControlFileTextReader.h>
