@@ -13,7 +13,7 @@ namespace Nereo::Io {
 
 namespace {
 
-const char byteOrderMark[] = "\xEF\xBB\xBF";
+constexpr char byteOrderMark[] = "\xEF\xBB\xBF"; // in UTF-8
 
 bool isTitle(const QString& line)
 {
@@ -106,7 +106,7 @@ bool ControlFileTextReader::read(QTextStream& in)
         }
         if (readSection) {
             if (lines.startsWith(byteOrderMark))
-                lines.prepend(byteOrderMark); // one is taken off as that of a file, but here it is text
+                lines.prepend(byteOrderMark); // the stream takes the first one off
             QTextStream body(lines);
             body.setCodec("UTF-8");
             (this->*readSection)(body);
