@@ -8,6 +8,7 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
+#include <algorithm>
 #include <string>
 
 /// The way from a path to a format: opens the file, puts the format's stream on it and decides the result.
@@ -26,7 +27,16 @@ inline void configure(QTextStream& stream)
 {
     stream.setCodec("UTF-8");
 }
-inline void configure(QXmlStreamReader&) {} // follows the document's own declaration
+inline void configure(QXmlStreamReader& stream) // which follows the document's own declaration
+{
+    // Entities may lengthen the text by some million characters in all. Qt's own limit is for each reference,
+    // so that a file of a megabyte could ask for gigabytes.
+    constexpr qint64 mostCharacters = 8 << 20;
+    constexpr qint64 shortestReference = 3; // "&e;"
+    const qint64 mostReferences = std::max(stream.device()->size() / shortestReference, qint64(1));
+    stream.setEntityExpansionLimit(
+        int(std::min(qint64(stream.entityExpansionLimit()), mostCharacters / mostReferences)));
+}
 inline void configure(QXmlStreamWriter& stream)
 {
     stream.setAutoFormatting(true);

@@ -15,7 +15,7 @@ packages=(
 )
 developer_packages=(
     clang                  # Clang 14
-    libclang-rt-14-dev     # its sanitizers
+    libclang-rt-14-dev     # its sanitizers and libFuzzer
     clang-format clang-tidy
     libbenchmark-dev python3 python3-numpy
 )

@@ -262,6 +262,20 @@ TEST_F(Nereo2ConfigFileXml, RefusesEntitiesThatExpandWithoutEnd)
     EXPECT_FALSE(read(document + "]><Nereo2Config><JobPrefix>&e29;</JobPrefix></Nereo2Config>"));
 }
 
+TEST_F(Nereo2ConfigFileXml, RefusesEntitiesThatLengthenTheTextByMillionsOfCharacters)
+{
+    const QByteArray entity(4000, 'x');
+    const auto load = [&](int references) {
+        const QByteArray document = "<!DOCTYPE a [<!ENTITY e '" + entity + "'>]><Nereo2Config><JobPrefix>"
+            + QByteArray("&e;").repeated(references) + "</JobPrefix></Nereo2Config>";
+        return config.loadFrom(folder.write("entities.xml", document.toStdString()));
+    };
+    EXPECT_TRUE(load(1));
+    EXPECT_EQ(text(Nereo2ConfigFile::JobPrefix), entity.toStdString());
+    EXPECT_FALSE(load(4000));
+    EXPECT_LE(text(Nereo2ConfigFile::JobPrefix).size(), entity.size());
+}
+
 TEST_F(Nereo2ConfigFileXml, IsUsedForTheSuffixXml)
 {
     for (const char* name : {"run.xml", ".xml", "a.b.xml", "Strömung \xE6\xB5\x81.xml"}) {

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <NereoFileIO/ControlFile.h>
+#include <NereoFileIO/MaterialDatabaseFile.h>
+#include <NereoFileIO/Nereo2ConfigFile.h>
+
+#include <QByteArray>
+
+/// All of a model that its format carries, a line for each item, so that two models that are the same to a
+/// file have one description. Numbers of which a file holds six digits are told with these.
+
+QByteArray describe(const Nereo::Io::Nereo2ConfigFile& config);
+QByteArray describe(const Nereo::Io::MaterialDatabaseFile& database);
+QByteArray describe(const Nereo::Io::ControlFile& file);

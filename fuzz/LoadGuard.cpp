@@ -1,0 +1,93 @@
+#include "LoadGuard.h"
+
+#include "Requirement.h"
+
+#include <QString>
+
+#include <atomic>
+#include <csignal>
+#include <cstddef>
+#include <limits>
+
+#include <sys/time.h>
+
+#ifdef __has_feature
+#if __has_feature(address_sanitizer)
+#define NEREO_COUNTS_MEMORY
+#endif
+#endif
+#ifdef __SANITIZE_ADDRESS__
+#define NEREO_COUNTS_MEMORY
+#endif
+#ifdef NEREO_COUNTS_MEMORY
+#include <sanitizer/allocator_interface.h>
+#endif
+
+namespace {
+
+constexpr int secondsOfProcessor = 1;
+constexpr qint64 bytesOfAnyLoad = 64 << 20;
+constexpr qint64 unlimited = std::numeric_limits<qint64>::max();
+
+std::atomic<qint64> bytesInUse {0}; // negative where a load frees what was there before it
+std::atomic<qint64> mostBytes {unlimited};
+
+void stopAtMessage(QtMsgType, const QMessageLogContext&, const QString& message)
+{
+    std::fprintf(stderr, "%s\n", qPrintable(message));
+    stopBecause("printed a message");
+}
+
+void stopAtTimer(int)
+{
+    stopBecause("a load takes more than a second of processor time");
+}
+
+#ifdef NEREO_COUNTS_MEMORY
+void countAllocation(const volatile void*, std::size_t size)
+{
+    if ((bytesInUse += qint64(size)) > mostBytes)
+        stopBecause("a load takes more memory than its input accounts for");
+}
+
+void countRelease(const volatile void* memory)
+{
+    bytesInUse -= qint64(__sanitizer_get_allocated_size(memory));
+}
+#endif
+
+bool watch()
+{
+    qInstallMessageHandler(stopAtMessage);
+    std::signal(SIGPROF, stopAtTimer);
+#ifdef NEREO_COUNTS_MEMORY
+    __sanitizer_install_malloc_and_free_hooks(countAllocation, countRelease);
+#endif
+    return true;
+}
+
+void setTimer(int seconds)
+{
+    const itimerval timer {
+        {0,       0},
+        {seconds, 0}
+    };
+    setitimer(ITIMER_PROF, &timer, nullptr);
+}
+
+} // namespace
+
+LoadGuard::LoadGuard(qint64 accountedBytes)
+{
+    static const bool isWatched = watch();
+    Q_UNUSED(isWatched)
+    bytesInUse = 0;
+    mostBytes = bytesOfAnyLoad + accountedBytes;
+    setTimer(secondsOfProcessor);
+}
+
+LoadGuard::~LoadGuard()
+{
+    setTimer(0);
+    mostBytes = unlimited;
+}

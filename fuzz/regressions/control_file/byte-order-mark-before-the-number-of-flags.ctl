@@ -1,0 +1,4 @@
+one
+two
+ *** Flag section
+﻿3
