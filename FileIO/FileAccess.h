@@ -1,5 +1,7 @@
 #pragma once
 
+#include "XmlTokens.h"
+
 #include <NereoUtility/StringConversion.h>
 
 #include <QDataStream>
@@ -8,7 +10,6 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
-#include <algorithm>
 #include <string>
 
 /// The way from a path to a format: opens the file, puts the format's stream on it and decides the result.
@@ -29,13 +30,7 @@ inline void configure(QTextStream& stream)
 }
 inline void configure(QXmlStreamReader& stream) // which follows the document's own declaration
 {
-    // Entities may lengthen the text by some million characters in all. Qt's own limit is for each reference,
-    // so that a file of a megabyte could ask for gigabytes.
-    constexpr qint64 mostCharacters = 8 << 20;
-    constexpr qint64 shortestReference = 3; // "&e;"
-    const qint64 mostReferences = std::max(stream.device()->size() / shortestReference, qint64(1));
-    stream.setEntityExpansionLimit(
-        int(std::min(qint64(stream.entityExpansionLimit()), mostCharacters / mostReferences)));
+    limitEntities(stream, mostReferences(*stream.device()));
 }
 inline void configure(QXmlStreamWriter& stream)
 {
@@ -81,6 +76,13 @@ inline bool isSaved(const QXmlStreamWriter& stream, QFile& device)
 /// the end, that there is less than was asked for, and reads on when asked again: a stream would take what
 /// then comes for the next word, or the rest of one.
 class InputFile : public QFile {
+public:
+    bool seek(qint64 position) override
+    {
+        hasEnded_ = false;
+        return QFile::seek(position);
+    }
+
 protected:
     qint64 readData(char* data, qint64 maxSize) override
     {

@@ -13,6 +13,7 @@
 #include <gmock/gmock.h>
 
 #include <QBuffer>
+#include <QTextCodec>
 
 namespace Nereo::Io {
 
@@ -264,16 +265,42 @@ TEST_F(Nereo2ConfigFileXml, RefusesEntitiesThatExpandWithoutEnd)
 
 TEST_F(Nereo2ConfigFileXml, RefusesEntitiesThatLengthenTheTextByMillionsOfCharacters)
 {
-    const QByteArray entity(4000, 'x');
-    const auto load = [&](int references) {
-        const QByteArray document = "<!DOCTYPE a [<!ENTITY e '" + entity + "'>]><Nereo2Config><JobPrefix>"
-            + QByteArray("&e;").repeated(references) + "</JobPrefix></Nereo2Config>";
-        return config.loadFrom(folder.write("entities.xml", document.toStdString()));
+    const std::string entity(4000, 'x');
+    const auto load = [&](int references, int spaces) {
+        const std::string document = "<!DOCTYPE a [<!ENTITY e '" + entity + "'>]><Nereo2Config>"
+            + std::string(spaces, ' ') + "<JobPrefix>" + QByteArray("&e;").repeated(references).toStdString()
+            + "</JobPrefix></Nereo2Config>";
+        config = {};
+        return config.loadFrom(folder.write("entities.xml", document));
     };
-    EXPECT_TRUE(load(1));
-    EXPECT_EQ(text(Nereo2ConfigFile::JobPrefix), entity.toStdString());
-    EXPECT_FALSE(load(4000));
-    EXPECT_LE(text(Nereo2ConfigFile::JobPrefix).size(), entity.size());
+    const struct {
+        int references;
+        int spaces;
+        bool result;
+    } cases[] = {
+        {1,    0,       true },
+        {2000, 0,       true },
+        {2200, 0,       false},
+        {9000, 0,       false},
+        {1,    1000000, true }, // as there are few references, it doesn't matter how long
+  // the rest is
+        {2000, 1000000, true },
+        {2200, 1000000, false},
+    };
+    for (const auto& [references, spaces, result] : cases) {
+        EXPECT_EQ(load(references, spaces), result) << references << " references, " << spaces << " spaces";
+        EXPECT_EQ(text(Nereo2ConfigFile::JobPrefix).size(), result ? references * entity.size() : 0);
+    }
+}
+
+TEST_F(Nereo2ConfigFileXml, LimitsEntitiesWhereTheDocumentTypeIsInAnotherEncoding)
+{
+    const QString document =
+        "<!DOCTYPE a [<!ENTITY e 'Strömung'>]><Nereo2Config><JobPrefix>&e;&amp;&e;</JobPrefix>"
+        "</Nereo2Config>";
+    const QByteArray bytes = QTextCodec::codecForName("UTF-16")->fromUnicode(document);
+    EXPECT_TRUE(config.loadFrom(folder.write("entities.xml", bytes.toStdString())));
+    EXPECT_EQ(text(Nereo2ConfigFile::JobPrefix), "Strömung&Strömung");
 }
 
 TEST_F(Nereo2ConfigFileXml, IsUsedForTheSuffixXml)
