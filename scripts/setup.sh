@@ -15,6 +15,7 @@ developer_packages=(
     clang                  # Clang 14
     libclang-rt-14-dev     # its sanitizers
     clang-format clang-tidy
+    gcovr                  # coverage
     libbenchmark-dev python3 python3-numpy
 )
 

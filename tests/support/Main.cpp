@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 
@@ -17,11 +18,23 @@ void failOnMessage(QtMsgType type, const QMessageLogContext&, const QString& mes
     ADD_FAILURE() << "printed: " << qPrintable(message);
 }
 
+#ifdef NEREO_COVERAGE
+// An aborted process takes its counters with it, a process that exits writes them. For a death test it is all
+// the same.
+void keepCountersOnAbort()
+{
+    std::signal(SIGABRT, [](int) { std::exit(EXIT_FAILURE); });
+}
+#else
+void keepCountersOnAbort() {}
+#endif
+
 } // namespace
 
 int main(int argc, char** argv)
 {
     ::testing::InitGoogleMock(&argc, argv);
     qInstallMessageHandler(failOnMessage);
+    keepCountersOnAbort();
     return RUN_ALL_TESTS();
 }
