@@ -8,6 +8,7 @@
 #include <NereoFileIO/ControlFile.h>
 
 #include <QRegExp>
+#include <QTextCodec>
 
 #include <gmock/gmock.h>
 
@@ -193,6 +194,16 @@ TEST_F(ControlFileTextReaderTest, ReadsTheWholeLineOfTheTitle)
     EXPECT_EQ(read("Title", "  Lüfter  40 mm \nsecond line\n").title(), "  Lüfter  40 mm ");
     EXPECT_EQ(read("Title", "\nsecond line\n").title(), "");
     EXPECT_EQ(read("Title", "no line end").title(), "no line end");
+}
+
+TEST_F(ControlFileTextReaderTest, ReadsAnyTextWhateverTheLocale)
+{
+    QTextCodec* const before = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    EXPECT_EQ(read("Title", "Lüfter 40 €\n").title(), "Lüfter 40 €");
+    EXPECT_EQ(read("Sequential Solver Iterations", "1\n2\n3\nkÜ 4\n").sequentialSolver().variable, "kÜ");
+    EXPECT_EQ(read("Flag section", "1\nü €\n").flag(0).value(), "€");
+    QTextCodec::setCodecForLocale(before);
 }
 
 TEST_F(ControlFileTextReaderTest, ReadsIntegersAsTheTextStreamDoes)
