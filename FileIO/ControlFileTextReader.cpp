@@ -13,6 +13,8 @@ namespace Nereo::Io {
 
 namespace {
 
+constexpr char byteOrderMark[] = "\xEF\xBB\xBF"; // in UTF-8
+
 bool isTitle(const QString& line)
 {
     return line.startsWith(QLatin1String(" *** "));
@@ -103,6 +105,8 @@ bool ControlFileTextReader::read(QTextStream& in)
                 lines.append(line.toUtf8()).append('\n');
         }
         if (readSection) {
+            if (lines.startsWith(byteOrderMark))
+                lines.prepend(byteOrderMark); // the stream takes the first one off
             QTextStream body(lines);
             body.setCodec("UTF-8");
             (this->*readSection)(body);

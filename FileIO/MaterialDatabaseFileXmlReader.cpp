@@ -2,6 +2,7 @@
 
 #include "Assertion.h"
 #include "MaterialReferenceValues.h"
+#include "NumberText.h"
 #include "XmlTokens.h"
 
 #include <NereoFileIO/CodeNameTable.h>
@@ -44,7 +45,7 @@ int readInteger(QXmlStreamReader& xml)
 
 double readNumber(QXmlStreamReader& xml)
 {
-    return xml.readElementText().toDouble();
+    return parseNumber(xml.readElementText());
 }
 
 } // namespace

@@ -4,8 +4,11 @@
 #include <QtGlobal>
 
 #include <algorithm>
+#include <cfloat>
 #include <cmath>
 #include <cstring>
+#include <iterator>
+#include <optional>
 
 namespace Nereo::Io {
 namespace {
@@ -136,7 +139,86 @@ char* writeDecimal(char* to, const Decimal& decimal)
     return writePointed(to, digits + exponent, std::max(count - exponent, 1));
 }
 
+// Two doubles without an error have a quotient and a product with the smallest error, so a number whose
+// digits and whose power of ten are exact needs one operation to be the nearest double.
+constexpr quint64 largestExactInteger = quint64(1) << 53;
+constexpr double exactPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                       1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+constexpr int largestExactPower = int(std::size(exactPowersOfTen)) - 1;
+
+/// Reads a text from its start.
+class Scanner {
+public:
+    explicit Scanner(QStringView text) : at_(text.begin()), end_(text.end()) {}
+
+    bool isAtEnd() const { return at_ == end_; }
+
+    bool skip(char character)
+    {
+        const bool isThere = !isAtEnd() && *at_ == QLatin1Char(character);
+        at_ += isThere;
+        return isThere;
+    }
+
+    /// Appends the digits that come to a number, as many as surely fit it, and gives how many they were.
+    int readDigits(quint64& number)
+    {
+        const QStringView::iterator first = at_;
+        for (; !isAtEnd() && isDigit(*at_) && number < largestExactInteger; ++at_)
+            number = 10 * number + (at_->unicode() - '0');
+        return int(at_ - first);
+    }
+
+private:
+    static bool isDigit(QChar character)
+    {
+        return character >= QLatin1Char('0') && character <= QLatin1Char('9');
+    }
+
+    QStringView::iterator at_;
+    QStringView::iterator end_;
+};
+
+/// What stands behind the e of a number.
+std::optional<int> readExponent(Scanner& text)
+{
+    const bool isNegative = text.skip('-');
+    if (!isNegative)
+        text.skip('+');
+    quint64 digits = 0;
+    const int count = text.readDigits(digits);
+    if (count == 0 || count > 3)
+        return {};
+    return isNegative ? -int(digits) : int(digits);
+}
+
+/// The number of a text such as -293.15 or 1.5e-05, if one operation gives it.
+std::optional<double> readDecimal(Scanner text)
+{
+    const bool isNegative = text.skip('-');
+    quint64 digits = 0;
+    if (text.readDigits(digits) == 0)
+        return {};
+    const int decimals = text.skip('.') ? text.readDigits(digits) : 0;
+    const std::optional<int> exponent = text.skip('e') ? readExponent(text) : 0;
+    if (!exponent)
+        return {};
+    const int power = *exponent - decimals;
+    if (!text.isAtEnd() || digits > largestExactInteger || std::abs(power) > largestExactPower)
+        return {};
+    const double magnitude =
+        power < 0 ? double(digits) / exactPowersOfTen[-power] : double(digits) * exactPowersOfTen[power];
+    return isNegative ? -magnitude : magnitude;
+}
+
 } // namespace
+
+double parseNumber(QStringView text)
+{
+    static_assert(FLT_EVAL_METHOD == 0, "an operation in more than double precision would round twice");
+    const std::optional<double> decimal = readDecimal(Scanner(text));
+    return decimal ? *decimal : text.toString().toDouble();
+}
 
 char* writeNumber(char* to, double value)
 {

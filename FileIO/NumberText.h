@@ -3,6 +3,7 @@
 #include <NereoFileIO/Export.h>
 
 #include <QLatin1String>
+#include <QStringView>
 
 namespace Nereo::Io {
 
@@ -18,6 +19,11 @@ constexpr int longestNumber = sizeof "-2.22507e-308" - 1;
 NEREOFILEIO_EXPORT char* writeNumber(char* to, double value);
 
 NEREOFILEIO_EXPORT char* writeNumber(char* to, int value);
+
+/// The number of a text, as QString::toDouble() gives it to the bit: the nearest double, or 0 if the text is
+/// no number of the C locale. Plain decimal numbers, which are nearly all that files hold, take a small part
+/// of its time.
+NEREOFILEIO_EXPORT double parseNumber(QStringView text);
 
 /// The text of a number, for what takes a QLatin1String: `out << NumberText(0.5)`.
 class NumberText {

@@ -1,12 +1,16 @@
 // The parts that loads and saves are made of.
 
 #include "FileIO/NodeRecordTransposer.h"
+#include "FileIO/NumberText.h"
 
 #include <NereoFileIO/CodeNameTable.h>
 #include <NereoFileIO/FieldVariable.h>
 #include <NereoFileIO/Nereo2ConfigFile.h>
 
 #include <benchmark/benchmark.h>
+
+#include <charconv>
+#include <cstdio>
 
 using namespace Nereo::Io;
 
@@ -58,5 +62,57 @@ void transposeBlock(benchmark::State& state)
     state.SetBytesProcessed(state.iterations() * block.size());
 }
 BENCHMARK(transposeBlock)->ArgName("exchanged")->Arg(0)->Arg(1);
+
+// A number to text and back, by the library and by what else there is.
+
+constexpr double number = 123.456;
+
+void writeNumber(benchmark::State& state)
+{
+    char text[longestNumber];
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Nereo::Io::writeNumber(text, number));
+}
+BENCHMARK(writeNumber);
+
+void writeNumberByQt(benchmark::State& state)
+{
+    for (auto _ : state)
+        benchmark::DoNotOptimize(QString::number(number));
+}
+BENCHMARK(writeNumberByQt);
+
+void writeNumberByToChars(benchmark::State& state)
+{
+    char text[longestNumber];
+    for (auto _ : state)
+        benchmark::DoNotOptimize(
+            std::to_chars(text, text + longestNumber, number, std::chars_format::general, 6));
+}
+BENCHMARK(writeNumberByToChars);
+
+void writeNumberByPrintf(benchmark::State& state)
+{
+    char text[longestNumber + 1];
+    for (auto _ : state)
+        benchmark::DoNotOptimize(std::snprintf(text, sizeof text, "%g", number));
+}
+BENCHMARK(writeNumberByPrintf);
+
+void parseNumber(benchmark::State& state)
+{
+    const QString text = QStringLiteral("123.456");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(Nereo::Io::parseNumber(text));
+}
+BENCHMARK(parseNumber);
+
+void parseNumberByQt(benchmark::State& state)
+{
+    const QString text = QStringLiteral("123.456");
+    for (auto _ : state)
+        benchmark::DoNotOptimize(text.toDouble());
+}
+BENCHMARK(parseNumberByQt);
 
 } // namespace

@@ -2,6 +2,7 @@
 # Installs what is missing from Debian's packages, as root or with sudo, and does nothing where all is there.
 #   scripts/setup.sh               what building, the demo and the tests need
 #   scripts/setup.sh --developer   also what .ci/run needs: the second compiler, sanitizers, formatting
+#   scripts/setup.sh --big-endian  also what scripts/big-endian.sh needs: a compiler for s390x and an emulator
 set -euo pipefail
 
 packages=(
@@ -18,12 +19,14 @@ developer_packages=(
     gcovr                  # coverage
     libbenchmark-dev python3 python3-numpy
 )
+big_endian_packages=(g++-s390x-linux-gnu qemu-user)
 
 case "${1:-}" in
     "") ;;
     --developer) packages+=("${developer_packages[@]}") ;;
+    --big-endian) packages+=("${big_endian_packages[@]}") ;;
     *)
-        sed -n '2,4s/^# \{0,1\}//p' "$0" >&2
+        sed -n '2,5s/^# \{0,1\}//p' "$0" >&2
         exit 2
         ;;
 esac

@@ -213,5 +213,127 @@ TEST(NumberText, IsThatOfATextStream)
     }
 }
 
+quint64 bitsOf(double number)
+{
+    quint64 bits;
+    std::memcpy(&bits, &number, sizeof bits);
+    return bits;
+}
+
+void expectNumberOfQt(const QString& text)
+{
+    if (bitsOf(parseNumber(text)) != bitsOf(text.toDouble()))
+        ADD_FAILURE() << qPrintable(text) << " is read as " << hexadecimal(parseNumber(text));
+}
+
+TEST(NumberRead, IsTheNearestToAnyNotation)
+{
+    const struct {
+        const char* text;
+        double number;
+    } cases[] = {
+        {"0",                       0.0                    },
+        {"-0",                      -0.0                   },
+        {"7",                       7.0                    },
+        {"007",                     7.0                    },
+        {"293.15",                  293.15                 },
+        {"-293.15",                 -293.15                },
+        {"1.5e+06",                 1.5e6                  },
+        {"1.5E+06",                 1.5e6                  },
+        {"1e-07",                   1e-7                   },
+        {"1e5",                     1e5                    },
+        {"0.1",                     0.1                    },
+        {"9007199254740993",        9007199254740992.0     }, // halfway between two doubles
+        {"9007199254740995",        9007199254740996.0     },
+        {"123456789012345678901",   123456789012345683968.0},
+        {"1e22",                    1e22                   }, // the last power of ten that is a double
+        {"1e23",                    1e23                   },
+        {"1e-22",                   1e-22                  },
+        {"1e-23",                   1e-23                  },
+        {"1.7976931348623157e+308", DBL_MAX                },
+        {"5e-324",                  5e-324                 },
+        {"1e1000",                  infinity               },
+        {"-1e1000",                 -infinity              },
+        {"inf",                     infinity               },
+        {"-inf",                    -infinity              },
+        {".5",                      0.5                    },
+        {"5.",                      5.0                    },
+        {"+5",                      5.0                    },
+        {" 5\n",                    5.0                    },
+    };
+    for (const auto& [text, number] : cases) {
+        EXPECT_EQ(bitsOf(parseNumber(QString(text))), bitsOf(number)) << text;
+        expectNumberOfQt(text);
+    }
+}
+
+TEST(NumberRead, IsZeroForWhatIsNoNumber)
+{
+    for (const char* text :
+         {"",    "-",   ".",  "-.",  "e",     "e5",  "5e",   "5e+",  "5e-", "5e1.5",   "5.5.5",
+          "--5", "+-5", "5-", "5,5", "1,000", "5 5", "0x10", "five", "5kg", "\xd9\xa5"}) {
+        EXPECT_EQ(parseNumber(QString(text)), 0.0) << text;
+        expectNumberOfQt(text);
+    }
+}
+
+TEST(NumberRead, IsThatOfQtForEveryShortText)
+{
+    const QString alphabet = "059.e+- ";
+    const int count = alphabet.size();
+    for (int length = 0, texts = 1; length <= 6; ++length, texts *= count) {
+        QString text(length, QChar());
+        for (int number = 0; number < texts; ++number) {
+            for (int i = 0, rest = number; i < length; ++i, rest /= count)
+                text[i] = alphabet[rest % count];
+            expectNumberOfQt(text);
+        }
+    }
+}
+
+TEST(NumberRead, IsThatOfQtWithAnyNumberOfDigitsAndAnyExponent)
+{
+    std::mt19937_64 bits {20240920};
+    const auto digits = [&](int count) {
+        QString text;
+        while (text.size() < count)
+            text += QChar(char('0' + bits() % 10));
+        return text;
+    };
+    for (int whole = 1; whole <= 24; ++whole) {
+        for (int decimals = 0; decimals <= 24; ++decimals) {
+            const QString number = digits(whole) + '.' + digits(decimals);
+            expectNumberOfQt(number);
+            for (int exponent = -330; exponent <= 330; exponent += 3)
+                expectNumberOfQt('-' + number + 'e' + QString::number(exponent));
+        }
+    }
+}
+
+TEST(NumberRead, IsThatOfQtForWhatIsWrittenWithAnyPrecision)
+{
+    std::mt19937_64 bits {20240921};
+    for (int i = 0; i < 20'000; ++i) {
+        const double any = fromBits(bits());
+        const double typical = double(qint64(bits() % 2'000'000'000)) / 1000 - 1'000'000;
+        for (const int precision : {6, 9, 15, 17}) {
+            expectNumberOfQt(QString::number(any, 'g', precision));
+            expectNumberOfQt(QString::number(typical, 'g', precision));
+            expectNumberOfQt(QString::number(typical, 'f', precision));
+        }
+    }
+}
+
+TEST(NumberRead, LeavesNoDigitOut)
+{
+    for (int zeros = 0; zeros < 400; zeros += 7) {
+        expectNumberOfQt(QString(zeros, '0') + "12.5");
+        expectNumberOfQt("0." + QString(zeros, '0') + "125");
+        expectNumberOfQt("12.5" + QString(zeros, '0'));
+        expectNumberOfQt("125" + QString(zeros, '0'));
+        expectNumberOfQt("12.5e" + QString(zeros, '0') + "1");
+    }
+}
+
 } // namespace
 } // namespace Nereo::Io
