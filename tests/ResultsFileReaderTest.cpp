@@ -682,6 +682,20 @@ TEST(ResultsFileReaderDeathTest, StopsAtANodeThatIsNotThere)
     }
 }
 
+TEST(ResultsFileReaderDeathTest, StopsAtANodeThatIsNotThereAfterAllOthers)
+{
+    constexpr int nodeCount = 20'000; // more than is stored at once
+    ResultsFile results;
+    for (const qint32 node : {0, -1, nodeCount + 1}) {
+        ResultsBytes bytes;
+        bytes.header(nodeCount).run().names({"kU"});
+        for (qint32 n = nodeCount; n > 1; --n)
+            bytes.record(n, {1.0});
+        bytes.record(node, {1.0});
+        EXPECT_QT_ASSERTION(read(bytes, results), "QVector<T>::operator[]", "index out of range") << node;
+    }
+}
+
 TEST(ResultsFileReaderDeathTest, StopsAtARunOfNodesThatLeavesTheMesh)
 {
     ResultsFile results;
