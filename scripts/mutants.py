@@ -188,19 +188,25 @@ def judge_all(candidates, workers, count):
             count -= sum(candidate.results[CAUGHT] + candidate.results[SURVIVED] for candidate in candidates) - before
 
 
-def read_accepted():
-    """The reason for each file, old and new line."""
-    text = ACCEPTED.read_text(encoding="utf-8")
-    return {(file, before, after): " ".join(reason.split()) for file, before, after, reason in ENTRY.findall(text)}
+class Accepted:
+    """The changes that can't be noticed, with the reason. In what a line becomes, "…" stands for any text."""
+
+    def __init__(self, path):
+        self.entries = [(file, before, re.compile(re.escape(after).replace("…", ".*")), " ".join(reason.split()))
+                        for file, before, after, reason in ENTRY.findall(path.read_text(encoding="utf-8"))]
+
+    def reason(self, file, before, after):
+        return next((reason for entry_file, entry_before, pattern, reason in self.entries
+                     if (entry_file, entry_before) == (file, before) and pattern.fullmatch(after)), None)
 
 
 def report(candidates):
     """Prints what came of the mutations, and gives whether enough of them were caught."""
-    accepted = read_accepted()
+    accepted = Accepted(ACCEPTED)
     print()
     for candidate in candidates:
         for mutation in candidate.survivors:
-            reason = accepted.get((candidate.file, *mutation.lines(candidate.text)))
+            reason = accepted.reason(candidate.file, *mutation.lines(candidate.text))
             if reason:
                 candidate.results[SURVIVED] -= 1
                 candidate.results[EQUIVALENT] += 1
