@@ -53,7 +53,7 @@ TESTS = {
     "FileIO/MaterialDatabaseFileXmlWriter.cpp": MATERIAL_TESTS,
     "FileIO/MaterialReferenceValues.h": MATERIAL_TESTS,
     "FileIO/XmlTokens.h": ["Nereo2ConfigFileXmlTest", *MATERIAL_TESTS],
-    "FileIO/NumberText.cpp": ["NumberTextTest", *CONTROL_TESTS],
+    "FileIO/NumberText.cpp": ["NumberTextTest", *CONTROL_TESTS, *MATERIAL_TESTS],
     "FileIO/ResultsFileReader.cpp": RESULTS_TESTS,
     "FileIO/NodeRecordTransposer.cpp": RESULTS_TESTS,
     "FileIO/FileAccess.h": ["FileTest", "Nereo2ConfigFileXmlTest", "Nereo2ConfigFileTextTest", *CONTROL_TESTS,
@@ -100,7 +100,7 @@ class Worker:
         environment = {**os.environ, **CHECKED_MEMORY, "LD_LIBRARY_PATH": libraries}
         tests = subprocess.Popen([(FOLDER / "tests/tests" / program).resolve(), "--gtest_brief=1", "--gtest_fail_fast"],
                                  cwd=FOLDER / "tests/tests", env=environment, stdout=subprocess.DEVNULL,
-                                 stderr=subprocess.DEVNULL, start_new_session=True, preexec_fn=limit_resources)
+                                 stderr=subprocess.DEVNULL, start_new_session=True)
         try:
             return tests.wait(TIME_LIMIT) == 0
         except subprocess.TimeoutExpired:
@@ -110,7 +110,7 @@ class Worker:
 
 
 def limit_resources():
-    """A change may make a loop that never ends."""
+    """Holds for the programs that are started, too: a change may make a loop that never ends."""
     resource.setrlimit(resource.RLIMIT_AS, (4 << 30, 4 << 30))
     resource.setrlimit(resource.RLIMIT_FSIZE, (1 << 30, 1 << 30))
     resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
@@ -150,6 +150,9 @@ class Candidates:
                 del kinds[kind]
         return order
 
+    def judged(self):
+        return self.results[CAUGHT] + self.results[SURVIVED]
+
     def judge(self, worker, count):
         """Tries so many that compile to another program, if there are."""
         while count > 0 and self.rest:
@@ -182,10 +185,11 @@ def judge_all(candidates, workers, count):
         idle.put(worker)
 
     with concurrent.futures.ThreadPoolExecutor(len(workers)) as pool:
-        while count > 0 and (able := [candidate for candidate in candidates if candidate.rest]):
-            before = sum(candidate.results[CAUGHT] + candidate.results[SURVIVED] for candidate in candidates)
-            list(pool.map(judge, able, share(count, len(able))))
-            count -= sum(candidate.results[CAUGHT] + candidate.results[SURVIVED] for candidate in candidates) - before
+        while (able := [candidate for candidate in candidates if candidate.rest]):
+            missing = count - sum(candidate.judged() for candidate in candidates)
+            if missing == 0:
+                break
+            list(pool.map(judge, able, share(missing, len(able))))
 
 
 class Accepted:
@@ -224,6 +228,7 @@ def report(candidates):
 
 
 def main(workers, count, seed):
+    limit_resources()
     candidates = [Candidates(file, seed) for file in TESTS]
     with concurrent.futures.ThreadPoolExecutor() as pool:
         workers = list(pool.map(Worker, range(1, int(workers) + 1)))
