@@ -424,6 +424,8 @@ TEST(ResultsFileReader, ReadsRecordsWiderThanABlock)
             bytes.integer(node).text("", 8 * unknownColumns).number(node + 0.5);
         }
         EXPECT_THAT(resultsOf(bytes).fieldData(kU), ElementsAre(1.5, 2.5, 3.5)) << unknownColumns;
+        const QByteArray cut = bytes.bytes().chopped(1);
+        EXPECT_THAT(resultsOf(cut).fieldData(kU), ElementsAre(1.5, 2.5, 0.0)) << unknownColumns;
     }
 }
 
