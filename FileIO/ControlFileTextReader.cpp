@@ -120,39 +120,22 @@ ControlFileTextReader::SectionReader ControlFileTextReader::readerOf(const QStri
         const char* name;
         SectionReader read;
     };
-    static constexpr SectionReader skipped = nullptr;
     static constexpr Section sections[] = {
-        {"Title",                         &ControlFileTextReader::readTitle                     },
-        {"Equation Selection",            &ControlFileTextReader::readEquationSelection         },
-        {"Units",                         &ControlFileTextReader::readUnits                     },
-        {"Transient Data",                &ControlFileTextReader::readTransientData             },
-        {"Sequential Solver Iterations",  &ControlFileTextReader::readSequentialSolverIterations},
-        {"Solution Control",              &ControlFileTextReader::readSolutionControl           },
-        {"Relaxation",                    &ControlFileTextReader::readRelaxation                },
-        {"Constants",                     &ControlFileTextReader::readConstants                 },
-        {"Flag section",                  &ControlFileTextReader::readFlagSection               },
-        {"Property Settings",             skipped                                               },
-        {"Multi-Phase Table",             skipped                                               },
-        {"Field Variable Initialization", skipped                                               },
-        {"Variable BC",                   skipped                                               },
-        {"Fan Curve BC",                  skipped                                               },
-        {"Free Surface",                  skipped                                               },
-        {"Output Setting",                skipped                                               },
-        {"Field Variable Output",         skipped                                               },
-        {"Results Output Frequency",      skipped                                               },
-        {"Summary Output Frequency",      skipped                                               },
-        {"Restart",                       skipped                                               },
-        {"Batch",                         skipped                                               },
-        {"Scalars",                       skipped                                               },
-        {"Solar Heating",                 skipped                                               },
-        {"Interface",                     skipped                                               },
-        {"Auto Convergence Control",      skipped                                               },
+        {"Title",                        &ControlFileTextReader::readTitle                     },
+        {"Equation Selection",           &ControlFileTextReader::readEquationSelection         },
+        {"Units",                        &ControlFileTextReader::readUnits                     },
+        {"Transient Data",               &ControlFileTextReader::readTransientData             },
+        {"Sequential Solver Iterations", &ControlFileTextReader::readSequentialSolverIterations},
+        {"Solution Control",             &ControlFileTextReader::readSolutionControl           },
+        {"Relaxation",                   &ControlFileTextReader::readRelaxation                },
+        {"Constants",                    &ControlFileTextReader::readConstants                 },
+        {"Flag section",                 &ControlFileTextReader::readFlagSection               },
     };
     for (const Section& known : sections) {
         if (section == QLatin1String(known.name))
             return known.read;
     }
-    return skipped;
+    return nullptr; // the model has no place for what the other sections hold
 }
 
 void ControlFileTextReader::readTitle(QTextStream& body)

@@ -17,6 +17,7 @@ developer_packages=(
     clang                  # Clang 14
     libclang-rt-14-dev     # its sanitizers and libFuzzer
     clang-format clang-tidy
+    gcovr                  # coverage
     libbenchmark-dev python3 python3-numpy
 )
 big_endian_packages=(g++-s390x-linux-gnu qemu-user)

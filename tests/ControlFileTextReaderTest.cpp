@@ -8,6 +8,7 @@
 #include <NereoFileIO/ControlFile.h>
 
 #include <QRegExp>
+#include <QTextCodec>
 
 #include <gmock/gmock.h>
 
@@ -200,6 +201,16 @@ TEST_F(ControlFileTextReaderTest, TakesAByteOrderMarkWhereASectionBeginsForAChar
     const QString three = QChar(QChar::ByteOrderMark) + QString("3\n"); // no number
     EXPECT_EQ(read("Units", three).units(), 0);
     EXPECT_EQ(read("Flag section", three).flagCount(), 0); // as many as are announced
+}
+
+TEST_F(ControlFileTextReaderTest, ReadsAnyTextWhateverTheLocale)
+{
+    QTextCodec* const before = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    EXPECT_EQ(read("Title", "Lüfter 40 €\n").title(), "Lüfter 40 €");
+    EXPECT_EQ(read("Sequential Solver Iterations", "1\n2\n3\nkÜ 4\n").sequentialSolver().variable, "kÜ");
+    EXPECT_EQ(read("Flag section", "1\nü €\n").flag(0).value(), "€");
+    QTextCodec::setCodecForLocale(before);
 }
 
 TEST_F(ControlFileTextReaderTest, ReadsIntegersAsTheTextStreamDoes)

@@ -268,12 +268,12 @@ TEST(GbiFileTextWriter, StopsAtAWordThatIsNotThere)
     for (const int value : {-1, 9, least, most}) {
         GbiFile file;
         file.setCoordinateSystem(GbiFile::CoordinateSystem(value));
-        EXPECT_QT_ASSERTION(saved(file), "QList<T>::operator[]", "index out of range") << value;
+        EXPECT_INDEX_ASSERTION(saved(file), "QList<T>::operator[]", "FileIO/GbiFileTextWriter") << value;
     }
     for (const int value : {-1, 6, least, most}) {
         GbiFile file;
         file.setUnits(GbiFile::Units(value));
-        EXPECT_QT_ASSERTION(saved(file), "QList<T>::operator[]", "index out of range") << value;
+        EXPECT_INDEX_ASSERTION(saved(file), "QList<T>::operator[]", "FileIO/GbiFileTextWriter") << value;
     }
 }
 

@@ -142,8 +142,8 @@ TEST_F(Nereo2ConfigFileCommandLine, ChangesNothingWhenAnArgumentIsMissing)
 TEST_F(Nereo2ConfigFileCommandLine, StopsAtAnOptionThatItDoesNotKnow)
 {
     config.remove(Nereo2ConfigFile::Height);
-    for (const char* option :
-         {"MaxIter", "--MaxIter", "-maxiter", "-MaxIter ", " -MaxIter", "-NoKey", "-", "", "-Height"}) {
+    for (const char* option : {"MaxIter", "+MaxIter", "--MaxIter", "-maxiter", "-MaxIter ", " -MaxIter",
+                               "-NoKey", "-", "", "-Height"}) {
         config.reset(Nereo2ConfigFile::PFreq1);
         EXPECT_FALSE(config.loadFromOptionalCommandLineArguments(
             {"exe", "prefix", "-PFreq1", "7", option, "500", "-PFreq2", "8"}))

@@ -8,6 +8,8 @@
 
 #include <NereoFileIO/Nereo2ConfigFile.h>
 
+#include <QTextCodec>
+
 #include <gmock/gmock.h>
 
 namespace Nereo::Io {
@@ -48,6 +50,20 @@ TEST_F(Nereo2ConfigFileText, WritesALineForEachSettingThatHasAText)
 {
     ASSERT_TRUE(config.saveTo(folder.path("new.cfg")));
     expectGolden(readBytes(folder.path("new.cfg")), "new-configuration.cfg");
+}
+
+TEST_F(Nereo2ConfigFileText, IsInUtf8WhateverTheLocale)
+{
+    QTextCodec* const before = QTextCodec::codecForLocale();
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("ISO-8859-1"));
+    config.clear();
+    config.reset(Nereo2ConfigFile::JobPrefix);
+    config.setting(Nereo2ConfigFile::JobPrefix).setValueFromString("Lüfter 40 €");
+    EXPECT_TRUE(config.saveTo(folder.path("saved.cfg")));
+    EXPECT_TRUE(config.loadFrom(folder.write("loaded.cfg", "JobPrefix Gehäuse €\n")));
+    QTextCodec::setCodecForLocale(before);
+    EXPECT_EQ(readBytes(folder.path("saved.cfg")), "JobPrefix Lüfter 40 €\n");
+    EXPECT_EQ(text(Nereo2ConfigFile::JobPrefix), "Gehäuse €");
 }
 
 TEST_F(Nereo2ConfigFileText, WritesKeyBlankValue)

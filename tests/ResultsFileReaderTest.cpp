@@ -424,6 +424,8 @@ TEST(ResultsFileReader, ReadsRecordsWiderThanABlock)
             bytes.integer(node).text("", 8 * unknownColumns).number(node + 0.5);
         }
         EXPECT_THAT(resultsOf(bytes).fieldData(kU), ElementsAre(1.5, 2.5, 3.5)) << unknownColumns;
+        const QByteArray cut = bytes.bytes().chopped(1);
+        EXPECT_THAT(resultsOf(cut).fieldData(kU), ElementsAre(1.5, 2.5, 0.0)) << unknownColumns;
     }
 }
 
@@ -679,6 +681,20 @@ TEST(ResultsFileReaderDeathTest, StopsAtANodeThatIsNotThere)
         const QByteArray cut =
             bytes.bytes().left(bytes.bytes().size() - 16); // the number is there, its values aren't
         EXPECT_QT_ASSERTION(read(cut, results), "QVector<T>::operator[]", "index out of range");
+    }
+}
+
+TEST(ResultsFileReaderDeathTest, StopsAtANodeThatIsNotThereAfterAllOthers)
+{
+    constexpr int nodeCount = 20'000; // more than is stored at once
+    ResultsFile results;
+    for (const qint32 node : {0, -1, nodeCount + 1}) {
+        ResultsBytes bytes;
+        bytes.header(nodeCount).run().names({"kU"});
+        for (qint32 n = nodeCount; n > 1; --n)
+            bytes.record(n, {1.0});
+        bytes.record(node, {1.0});
+        EXPECT_QT_ASSERTION(read(bytes, results), "QVector<T>::operator[]", "index out of range") << node;
     }
 }
 

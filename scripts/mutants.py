@@ -1,0 +1,240 @@
+#!/usr/bin/python3
+"""mutants.py WORKERS COUNT SEED: changes the readers and writers in small ways and passes their tests.
+
+The script mutants.sh prepares what this needs: build/mutants/tests with the test programs, and for each worker a copy
+of the sources in build/mutants/<number> with a library of its own in build/. Neither is the work tree.
+"""
+
+import collections
+import concurrent.futures
+import difflib
+import hashlib
+import os
+import pathlib
+import queue
+import random
+import re
+import resource
+import signal
+import subprocess
+import sys
+
+import mutations
+
+LEAST_CAUGHT = 95.0
+TIME_LIMIT = 30 # seconds for a test program, which takes a few
+
+# The C library's own check of what is given back: a byte written past the end stops the program.
+CHECKED_MEMORY = {"LD_PRELOAD": "libc_malloc_debug.so.0", "MALLOC_CHECK_": "3"}
+
+FOLDER = pathlib.Path("build/mutants")
+ACCEPTED = pathlib.Path("scripts/mutants-accepted.txt")
+ENTRY = re.compile(r'^(\S+)\n- (.*)\n\+ (.*)\n((?:    .*\n)+)', re.MULTILINE)
+
+CONFIGURATION_TESTS = ["Nereo2ConfigFileTest", "FileTest", "TypicalRunTest"]
+CONTROL_TESTS = ["ControlFileTextTest", "ControlFileTest", "FileTest", "TypicalRunTest"]
+GEOMETRY_TESTS = ["GbiFileTest", "FileTest", "TypicalRunTest"]
+MATERIAL_TESTS = ["MaterialDatabaseFileXmlTest", "MaterialDatabaseFileTest", "FileTest", "TypicalRunTest"]
+RESULTS_TESTS = ["ResultsFileReaderTest", "ResultsFileTest", "FileTest"]
+
+# The readers, the writers and what they share, each with its test programs, its own first.
+TESTS = {
+    "FileIO/Nereo2ConfigFileXmlReader.cpp": ["Nereo2ConfigFileXmlTest", *CONFIGURATION_TESTS],
+    "FileIO/Nereo2ConfigFileXmlWriter.cpp": ["Nereo2ConfigFileXmlTest", *CONFIGURATION_TESTS],
+    "FileIO/Nereo2ConfigFileTextReader.cpp": ["Nereo2ConfigFileTextTest", *CONFIGURATION_TESTS],
+    "FileIO/Nereo2ConfigFileTextWriter.cpp": ["Nereo2ConfigFileTextTest", *CONFIGURATION_TESTS],
+    "FileIO/Nereo2ConfigFile.cpp": CONFIGURATION_TESTS,
+    "FileIO/ControlFileTextReader.cpp": CONTROL_TESTS,
+    "FileIO/ControlFileTextWriter.cpp": CONTROL_TESTS,
+    "FileIO/ControlFileRecords.h": CONTROL_TESTS,
+    "FileIO/GbiFileTextWriter.cpp": GEOMETRY_TESTS,
+    "FileIO/TextBlock.cpp": GEOMETRY_TESTS,
+    "FileIO/MaterialDatabaseFileXmlReader.cpp": MATERIAL_TESTS,
+    "FileIO/MaterialDatabaseFileXmlWriter.cpp": MATERIAL_TESTS,
+    "FileIO/MaterialReferenceValues.h": MATERIAL_TESTS,
+    "FileIO/XmlTokens.h": ["Nereo2ConfigFileXmlTest", *MATERIAL_TESTS],
+    "FileIO/NumberText.cpp": ["NumberTextTest", *CONTROL_TESTS, *MATERIAL_TESTS],
+    "FileIO/ResultsFileReader.cpp": RESULTS_TESTS,
+    "FileIO/NodeRecordTransposer.cpp": RESULTS_TESTS,
+    "FileIO/FileAccess.h": ["FileTest", "Nereo2ConfigFileXmlTest", "Nereo2ConfigFileTextTest", *CONTROL_TESTS,
+                            *GEOMETRY_TESTS, *MATERIAL_TESTS, *RESULTS_TESTS],
+}
+
+# Skipped is what doesn't compile, or compiles to the same library as before.
+RESULTS = CAUGHT, SURVIVED, EQUIVALENT, SKIPPED = "caught", "survived", "equivalent", "skipped"
+
+
+class Worker:
+    """A library that can be changed, and the tests that are run with it."""
+
+    def __init__(self, number):
+        self.root = FOLDER / str(number)
+        self.original = self.build()
+        if self.original is None:
+            sys.exit(f"{self.root}: the library doesn't build")
+        for program in sorted({program for programs in TESTS.values() for program in programs}):
+            if not self.passes(program):
+                sys.exit(f"{program} fails without any change")
+
+    def judge(self, file, mutation):
+        source = self.root / file
+        text = source.read_text(encoding="utf-8")
+        source.write_text(mutation.apply(text), encoding="utf-8")
+        try:
+            library = self.build()
+            if library in (None, self.original):
+                return SKIPPED
+            return SURVIVED if all(self.passes(program) for program in dict.fromkeys(TESTS[file])) else CAUGHT
+        finally:
+            source.write_text(text, encoding="utf-8")
+
+    def build(self):
+        """A sum of the library's bytes, or None when it doesn't compile."""
+        build = self.root / "build"
+        if subprocess.run(["ninja", "-C", build, "NereoFileIO"], capture_output=True, check=False).returncode != 0:
+            return None
+        return hashlib.sha256((build / "FileIO/libNereoFileIO.so").read_bytes()).digest()
+
+    def passes(self, program):
+        libraries = ":".join(str((self.root / "build" / name).resolve()) for name in ("FileIO", "Utility"))
+        environment = {**os.environ, **CHECKED_MEMORY, "LD_LIBRARY_PATH": libraries}
+        tests = subprocess.Popen([(FOLDER / "tests/tests" / program).resolve(), "--gtest_brief=1", "--gtest_fail_fast"],
+                                 cwd=FOLDER / "tests/tests", env=environment, stdout=subprocess.DEVNULL,
+                                 stderr=subprocess.DEVNULL, start_new_session=True)
+        try:
+            return tests.wait(TIME_LIMIT) == 0
+        except subprocess.TimeoutExpired:
+            return False
+        finally:
+            kill_group(tests)
+
+
+def limit_resources():
+    """Holds for the programs that are started, too: a change may make a loop that never ends."""
+    resource.setrlimit(resource.RLIMIT_AS, (4 << 30, 4 << 30))
+    resource.setrlimit(resource.RLIMIT_FSIZE, (1 << 30, 1 << 30))
+    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+
+
+def kill_group(process):
+    """Ends a program with what a death test may have left behind."""
+    try:
+        os.killpg(process.pid, signal.SIGKILL)
+    except ProcessLookupError:
+        pass
+    process.wait()
+
+
+class Candidates:
+    """The mutations of a file in the order of trial, and what came of them."""
+
+    def __init__(self, file, seed):
+        self.file = file
+        self.text = pathlib.Path(file).read_text(encoding="utf-8")
+        self.rest = self._shuffled(random.Random(f"{seed} {file}"))
+        self.results = collections.Counter()
+        self.survivors = []
+
+    def _shuffled(self, chance):
+        """Every kind of mutation gets its turn, however many there are of it."""
+        kinds = collections.defaultdict(list)
+        for mutation in mutations.mutations(self.text):
+            kinds[mutation.kind].append(mutation)
+        for choices in kinds.values():
+            chance.shuffle(choices)
+        order = []
+        while kinds:
+            kind = chance.choice(sorted(kinds))
+            order.append(kinds[kind].pop())
+            if not kinds[kind]:
+                del kinds[kind]
+        return order
+
+    def judged(self):
+        return self.results[CAUGHT] + self.results[SURVIVED]
+
+    def judge(self, worker, count):
+        """Tries so many that compile to another program, if there are."""
+        while count > 0 and self.rest:
+            mutation = self.rest.pop(0)
+            result = worker.judge(self.file, mutation)
+            self.results[result] += 1
+            if result == SKIPPED:
+                continue
+            count -= 1
+            before, after = mutation.lines(self.text)
+            print(f"{result:8} {self.file}: {before}  ->  {after}", flush=True)
+            if result == SURVIVED:
+                self.survivors.append(mutation)
+
+
+def share(count, shares):
+    """Splits a number into equal shares, the first of which may be larger by one."""
+    return [count // shares + (index < count % shares) for index in range(shares)]
+
+
+def judge_all(candidates, workers, count):
+    """Tries the mutations evenly over the files. What a small file lacks comes from the others."""
+    idle = queue.SimpleQueue()
+    for worker in workers:
+        idle.put(worker)
+
+    def judge(candidate, quota):
+        worker = idle.get()
+        candidate.judge(worker, quota)
+        idle.put(worker)
+
+    with concurrent.futures.ThreadPoolExecutor(len(workers)) as pool:
+        while (able := [candidate for candidate in candidates if candidate.rest]):
+            missing = count - sum(candidate.judged() for candidate in candidates)
+            if missing == 0:
+                break
+            list(pool.map(judge, able, share(missing, len(able))))
+
+
+class Accepted:
+    """The changes that can't be noticed, with the reason. In what a line becomes, "…" stands for any text."""
+
+    def __init__(self, path):
+        self.entries = [(file, before, re.compile(re.escape(after).replace("…", ".*")), " ".join(reason.split()))
+                        for file, before, after, reason in ENTRY.findall(path.read_text(encoding="utf-8"))]
+
+    def reason(self, file, before, after):
+        return next((reason for entry_file, entry_before, pattern, reason in self.entries
+                     if (entry_file, entry_before) == (file, before) and pattern.fullmatch(after)), None)
+
+
+def report(candidates):
+    """Prints what came of the mutations, and gives whether enough of them were caught."""
+    accepted = Accepted(ACCEPTED)
+    print()
+    for candidate in candidates:
+        for mutation in candidate.survivors:
+            reason = accepted.reason(candidate.file, *mutation.lines(candidate.text))
+            if reason:
+                candidate.results[SURVIVED] -= 1
+                candidate.results[EQUIVALENT] += 1
+            lines = (text.splitlines(keepends=True) for text in (candidate.text, mutation.apply(candidate.text)))
+            print(*difflib.unified_diff(*lines, candidate.file, candidate.file, n=1), sep="", end="")
+            print(f"    {'equivalent: ' + reason if reason else 'SURVIVED'}\n")
+
+    total = sum((candidate.results for candidate in candidates), collections.Counter())
+    print(f"{'':42}", *(f"{result:>10}" for result in RESULTS))
+    for name, results in [*((candidate.file, candidate.results) for candidate in candidates), ("all", total)]:
+        print(f"{name:42}", *(f"{results[result]:10}" for result in RESULTS))
+    percent = 100.0 * total[CAUGHT] / max(total[CAUGHT] + total[SURVIVED], 1)
+    print(f"\n{percent:.1f} % of what isn't equivalent were caught")
+    return percent >= LEAST_CAUGHT
+
+
+def main(workers, count, seed):
+    limit_resources()
+    candidates = [Candidates(file, seed) for file in TESTS]
+    with concurrent.futures.ThreadPoolExecutor() as pool:
+        workers = list(pool.map(Worker, range(1, int(workers) + 1)))
+    judge_all(candidates, workers, int(count))
+    return report(candidates)
+
+
+if __name__ == "__main__":
+    sys.exit(0 if main(*sys.argv[1:]) else 1)
