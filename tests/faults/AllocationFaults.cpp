@@ -15,12 +15,6 @@
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
 #define NEREO_UNDERLYING(function) __interceptor_##function
-// LeakSanitizer knows what the dynamic linker keeps by its calls of malloc, which come from here now.
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions()
-{
-    return "leak:/ld-linux\nleak:_dl_map_object_deps\n";
-}
 #endif
 #endif
 #ifndef NEREO_UNDERLYING
