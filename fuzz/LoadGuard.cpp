@@ -2,14 +2,14 @@
 
 #include "Requirement.h"
 
+#include <tests/support/ProcessorTime.h>
+
 #include <QString>
 
 #include <atomic>
 #include <csignal>
 #include <cstddef>
 #include <limits>
-
-#include <sys/time.h>
 
 #ifdef __has_feature
 #if __has_feature(address_sanitizer)
@@ -59,20 +59,11 @@ void countRelease(const volatile void* memory)
 bool watch()
 {
     qInstallMessageHandler(stopAtMessage);
-    std::signal(SIGPROF, stopAtTimer);
+    std::signal(processorTimeSignal, stopAtTimer);
 #ifdef NEREO_COUNTS_MEMORY
     __sanitizer_install_malloc_and_free_hooks(countAllocation, countRelease);
 #endif
     return true;
-}
-
-void setTimer(int seconds)
-{
-    const itimerval timer {
-        {0,       0},
-        {seconds, 0}
-    };
-    setitimer(ITIMER_PROF, &timer, nullptr);
 }
 
 } // namespace
@@ -83,11 +74,11 @@ LoadGuard::LoadGuard(qint64 accountedBytes)
     Q_UNUSED(isWatched)
     bytesInUse = 0;
     mostBytes = bytesOfAnyLoad + accountedBytes;
-    setTimer(secondsOfProcessor);
+    limitProcessorTime(secondsOfProcessor);
 }
 
 LoadGuard::~LoadGuard()
 {
-    setTimer(0);
+    limitProcessorTime(0);
     mostBytes = unlimited;
 }

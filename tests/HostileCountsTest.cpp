@@ -1,4 +1,4 @@
-#include "support/LoadGuard.h"
+#include "support/LoadWatch.h"
 #include "support/OwnProcess.h"
 #include "support/ResultsBytes.h"
 #include "support/TemporaryFolder.h"
@@ -71,7 +71,7 @@ protected:
         inAProcessOfItsOwn([&] {
             allowMemory(announced + toSpare);
             ResultsFile results;
-            const LoadGuard guard("of hostile counts");
+            const LoadWatch watch("of hostile counts");
             check(results, path);
         });
     }
@@ -167,7 +167,7 @@ TEST_F(HostileCountsDeathTest, OfFlagsAreComparedWithTheFlagsThatAreThere)
             "hostile.ctl", std::string("one\ntwo\n *** Flag section\n") + count + "\nname value\n");
         const auto load = [&path] {
             allowMemory(toSpare);
-            const LoadGuard guard("of hostile counts");
+            const LoadWatch watch("of hostile counts");
             ControlFile().loadFrom(path);
         };
         EXPECT_DEATH(load(),
@@ -199,7 +199,7 @@ TEST(HostileEntitiesDeathTest, EndTheLoadOfADocument)
         folder.write("materials.xml", bombIn("material_database", "<material><name>&e9;</name></material>"));
     inAProcessOfItsOwn([&] {
         allowMemory(toSpare);
-        const LoadGuard guard("of hostile entities");
+        const LoadWatch watch("of hostile entities");
         Nereo2ConfigFile loadedConfig;
         EXPECT_FALSE(loadedConfig.loadFrom(config));
         EXPECT_EQ(loadedConfig.setting("MaxIter").valueAsInt(), 7); // which comes before it

@@ -1,10 +1,10 @@
-#include "LoadGuard.h"
+#include "LoadWatch.h"
 
-#include <sys/time.h>
+#include "ProcessorTime.h"
+
 #include <unistd.h>
 
 #include <csignal>
-#include <initializer_list>
 
 namespace {
 
@@ -22,7 +22,7 @@ constexpr int secondsAllowed = 10; // the sanitizers take their part
 constexpr int secondsAllowed = 1;
 #endif
 
-constexpr int endings[] = {SIGVTALRM, SIGABRT};
+constexpr int endings[] = {processorTimeSignal, SIGABRT};
 
 std::string loading; // what the handler reports, which may not allocate
 
@@ -34,29 +34,20 @@ void report(int signal)
     std::raise(signal);
 }
 
-void allow(int seconds)
-{
-    const itimerval timer {
-        {0,       0},
-        {seconds, 0}
-    };
-    // Neither a busy machine fails a test, nor one that is slow to give the memory that a file announces.
-    setitimer(ITIMER_VIRTUAL, &timer, nullptr);
-}
-
 } // namespace
 
-LoadGuard::LoadGuard(const std::string& file)
+LoadWatch::LoadWatch(const std::string& description)
 {
-    loading = "stopped, or longer than " + std::to_string(secondsAllowed) + " s, in a file " + file + '\n';
+    loading =
+        "stopped, or longer than " + std::to_string(secondsAllowed) + " s, in a file " + description + '\n';
     for (const int signal : endings)
         std::signal(signal, report);
-    allow(secondsAllowed);
+    limitProcessorTime(secondsAllowed);
 }
 
-LoadGuard::~LoadGuard()
+LoadWatch::~LoadWatch()
 {
-    allow(0);
+    limitProcessorTime(0);
     for (const int signal : endings)
         std::signal(signal, SIG_DFL);
 }
