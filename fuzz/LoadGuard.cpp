@@ -3,6 +3,7 @@
 #include "Requirement.h"
 
 #include <tests/support/ProcessorTime.h>
+#include <tests/support/Sanitizers.h>
 
 #include <QString>
 
@@ -11,15 +12,7 @@
 #include <cstddef>
 #include <limits>
 
-#ifdef __has_feature
-#if __has_feature(address_sanitizer)
-#define NEREO_COUNTS_MEMORY
-#endif
-#endif
-#ifdef __SANITIZE_ADDRESS__
-#define NEREO_COUNTS_MEMORY
-#endif
-#ifdef NEREO_COUNTS_MEMORY
+#ifdef NEREO_ADDRESS_SANITIZER
 #include <sanitizer/allocator_interface.h>
 #endif
 
@@ -43,7 +36,7 @@ void stopAtTimer(int)
     stopBecause("a load takes more than a second of processor time");
 }
 
-#ifdef NEREO_COUNTS_MEMORY
+#ifdef NEREO_ADDRESS_SANITIZER
 void countAllocation(const volatile void*, std::size_t size)
 {
     if ((bytesInUse += qint64(size)) > mostBytes)
@@ -60,7 +53,7 @@ bool watch()
 {
     qInstallMessageHandler(stopAtMessage);
     std::signal(processorTimeSignal, stopAtTimer);
-#ifdef NEREO_COUNTS_MEMORY
+#ifdef NEREO_ADDRESS_SANITIZER
     __sanitizer_install_malloc_and_free_hooks(countAllocation, countRelease);
 #endif
     return true;

@@ -1,5 +1,7 @@
 #include "AllocationFaults.h"
 
+#include "support/Sanitizers.h"
+
 #include <cerrno>
 #include <cstddef>
 #include <cstdlib>
@@ -12,12 +14,9 @@
 #include <link.h>
 
 // The allocator below the one of this program: that of the C library, or of a sanitizer.
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#ifdef NEREO_SANITIZER
 #define NEREO_UNDERLYING(function) __interceptor_##function
-#endif
-#endif
-#ifndef NEREO_UNDERLYING
+#else
 #define NEREO_UNDERLYING(function) __libc_##function
 #endif
 

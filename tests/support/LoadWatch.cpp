@@ -1,6 +1,7 @@
 #include "LoadWatch.h"
 
 #include "ProcessorTime.h"
+#include "Sanitizers.h"
 
 #include <unistd.h>
 
@@ -8,15 +9,7 @@
 
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-#define NEREO_SANITIZED
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define NEREO_SANITIZED
-#endif
-#endif
-
-#ifdef NEREO_SANITIZED
+#ifdef NEREO_SANITIZER
 constexpr int secondsAllowed = 10; // the sanitizers take their part
 #else
 constexpr int secondsAllowed = 1;
