@@ -1,6 +1,6 @@
 #include "faults/AllocationFaults.h"
 #include "faults/FileKind.h"
-#include "faults/Process.h"
+#include "faults/ForkedProcess.h"
 #include "faults/Shared.h"
 #include "faults/Trials.h"
 #include "support/TemporaryFolder.h"
@@ -98,9 +98,8 @@ INSTANTIATE_TEST_SUITE_P(, ColdStart,
                          ::testing::Combine(::testing::ValuesIn(fileKinds),
                                             ::testing::Values(Allocator::OperatorNew, Allocator::Malloc)),
                          [](const auto& info) {
-                             const bool isNew = std::get<Allocator>(info.param) == Allocator::OperatorNew;
-                             return std::get<FileKind>(info.param).name
-                                 + std::string(isNew ? "New" : "Malloc");
+                             return std::string(std::get<FileKind>(info.param).name)
+                                 + nameOf(std::get<Allocator>(info.param));
                          });
 
 } // namespace
