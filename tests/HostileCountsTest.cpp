@@ -67,7 +67,7 @@ protected:
     template <class Check>
     void loadWith(rlim_t announced, const std::string& bytes, Check check)
     {
-        const std::string path = folder_.write("hostile.res", bytes);
+        const std::string path = folder.write("hostile.res", bytes);
         inAProcessOfItsOwn([&] {
             allowMemory(announced + toSpare);
             ResultsFile results;
@@ -76,8 +76,7 @@ protected:
         });
     }
 
-private:
-    TemporaryFolder folder_;
+    const TemporaryFolder folder;
 };
 
 TEST_F(HostileCountsDeathTest, FindOnlyTheFieldsWhoseNamesAreThere)
@@ -149,7 +148,6 @@ TEST_F(HostileCountsDeathTest, StopTheProcessWhereNegative)
             for (const std::string& bytes :
                  {smallFile(order, 3, negative, {"kU"}), smallFile(order, twoBillion, negative, {}),
                   smallFile(order, negative, 1, {"kU"}), smallFile(order, negative, twoBillion, {"kU"})}) {
-                TemporaryFolder folder;
                 const std::string path = folder.write("hostile.res", bytes);
                 EXPECT_DEATH(ResultsFile().loadFrom(path),
                              HasSubstr("ASSERT failure in QVector::QVector: "
@@ -161,7 +159,6 @@ TEST_F(HostileCountsDeathTest, StopTheProcessWhereNegative)
 
 TEST_F(HostileCountsDeathTest, OfFlagsAreComparedWithTheFlagsThatAreThere)
 {
-    TemporaryFolder folder;
     for (const char* count : {"2000000000", "2147483647", "-1", "-2147483648", "99999999999999999999"}) {
         const std::string path = folder.write(
             "hostile.ctl", std::string("one\ntwo\n *** Flag section\n") + count + "\nname value\n");
