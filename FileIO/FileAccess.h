@@ -1,6 +1,6 @@
 #pragma once
 
-#include "XmlTokens.h"
+#include "EntityLimit.h"
 
 #include <NereoUtility/StringConversion.h>
 
@@ -30,7 +30,7 @@ inline void configure(QTextStream& stream)
 }
 inline void configure(QXmlStreamReader& stream) // which follows the document's own declaration
 {
-    limitEntities(stream, mostReferences(*stream.device()));
+    limitEntities(stream);
 }
 inline void configure(QXmlStreamWriter& stream)
 {
@@ -49,7 +49,7 @@ inline bool isLoaded(const QXmlStreamReader& stream)
 }
 
 // A text stream writes the last of its text in its destructor, out of which no exception may come. These
-// leave nothing to it: one while everything is well, the other when memory has run out.
+// leave nothing to it: one while everything is well, the other when the writer throws.
 
 inline void finish(QTextStream& stream)
 {

@@ -59,7 +59,7 @@ bool MaterialDatabaseFileXmlReader::read(QXmlStreamReader& xml)
 {
     database_->clear();
     while (hasTokens(xml)) {
-        readToken(xml);
+        xml.readNext();
         if (xml.isStartElement() && isAt(xml, "material_database"))
             readDatabase(xml);
     }

@@ -13,7 +13,7 @@ Nereo2ConfigFileXmlReader::Nereo2ConfigFileXmlReader(Nereo2ConfigFile& config) :
 bool Nereo2ConfigFileXmlReader::read(QXmlStreamReader& xml)
 {
     while (hasTokens(xml)) {
-        readToken(xml);
+        xml.readNext();
         if (xml.isStartElement() && xml.name() == "Nereo2Config")
             readConfiguration(xml);
     }

@@ -207,6 +207,13 @@ public:
     }
 };
 
+class ThrowingXmlWriter : public Writer<QXmlStreamWriter> {
+public:
+    explicit ThrowingXmlWriter(const Content&) {}
+
+    void write(QXmlStreamWriter&) override { throw std::bad_alloc(); }
+};
+
 class XmlWriter : public Writer<QXmlStreamWriter> {
 public:
     explicit XmlWriter(const Content& content) : content_(&content) {}
@@ -364,6 +371,8 @@ TEST_F(FileAccess, ClosesTheFileWhenAReaderThrows)
 TEST_F(FileAccess, WritesNothingMoreWhenAWriterThrows)
 {
     EXPECT_THROW(save<ThrowingWriter>(folder.path("file"), content), std::bad_alloc);
+    EXPECT_EQ(readBytes(folder.path("file")), "");
+    EXPECT_THROW(save<ThrowingXmlWriter>(folder.path("file"), content), std::bad_alloc);
     EXPECT_EQ(readBytes(folder.path("file")), "");
 }
 

@@ -6,6 +6,7 @@
 #include "support/SameContent.h"
 #include "support/TemporaryFolder.h"
 
+#include "FileIO/EntityLimit.h"
 #include "FileIO/Nereo2ConfigFileXmlReader.h"
 #include "FileIO/Nereo2ConfigFileXmlWriter.h"
 
@@ -15,6 +16,11 @@
 
 #include <QBuffer>
 #include <QTextCodec>
+
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <thread>
 
 namespace Nereo::Io {
 
@@ -264,43 +270,102 @@ TEST_F(Nereo2ConfigFileXml, RefusesEntitiesThatExpandWithoutEnd)
     EXPECT_FALSE(read(document + "]><Nereo2Config><JobPrefix>&e29;</JobPrefix></Nereo2Config>"));
 }
 
+/// A document with an entity of 4000 characters and so many references to it.
+QString documentWithReferences(int references, int blanks = 0)
+{
+    return "<!DOCTYPE a [<!ENTITY e '" + QString(4000, 'x') + "'>]><Nereo2Config>" + QString(blanks, ' ')
+        + "<JobPrefix>" + QString("&e;").repeated(references) + "</JobPrefix></Nereo2Config>";
+}
+
 TEST_F(Nereo2ConfigFileXml, RefusesEntitiesThatLengthenTheTextByMillionsOfCharacters)
 {
-    const std::string entity(4000, 'x');
-    const auto load = [&](int references, int spaces) {
-        const std::string document = "<!DOCTYPE a [<!ENTITY e '" + entity + "'>]><Nereo2Config>"
-            + std::string(spaces, ' ') + "<JobPrefix>" + QByteArray("&e;").repeated(references).toStdString()
-            + "</JobPrefix></Nereo2Config>";
-        config = {};
-        return config.loadFrom(folder.write("entities.xml", document));
-    };
     const struct {
         int references;
-        int spaces;
+        int blanks;
         bool result;
     } cases[] = {
-        {1,    0,       true },
-        {2000, 0,       true },
-        {2200, 0,       false},
-        {9000, 0,       false},
-        {1,    1000000, true }, // with few references the rest may be long
-        {2000, 1000000, true },
-        {2200, 1000000, false},
+        {1,    0,         true }, // 8,388,608 characters for all
+        {2000, 0,         true },
+        {2200, 0,         false},
+        {9000, 0,         false},
+        {1,    1'000'000, true }, // how long the rest is doesn't matter
+        {2000, 1'000'000, true },
+        {2200, 1'000'000, false},
     };
-    for (const auto& [references, spaces, result] : cases) {
-        EXPECT_EQ(load(references, spaces), result) << references << " references, " << spaces << " spaces";
-        EXPECT_EQ(text(Nereo2ConfigFile::JobPrefix).size(), result ? references * entity.size() : 0);
+    for (const auto& [references, blanks, result] : cases) {
+        const QString document = documentWithReferences(references, blanks);
+        config = {};
+        EXPECT_EQ(config.loadFrom(folder.write("entities.xml", document.toStdString())), result)
+            << references << " references, " << blanks << " blanks";
+        EXPECT_EQ(text(Nereo2ConfigFile::JobPrefix).size(), result ? 4000 * std::size_t(references) : 0);
     }
 }
 
-TEST_F(Nereo2ConfigFileXml, LimitsEntitiesWhereTheDocumentTypeIsInAnotherEncoding)
+TEST_F(Nereo2ConfigFileXml, RefusesThemInAnyEncoding)
 {
-    const QString document =
-        "<!DOCTYPE a [<!ENTITY e 'Strömung'>]><Nereo2Config><JobPrefix>&e;&amp;&e;</JobPrefix>"
-        "</Nereo2Config>";
-    const QByteArray bytes = QTextCodec::codecForName("UTF-16")->fromUnicode(document);
-    EXPECT_TRUE(config.loadFrom(folder.write("entities.xml", bytes.toStdString())));
-    EXPECT_EQ(text(Nereo2ConfigFile::JobPrefix), "Strömung&Strömung");
+    const struct {
+        const char* encoding;
+        bool hasAmpersandBytes; // otherwise the size of the file decides
+    } cases[] = {
+        {"UTF-8",        true },
+        {"UTF-16",       true },
+        {"ISO-8859-1",   true },
+        {"windows-1252", true },
+        {"UTF-7",        false},
+        {"IBM037",       false},
+    };
+    for (const auto& [encoding, hasAmpersandBytes] : cases) {
+        const QTextCodec* const codec = QTextCodec::codecForName(encoding);
+        if (codec == nullptr)
+            continue; // and so none of Qt's XML either
+        const auto load = [&, encoding = encoding](int references, int blanks) {
+            const bool isMarked = qstrcmp(encoding, "UTF-16") == 0; // instead of named
+            const QByteArray declaration =
+                isMarked ? "" : QByteArray("<?xml version='1.0' encoding='") + encoding + "'?>";
+            const QByteArray document =
+                declaration + codec->fromUnicode(documentWithReferences(references, blanks));
+            return config.loadFrom(folder.write("entities.xml", document.toStdString()));
+        };
+        EXPECT_TRUE(load(1, 0)) << encoding;
+        EXPECT_FALSE(load(9000, 0)) << encoding;
+        EXPECT_EQ(load(1, 100'000), hasAmpersandBytes) << encoding;
+    }
+}
+
+TEST_F(Nereo2ConfigFileXml, LimitsEntitiesByTheSizeWhereReferencesCannotBeCounted)
+{
+    const auto loadFromPipe = [&](int blanks) {
+        const std::string path = folder.path("pipe.xml");
+        std::remove(path.c_str());
+        EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
+        std::thread writer([&] { writeBytes(path, documentWithReferences(1, blanks).toStdString()); });
+        const bool result = config.loadFrom(path);
+        writer.join();
+        return result;
+    };
+    EXPECT_TRUE(loadFromPipe(0)); // the size of a pipe is 0
+    EXPECT_TRUE(loadFromPipe(100'000));
+
+    const auto loadFromMemory = [&](int blanks) {
+        QBuffer device;
+        device.setData(documentWithReferences(1, blanks).toUtf8());
+        device.open(QIODevice::ReadOnly);
+        QXmlStreamReader xml(&device);
+        limitEntities(xml);
+        Nereo2ConfigFileXmlReader(config).read(xml);
+        return !xml.hasError();
+    };
+    EXPECT_TRUE(loadFromMemory(0));
+    EXPECT_FALSE(loadFromMemory(100'000));
+}
+
+TEST_F(Nereo2ConfigFileXml, TakesEntitiesInTheDefaultsOfAttributes)
+{
+    const std::string document = "<!DOCTYPE a [<!ENTITY e '" + std::string(100, 'x')
+        + "'><!ATTLIST JobPrefix y CDATA '&e;'>]><Nereo2Config>" + std::string(1'000'000, ' ')
+        + "<JobPrefix>job</JobPrefix></Nereo2Config>";
+    EXPECT_TRUE(config.loadFrom(folder.write("entities.xml", document)));
+    EXPECT_EQ(text(Nereo2ConfigFile::JobPrefix), "job");
 }
 
 TEST_F(Nereo2ConfigFileXml, IsUsedForTheSuffixXml)
