@@ -114,7 +114,7 @@ QByteArray describe(const ControlFile& file)
     }
     for (int code = kU; code <= ControlFile::RelaxedVariableCount; ++code)
         all.add("relax", code, file.phiUnderRelax(code), file.phiInertRelax(code));
-    for (int code = kTurbRatio; code <= ControlFile::ConstantCount; ++code) {
+    for (int code = firstSavedConstant; code <= ControlFile::ConstantCount; ++code) {
         if (isNumber(code))
             all.add("constant", code, file.constant(code));
     }

@@ -13,7 +13,7 @@
 
 /// Gives the result of the load. The announced bytes are what the counts in the input ask for.
 template <class FormatReader, class Target>
-bool readBytes(const QByteArray& bytes, Target& target, qint64 announcedBytes = 0)
+bool loadBytes(const QByteArray& bytes, Target& target, qint64 announcedBytes = 0)
 {
     using Stream = typename FormatReader::Stream;
 
@@ -28,7 +28,7 @@ bool readBytes(const QByteArray& bytes, Target& target, qint64 announcedBytes = 
 }
 
 template <class FormatWriter, class Source>
-QByteArray writtenBytes(const Source& source)
+QByteArray savedBytes(const Source& source)
 {
     using Stream = typename FormatWriter::Stream;
 

@@ -1,5 +1,7 @@
 #include "FuzzModels.h"
 
+#include "Descriptions.h"
+
 #include <NereoFileIO/FieldVariable.h>
 #include <NereoFileIO/MaterialType.h>
 #include <NereoFileIO/VariationType.h>
@@ -9,8 +11,6 @@
 using namespace Nereo::Io;
 
 namespace {
-
-constexpr int firstSavedConstant = kTurbRatio;
 
 // Known and older names, and one that no table has.
 constexpr const char* variations[] = {
@@ -38,6 +38,12 @@ QString kept(const QString& text, Keep keep)
             result += character;
     }
     return result;
+}
+
+/// Of what there can be any number of.
+int takeCount(FuzzBytes& bytes)
+{
+    return bytes.choice(8);
 }
 
 QString settingText(FuzzBytes& bytes, Setting::Type type, const TakeText& takeText)
@@ -118,17 +124,17 @@ void fillNumbers(FuzzBytes& bytes, ControlFile& file)
     file.setNumberOfTimeSteps(bytes.number<qint32>());
     file.setTimeStepSize(bytes.real());
     file.setStopTime(bytes.real());
-    for (int count = bytes.choice(8); count > 0; --count) {
+    for (int count = takeCount(bytes); count > 0; --count) {
         const int code = 1 + bytes.choice(ControlFile::SolvedVariableCount);
         file.phiSolve(code) = {bytes.number<qint32>(), bytes.number<qint32>(), bytes.number<qint32>(),
                                bytes.real()};
     }
-    for (int count = bytes.choice(8); count > 0; --count) {
+    for (int count = takeCount(bytes); count > 0; --count) {
         const int code = 1 + bytes.choice(ControlFile::RelaxedVariableCount);
         file.setPhiUnderRelax(code, bytes.real());
         file.setPhiInertRelax(code, bytes.real());
     }
-    for (int count = bytes.choice(8); count > 0; --count) {
+    for (int count = takeCount(bytes); count > 0; --count) {
         const int code =
             firstSavedConstant + bytes.choice(ControlFile::ConstantCount + 1 - firstSavedConstant);
         file.setConstant(code, bytes.real());
@@ -137,7 +143,7 @@ void fillNumbers(FuzzBytes& bytes, ControlFile& file)
 
 void addFlags(FuzzBytes& bytes, ControlFile& file)
 {
-    for (int count = bytes.choice(8); count > 0; --count) {
+    for (int count = takeCount(bytes); count > 0; --count) {
         Flag flag;
         flag.setName(takeWord(bytes).toStdString());
         if (bytes.flag())

@@ -2,6 +2,9 @@
 
 #include "Requirement.h"
 
+#include <tests/support/ProcessorTime.h>
+#include <tests/support/Sanitizers.h>
+
 #include <QString>
 
 #include <atomic>
@@ -9,17 +12,7 @@
 #include <cstddef>
 #include <limits>
 
-#include <sys/time.h>
-
-#ifdef __has_feature
-#if __has_feature(address_sanitizer)
-#define NEREO_COUNTS_MEMORY
-#endif
-#endif
-#ifdef __SANITIZE_ADDRESS__
-#define NEREO_COUNTS_MEMORY
-#endif
-#ifdef NEREO_COUNTS_MEMORY
+#ifdef NEREO_ADDRESS_SANITIZER
 #include <sanitizer/allocator_interface.h>
 #endif
 
@@ -43,7 +36,7 @@ void stopAtTimer(int)
     stopBecause("a load takes more than a second of processor time");
 }
 
-#ifdef NEREO_COUNTS_MEMORY
+#ifdef NEREO_ADDRESS_SANITIZER
 void countAllocation(const volatile void*, std::size_t size)
 {
     if ((bytesInUse += qint64(size)) > mostBytes)
@@ -59,20 +52,11 @@ void countRelease(const volatile void* memory)
 bool watch()
 {
     qInstallMessageHandler(stopAtMessage);
-    std::signal(SIGPROF, stopAtTimer);
-#ifdef NEREO_COUNTS_MEMORY
+    std::signal(processorTimeSignal, stopAtTimer);
+#ifdef NEREO_ADDRESS_SANITIZER
     __sanitizer_install_malloc_and_free_hooks(countAllocation, countRelease);
 #endif
     return true;
-}
-
-void setTimer(int seconds)
-{
-    const itimerval timer {
-        {0,       0},
-        {seconds, 0}
-    };
-    setitimer(ITIMER_PROF, &timer, nullptr);
 }
 
 } // namespace
@@ -83,11 +67,11 @@ LoadGuard::LoadGuard(qint64 accountedBytes)
     Q_UNUSED(isWatched)
     bytesInUse = 0;
     mostBytes = bytesOfAnyLoad + accountedBytes;
-    setTimer(secondsOfProcessor);
+    limitProcessorTime(secondsOfProcessor);
 }
 
 LoadGuard::~LoadGuard()
 {
-    setTimer(0);
+    limitProcessorTime(0);
     mostBytes = unlimited;
 }

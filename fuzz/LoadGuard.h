@@ -2,9 +2,9 @@
 
 #include <QtGlobal>
 
-/// Holds a load to what any of them may take, for as long as the guard lives: one second of processor time,
-/// which a busy machine doesn't use up, and 64 MiB of memory plus what the input accounts for. No message may
-/// be printed either, now or later. What takes more stops the process, and so becomes a finding.
+/// Holds a load to what any of them may take, for as long as the guard lives: one second of processor time
+/// and 64 MiB of memory plus what the input accounts for. No message may be printed either, now or later.
+/// What takes more stops the process, and so becomes a finding.
 ///
 /// Memory is counted under AddressSanitizer only.
 class LoadGuard {

@@ -14,8 +14,8 @@ struct Format {
     using Model = FileModel;
 
     static Model fresh() { return Model(); } ///< what a load begins with
-    static bool read(const QByteArray& bytes, Model& model) { return readBytes<FormatReader>(bytes, model); }
-    static QByteArray written(const Model& model) { return writtenBytes<FormatWriter>(model); }
+    static bool read(const QByteArray& bytes, Model& model) { return loadBytes<FormatReader>(bytes, model); }
+    static QByteArray written(const Model& model) { return savedBytes<FormatWriter>(model); }
 };
 
 /// Whether the bytes are met for the first time. Most inputs are saved as one before them, and to load that

@@ -5,19 +5,9 @@
 #include "Requirement.h"
 
 #include <FileIO/NumberText.h>
+#include <tests/support/Bits.h>
 
 using namespace Nereo::Io;
-
-namespace {
-
-quint64 bitsOf(double number)
-{
-    quint64 bits;
-    std::memcpy(&bits, &number, sizeof bits);
-    return bits;
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {

@@ -8,29 +8,15 @@
 
 #include <FileIO/ResultsFileReader.h>
 #include <NereoFileIO/ResultsFile.h>
-
-#include <algorithm>
-#include <cstring>
+#include <tests/support/Bits.h>
 
 using namespace Nereo::Io;
-
-namespace {
-
-/// Bit by bit, so that a value that is no number equals itself.
-bool haveSameBits(const QVector<double>& left, const QVector<double>& right)
-{
-    return left.size() == right.size()
-        && std::equal(left.begin(), left.end(), right.begin(),
-                      [](double a, double b) { return std::memcmp(&a, &b, sizeof a) == 0; });
-}
-
-} // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
 {
     const ResultsInput input(inputBytes(data, size));
     ResultsFile results;
-    require(readBytes<ResultsFileReader>(input.bytes(), results, input.announcedBytes()),
+    require(loadBytes<ResultsFileReader>(input.bytes(), results, input.announcedBytes()),
             "a file that could be opened is loaded");
 
     require(results.fieldDataCodes() == input.fields().keys(), "the fields are those in the file");

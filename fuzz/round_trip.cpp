@@ -24,10 +24,10 @@ namespace {
 template <class FormatWriter, class FormatReader, class Model>
 void passThroughFile(const Model& model, Model loaded)
 {
-    const QByteArray saved = writtenBytes<FormatWriter>(model);
-    require(readBytes<FormatReader>(saved, loaded), "what was saved can be loaded");
+    const QByteArray saved = savedBytes<FormatWriter>(model);
+    require(loadBytes<FormatReader>(saved, loaded), "what was saved can be loaded");
     requireSame(describe(loaded), describe(model), "what was saved is loaded");
-    requireSame(writtenBytes<FormatWriter>(Model(model)), saved, "a copy is saved as its original");
+    requireSame(savedBytes<FormatWriter>(Model(model)), saved, "a copy is saved as its original");
 }
 
 void passConfigurationThroughXml(FuzzBytes& bytes)
@@ -56,7 +56,7 @@ void passControlFileThroughFile(FuzzBytes& bytes)
 void saveGeometryAndBoundaries(FuzzBytes& bytes)
 {
     const GbiFile file = takeGbiFile(bytes);
-    requireSame(writtenBytes<GbiFileTextWriter>(GbiFile(file)), writtenBytes<GbiFileTextWriter>(file),
+    requireSame(savedBytes<GbiFileTextWriter>(GbiFile(file)), savedBytes<GbiFileTextWriter>(file),
                 "a copy is saved as its original");
 }
 

@@ -6,7 +6,8 @@ COUNTS is what gcovr --json writes. Each entry of EXCEPTIONS explains the branch
     FILE: NUMBER of "LINE"
         REASON
 
-Fails under 100 % of the lines or 95 % of the branches, and at branches without an explanation.
+Fails under 100 % of the lines or 95 % of the branches, at branches without an explanation, and at explanations of
+lines that aren't there.
 """
 
 import json
@@ -58,6 +59,7 @@ def explain(line, number, reason):
 def main(counts_path, exceptions_path):
     exceptions = read_exceptions(exceptions_path)
     all_lines, all_branches = Total(), Total()
+    unused = set(exceptions)
     missed = []
     all_explained = True
 
@@ -72,6 +74,7 @@ def main(counts_path, exceptions_path):
         all_lines += file_lines
         all_branches += file_branches
 
+        unused -= {(name, line.strip()) for line in source}
         for line in lines:
             if all(counter["count"] > 0 for counter in [line, *line["branches"]]):
                 continue
@@ -79,6 +82,9 @@ def main(counts_path, exceptions_path):
             remark, is_explained = explain(line, *exceptions.get((name, text), (0, "")))
             missed.append(f"{name}:{line['line_number']}: {text}\n    {remark}")
             all_explained &= is_explained
+
+    missed += [f"{name}: {text}\n    NO SUCH LINE" for name, text in sorted(unused)]
+    all_explained &= not unused
 
     print(f"{'all':42} {all_lines}   {all_branches}", "", *missed, sep="\n")
     return all_lines.percent() >= LEAST_LINES and all_branches.percent() >= LEAST_BRANCHES and all_explained

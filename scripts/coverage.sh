@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Passes all tests with counters in the libraries, and prints for each file which part of its lines and branches they
 # run. Fails under 100 % of the lines or 95 % of the branches, and at a branch that coverage-exceptions.txt doesn't
-# explain.
+# explain, or a line that it explains and isn't there.
 #   scripts/coverage.sh
 set -euo pipefail
 cd "$(dirname "$0")/.."

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs what is missing from Debian's packages, as root or with sudo, and does nothing where all is there.
 #   scripts/setup.sh               what building, the demo and the tests need
-#   scripts/setup.sh --developer   also what .ci/run needs: the second compiler, sanitizers, formatting
+#   scripts/setup.sh --developer   also what the other scripts, .ci/run and the benchmarks need
 #   scripts/setup.sh --big-endian  also what scripts/big-endian.sh needs: a compiler for s390x and an emulator
 set -euo pipefail
 

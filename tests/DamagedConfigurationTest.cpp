@@ -188,7 +188,7 @@ TEST(DamagedConfiguration, TakesOfADamagedCommandLineTheOptionsBeforeTheDamage)
                 expected.setting(key).setValueFromString(args[i + 1]);
         }
         Nereo2ConfigFile actual;
-        const LoadGuard guard(damage);
+        const LoadWatch watch(damage);
         EXPECT_EQ(actual.loadFromOptionalCommandLineArguments(args), result);
         expectSameContent(actual, expected);
         EXPECT_EQ(actual.loadFromRequiredCommandLineArguments(args), args.size() >= 2);

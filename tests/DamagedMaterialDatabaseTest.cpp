@@ -9,6 +9,8 @@
 #include <QBuffer>
 #include <QXmlStreamReader>
 
+#include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -120,37 +122,7 @@ private:
         else if (element == Element::Point)
             property_->addPoint(point_);
         else if (element == Element::Text)
-            store(name);
-    }
-
-    void store(const QString& name)
-    {
-        if (name == "name")
-            material_.setName(text_.toStdString());
-        else if (name == "id")
-            material_.setId(text_.toInt());
-        else if (name == "ref_pressure")
-            material_.setRefPressure(text_.toDouble());
-        else if (name == "ref_temperature")
-            material_.setRefTemperature(text_.toDouble());
-        else if (name == "ref_compressibility")
-            material_.setRefCompressibility(text_.toDouble());
-        else if (name == "vapor_pressure")
-            material_.setVaporPressure(text_.toDouble());
-        else if (name == "gas_constant")
-            material_.setGasConstant(text_.toDouble());
-        else if (name == "diffusion_coefficient")
-            material_.setDiffusionCoefficient(text_.toDouble());
-        else if (name == "variation_type")
-            property_->setVariationType(text_.toStdString());
-        else if (name == "value")
-            property_->setValue(text_.toDouble());
-        else if (name == "independent_variable")
-            property_->setIndependentVariable(CodeNameTable::instance().codeForName(text_));
-        else if (name == "x")
-            point_.setX(text_.toDouble());
-        else if (name == "y")
-            point_.setY(text_.toDouble());
+            setters_.at(name)();
     }
 
     ExpectedLoad<MaterialDatabaseFile> load_;
@@ -159,6 +131,24 @@ private:
     MaterialProperty* property_ = nullptr;
     Point point_;
     QString text_;
+
+    /// What the end of an element with a text does with it.
+    const std::map<QString, std::function<void()>> setters_ {
+        {"name",                  [this] { material_.setName(text_.toStdString()); }                },
+        {"id",                    [this] { material_.setId(text_.toInt()); }                        },
+        {"ref_pressure",          [this] { material_.setRefPressure(text_.toDouble()); }            },
+        {"ref_temperature",       [this] { material_.setRefTemperature(text_.toDouble()); }         },
+        {"ref_compressibility",   [this] { material_.setRefCompressibility(text_.toDouble()); }     },
+        {"vapor_pressure",        [this] { material_.setVaporPressure(text_.toDouble()); }          },
+        {"gas_constant",          [this] { material_.setGasConstant(text_.toDouble()); }            },
+        {"diffusion_coefficient", [this] { material_.setDiffusionCoefficient(text_.toDouble()); }   },
+        {"variation_type",        [this] { property_->setVariationType(text_.toStdString()); }      },
+        {"value",                 [this] { property_->setValue(text_.toDouble()); }                 },
+        {"independent_variable",
+         [this] { property_->setIndependentVariable(CodeNameTable::instance().codeForName(text_)); }},
+        {"x",                     [this] { point_.setX(text_.toDouble()); }                         },
+        {"y",                     [this] { point_.setY(text_.toDouble()); }                         },
+    };
 };
 
 ExpectedLoad<MaterialDatabaseFile> expectedFromXml(const std::string& bytes)

@@ -1,3 +1,4 @@
+#include "support/Bits.h"
 #include "support/DamagedLoads.h"
 #include "support/ResultsBytes.h"
 #include "support/SameContent.h"
@@ -9,7 +10,6 @@
 #include <QtEndian>
 
 #include <algorithm>
-#include <cstring>
 #include <vector>
 
 namespace Nereo::Io {
@@ -60,13 +60,7 @@ private:
 
     qint32 integer(qint64 place) const { return bits<qint32>(place); }
 
-    double number(qint64 place) const
-    {
-        const auto bits = this->bits<quint64>(place);
-        double number;
-        std::memcpy(&number, &bits, sizeof number);
-        return number;
-    }
+    double number(qint64 place) const { return fromBits(bits<quint64>(place)); }
 
     QByteArray text(qint64 place, int size) const
     {

@@ -1,4 +1,4 @@
-#include "support/LoadGuard.h"
+#include "support/LoadWatch.h"
 #include "support/OwnProcess.h"
 #include "support/ResultsBytes.h"
 #include "support/TemporaryFolder.h"
@@ -67,17 +67,16 @@ protected:
     template <class Check>
     void loadWith(rlim_t announced, const std::string& bytes, Check check)
     {
-        const std::string path = folder_.write("hostile.res", bytes);
+        const std::string path = folder.write("hostile.res", bytes);
         inAProcessOfItsOwn([&] {
             allowMemory(announced + toSpare);
             ResultsFile results;
-            const LoadGuard guard("of hostile counts");
+            const LoadWatch watch("of hostile counts");
             check(results, path);
         });
     }
 
-private:
-    TemporaryFolder folder_;
+    const TemporaryFolder folder;
 };
 
 TEST_F(HostileCountsDeathTest, FindOnlyTheFieldsWhoseNamesAreThere)
@@ -149,7 +148,6 @@ TEST_F(HostileCountsDeathTest, StopTheProcessWhereNegative)
             for (const std::string& bytes :
                  {smallFile(order, 3, negative, {"kU"}), smallFile(order, twoBillion, negative, {}),
                   smallFile(order, negative, 1, {"kU"}), smallFile(order, negative, twoBillion, {"kU"})}) {
-                TemporaryFolder folder;
                 const std::string path = folder.write("hostile.res", bytes);
                 EXPECT_DEATH(ResultsFile().loadFrom(path),
                              HasSubstr("ASSERT failure in QVector::QVector: "
@@ -161,13 +159,12 @@ TEST_F(HostileCountsDeathTest, StopTheProcessWhereNegative)
 
 TEST_F(HostileCountsDeathTest, OfFlagsAreComparedWithTheFlagsThatAreThere)
 {
-    TemporaryFolder folder;
     for (const char* count : {"2000000000", "2147483647", "-1", "-2147483648", "99999999999999999999"}) {
         const std::string path = folder.write(
             "hostile.ctl", std::string("one\ntwo\n *** Flag section\n") + count + "\nname value\n");
         const auto load = [&path] {
             allowMemory(toSpare);
-            const LoadGuard guard("of hostile counts");
+            const LoadWatch watch("of hostile counts");
             ControlFile().loadFrom(path);
         };
         EXPECT_DEATH(load(),
@@ -199,7 +196,7 @@ TEST(HostileEntitiesDeathTest, EndTheLoadOfADocument)
         folder.write("materials.xml", bombIn("material_database", "<material><name>&e9;</name></material>"));
     inAProcessOfItsOwn([&] {
         allowMemory(toSpare);
-        const LoadGuard guard("of hostile entities");
+        const LoadWatch watch("of hostile entities");
         Nereo2ConfigFile loadedConfig;
         EXPECT_FALSE(loadedConfig.loadFrom(config));
         EXPECT_EQ(loadedConfig.setting("MaxIter").valueAsInt(), 7); // which comes before it

@@ -1,6 +1,7 @@
 #include "support/FailingDevice.h"
 #include "support/GoldenFile.h"
 #include "support/RandomConfiguration.h"
+#include "support/SameContent.h"
 #include "support/TemporaryFolder.h"
 
 #include "FileIO/Nereo2ConfigFileTextReader.h"
@@ -252,7 +253,7 @@ TEST_F(Nereo2ConfigFileText, ReadsWhatItWrites)
         ASSERT_TRUE(saved.saveTo(folder.path("run.cfg")));
         Nereo2ConfigFile loaded;
         ASSERT_TRUE(loaded.loadFrom(folder.path("run.cfg")));
-        expectSameSettings(loaded, saved);
+        expectSameContent(loaded, saved);
     }
 }
 

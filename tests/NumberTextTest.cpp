@@ -1,3 +1,5 @@
+#include "support/Bits.h"
+
 #include "FileIO/NumberText.h"
 
 #include <gmock/gmock.h>
@@ -7,7 +9,6 @@
 
 #include <cfloat>
 #include <cmath>
-#include <cstring>
 #include <limits>
 #include <random>
 #include <string>
@@ -24,13 +25,6 @@ std::string text(Number number)
     char buffer[longestNumber];
     const char* end = writeNumber(buffer, number);
     return std::string(buffer, std::size_t(end - buffer));
-}
-
-double fromBits(quint64 bits)
-{
-    double number;
-    std::memcpy(&number, &bits, sizeof number);
-    return number;
 }
 
 std::string hexadecimal(double number)
@@ -211,13 +205,6 @@ TEST(NumberText, IsThatOfATextStream)
         for (const double number : {anyNumber(), typicalNumber()})
             ASSERT_EQ(text(number), streamed(number)) << hexadecimal(number);
     }
-}
-
-quint64 bitsOf(double number)
-{
-    quint64 bits;
-    std::memcpy(&bits, &number, sizeof bits);
-    return bits;
 }
 
 void expectNumberOfQt(const QString& text)

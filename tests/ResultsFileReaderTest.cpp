@@ -1,4 +1,5 @@
 #include "support/Assertions.h"
+#include "support/Bits.h"
 #include "support/FailingDevice.h"
 #include "support/ResultsBytes.h"
 #include "support/TemporaryFolder.h"
@@ -509,10 +510,7 @@ TEST(ResultsFileReader, KeepsLineEndsInValues)
     TemporaryFolder folder;
     ResultsFile results;
     EXPECT_TRUE(results.loadFrom(folder.write("file.res", QByteArray(bytes).toStdString())));
-    const double value = results.fieldData(kU).value(0);
-    quint64 bits;
-    std::memcpy(&bits, &value, sizeof bits);
-    EXPECT_EQ(bits, 0x0D0A0D0A0D0A0D0Au);
+    EXPECT_EQ(bitsOf(results.fieldData(kU).value(0)), 0x0D0A0D0A0D0A0D0Au);
 }
 
 /// The format read value by value, as its description says it, on a file that has all of its bytes.

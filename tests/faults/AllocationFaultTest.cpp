@@ -101,8 +101,7 @@ TEST_P(AllocationFaults, ReachTheCallerOfASave)
 std::string nameOfCase(const ::testing::TestParamInfo<std::tuple<FileKind, Allocator, bool>>& info)
 {
     const auto& [kind, allocator, persists] = info.param;
-    return std::string(kind.name) + (allocator == Allocator::OperatorNew ? "New" : "Malloc")
-        + (persists ? "FromThenOn" : "Once");
+    return std::string(kind.name) + nameOf(allocator) + (persists ? "FromThenOn" : "Once");
 }
 
 INSTANTIATE_TEST_SUITE_P(, AllocationFaults,

@@ -1,5 +1,7 @@
 #include "AllocationFaults.h"
 
+#include "support/Sanitizers.h"
+
 #include <cerrno>
 #include <cstddef>
 #include <cstdlib>
@@ -12,18 +14,9 @@
 #include <link.h>
 
 // The allocator below the one of this program: that of the C library, or of a sanitizer.
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
+#ifdef NEREO_SANITIZER
 #define NEREO_UNDERLYING(function) __interceptor_##function
-// LeakSanitizer knows what the dynamic linker keeps by its calls of malloc, which come from here now.
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions()
-{
-    return "leak:/ld-linux\nleak:_dl_map_object_deps\n";
-}
-#endif
-#endif
-#ifndef NEREO_UNDERLYING
+#else
 #define NEREO_UNDERLYING(function) __libc_##function
 #endif
 

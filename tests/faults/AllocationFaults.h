@@ -14,10 +14,15 @@ enum class Allocator {
     Malloc, ///< with calloc and realloc: the memory of Qt's containers
 };
 
-/// For the names of parametrised tests.
+/// As the names of parametrised tests have it.
+inline const char* nameOf(Allocator allocator)
+{
+    return allocator == Allocator::OperatorNew ? "New" : "Malloc";
+}
+
 inline void PrintTo(Allocator allocator, std::ostream* out)
 {
-    *out << (allocator == Allocator::OperatorNew ? "operator new" : "malloc");
+    *out << nameOf(allocator);
 }
 
 /// While it lives, one allocation of the allocator fails, counted from 0, and where it persists every later

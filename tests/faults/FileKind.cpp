@@ -30,12 +30,12 @@ std::unique_ptr<File> makeEmpty()
 }
 
 /// What a save writes, without a file.
-template <class Content, class FormatWriter, class Stream>
+template <class Content, class FormatWriter>
 std::string written(const File& file)
 {
     QByteArray bytes;
     {
-        Stream stream(&bytes);
+        typename FormatWriter::Stream stream(&bytes);
         configure(stream);
         FormatWriter(static_cast<const Content&>(file)).write(stream);
     }
@@ -162,35 +162,49 @@ std::string describeResults(const File& file)
     return text.toStdString();
 }
 
-template <class FormatWriter, class Stream, class Content>
+constexpr bool hasNoReader = false;
+
+template <class FormatWriter, class Content>
 constexpr FileKind writtenKind(const char* name, const char* fileName,
                                std::unique_ptr<File> (*makeExample)(int), bool hasReader = true)
 {
-    constexpr bool isXml = std::is_same_v<Stream, QXmlStreamWriter>;
-    return {name,
-            fileName,
-            isXml,
-            hasReader,
-            true,
-            false,
-            &makeEmpty<Content>,
-            makeExample,
-            &written<Content, FormatWriter, Stream>};
+    FileKind kind {};
+    kind.name = name;
+    kind.fileName = fileName;
+    kind.isXml = std::is_same_v<typename FormatWriter::Stream, QXmlStreamWriter>;
+    kind.hasReader = hasReader;
+    kind.hasWriter = true;
+    kind.makeEmpty = makeEmpty<Content>;
+    kind.makeExample = makeExample;
+    kind.describe = written<Content, FormatWriter>;
+    return kind;
+}
+
+constexpr FileKind resultsKind()
+{
+    FileKind kind {};
+    kind.name = "Results";
+    kind.fileName = "run.res";
+    kind.hasReader = true;
+    kind.loadAdds = true;
+    kind.makeEmpty = makeEmpty<ResultsFile>;
+    kind.makeExample = makeResults;
+    kind.describe = describeResults;
+    return kind;
 }
 
 } // namespace
 
 const FileKind fileKinds[] = {
-    writtenKind<Nereo2ConfigFileXmlWriter, QXmlStreamWriter, Nereo2ConfigFile>("ConfigurationXml", "run.xml",
-                                                                               makeConfiguration),
-    writtenKind<Nereo2ConfigFileTextWriter, QTextStream, Nereo2ConfigFile>("ConfigurationText", "run.cfg",
-                                                                           makeConfiguration),
-    writtenKind<ControlFileTextWriter, QTextStream, ControlFile>("ControlFile", "run.ctl", makeControlFile),
-    writtenKind<MaterialDatabaseFileXmlWriter, QXmlStreamWriter, MaterialDatabaseFile>(
-        "MaterialDatabase", "materials.xml", makeMaterialDatabase),
-    writtenKind<GbiFileTextWriter, QTextStream, GbiFile>("GeometryAndBoundaries", "run.gbi", makeGeometry,
-                                                         false),
-    {"Results", "run.res", false, true, false, true, &makeEmpty<ResultsFile>, makeResults, describeResults},
+    writtenKind<Nereo2ConfigFileXmlWriter, Nereo2ConfigFile>("ConfigurationXml", "run.xml",
+                                                             makeConfiguration),
+    writtenKind<Nereo2ConfigFileTextWriter, Nereo2ConfigFile>("ConfigurationText", "run.cfg",
+                                                              makeConfiguration),
+    writtenKind<ControlFileTextWriter, ControlFile>("ControlFile", "run.ctl", makeControlFile),
+    writtenKind<MaterialDatabaseFileXmlWriter, MaterialDatabaseFile>("MaterialDatabase", "materials.xml",
+                                                                     makeMaterialDatabase),
+    writtenKind<GbiFileTextWriter, GbiFile>("GeometryAndBoundaries", "run.gbi", makeGeometry, hasNoReader),
+    resultsKind(),
 };
 
 std::string bytesOf(const FileKind& kind, int itemCount)

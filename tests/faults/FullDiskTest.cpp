@@ -1,5 +1,5 @@
 #include "faults/FileKind.h"
-#include "faults/Process.h"
+#include "faults/ForkedProcess.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>

@@ -9,12 +9,6 @@
 #include <sstream>
 #include <string>
 
-/// Asked by LeakSanitizer: the C library loses the path on which it looks for the locale of a std::locale.
-extern "C" const char* __lsan_default_suppressions()
-{
-    return "leak:argz_add_sep";
-}
-
 namespace {
 
 std::string printed(double number)

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "Damage.h"
-#include "LoadGuard.h"
+#include "LoadWatch.h"
 #include "SameContent.h"
 #include "TemporaryFolder.h"
 
@@ -58,7 +58,7 @@ public:
 private:
     bool load(FileKind& file, const std::string& damage)
     {
-        const LoadGuard guard(damage);
+        const LoadWatch watch(damage);
         return file.loadFrom(path_);
     }
 

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <NereoFileIO/Nereo2ConfigFile.h>
+#include "Bits.h"
 
-#include <gtest/gtest.h>
+#include <NereoFileIO/Nereo2ConfigFile.h>
 
 #include <QLocale>
 #include <QStringList>
 
 #include <cmath>
-#include <cstring>
 #include <random>
 
 /// Fills a configuration with values from the whole range of each type, and texts from an alphabet.
@@ -43,8 +42,7 @@ private:
     {
         double number;
         do {
-            const quint64 bits = bits_();
-            std::memcpy(&number, &bits, sizeof number);
+            number = fromBits(bits_());
         } while (!std::isfinite(number));
         return number;
     }
@@ -60,13 +58,3 @@ private:
     QStringList alphabet_;
     std::mt19937_64 bits_ {20240917};
 };
-
-inline void expectSameSettings(const Nereo::Io::Nereo2ConfigFile& loaded,
-                               const Nereo::Io::Nereo2ConfigFile& saved)
-{
-    for (const std::string& key : saved.keys()) {
-        ASSERT_EQ(loaded.setting(key).type(), saved.setting(key).type()) << key;
-        ASSERT_EQ(loaded.setting(key).valueAsString(), saved.setting(key).valueAsString()) << key;
-        ASSERT_EQ(loaded.setting(key).valueAsDouble(), saved.setting(key).valueAsDouble()) << key;
-    }
-}

@@ -1,9 +1,9 @@
 #include "SameContent.h"
 
+#include "Bits.h"
+
 #include <gtest/gtest.h>
 
-#include <cstddef>
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -17,16 +17,11 @@ struct Content {
     std::vector<double> numbers;
 };
 
-bool areSame(const double* left, const double* right, std::size_t count)
-{
-    return count == 0 || std::memcmp(left, right, count * sizeof(double)) == 0; // also where both are NaN
-}
-
 void expectSame(const Content& actual, const Content& expected)
 {
     EXPECT_EQ(actual.texts, expected.texts);
     ASSERT_EQ(actual.numbers.size(), expected.numbers.size());
-    if (!areSame(actual.numbers.data(), expected.numbers.data(), expected.numbers.size())) {
+    if (!haveSameBits(actual.numbers, expected.numbers)) {
         EXPECT_EQ(actual.numbers, expected.numbers);
         ADD_FAILURE() << "the numbers differ, if only in the bits of a zero or a NaN";
     }
@@ -169,8 +164,6 @@ void expectSameContent(const ResultsFile& actual, const ResultsFile& expected)
         const QVector<double> actualValues = actual.fieldData(code);
         const QVector<double> expectedValues = expected.fieldData(code);
         ASSERT_EQ(actualValues.size(), expectedValues.size()) << code;
-        EXPECT_TRUE(
-            areSame(actualValues.constData(), expectedValues.constData(), std::size_t(expectedValues.size())))
-            << code;
+        EXPECT_TRUE(haveSameBits(actualValues, expectedValues)) << code;
     }
 }
