@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 mapfile -t targets < <(sed -n 's/^nereo_add_fuzz_target(\([a-z_]*\).*/\1/p' fuzz/CMakeLists.txt)
 target=${1:-}
 seconds=${2:-}
-if [[ ! " all ${targets[*]} " == *" $target "* || ! $seconds =~ ^[0-9]+$ ]]; then
+if [[ ! " all ${targets[*]} " == *" $target "* || ! $seconds =~ ^[1-9][0-9]*$ ]]; then
     sed -n '2,3s/^# \{0,1\}//p' "$0" >&2
     echo "Targets: ${targets[*]}" >&2
     exit 2

@@ -58,8 +58,9 @@ TESTS = {
     "FileIO/NumberText.cpp": ["NumberTextTest", *CONTROL_TESTS, *MATERIAL_TESTS],
     "FileIO/ResultsFileReader.cpp": RESULTS_TESTS,
     "FileIO/NodeRecordTransposer.cpp": RESULTS_TESTS,
-    "FileIO/FileAccess.h": ["FileTest", "Nereo2ConfigFileXmlTest", "Nereo2ConfigFileTextTest", *CONTROL_TESTS,
-                            *GEOMETRY_TESTS, *MATERIAL_TESTS, *RESULTS_TESTS],
+    "FileIO/FileAccess.h": ["FileTest", "faults/SystemCallFaultTest", "faults/AllocationFaultTest",
+                            "Nereo2ConfigFileXmlTest", "Nereo2ConfigFileTextTest", *CONTROL_TESTS, *GEOMETRY_TESTS,
+                            *MATERIAL_TESTS, *RESULTS_TESTS],
 }
 
 # Skipped is what doesn't compile, or compiles to the same library as before.

@@ -143,13 +143,6 @@ int statx(int descriptor, const char* path, int flags, unsigned mask, struct sta
     return int(syscall(SYS_statx, descriptor, path, flags, mask, status));
 }
 
-off64_t lseek64(int descriptor, off64_t offset, int whence) noexcept
-{
-    if (Faults::isWatched(descriptor) && Faults::fails(SystemCall::Seek))
-        return -1;
-    return syscall(SYS_lseek, descriptor, offset, whence);
-}
-
 ssize_t read(int descriptor, void* buffer, std::size_t size)
 {
     return Faults::transfer(SystemCall::Read, SYS_read, descriptor, buffer, size);

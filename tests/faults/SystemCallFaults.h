@@ -7,7 +7,7 @@
 
 namespace Faults {
 
-enum class SystemCall { Open, Stat, Seek, Read, Write, Close };
+enum class SystemCall { Open, Stat, Read, Write, Close };
 
 /// While it lives, it stands between Qt and the files in a folder: it counts their system calls, and makes
 /// those fail that it is told to. One at a time, on one thread.

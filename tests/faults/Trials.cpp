@@ -20,7 +20,7 @@ constexpr int mostFailures = 5;      // that are worth reading
 /// A function of Qt in which an allocation can fail, and what then happens that the library can't prevent.
 struct KnownPlace {
     const char* function;
-    const char* complaint; // null for anything, a crash included
+    const char* complaint; // null for a crash
 };
 
 // The constructor of a text stream connects it to its device, so that it notices its closing. Where memory
@@ -81,7 +81,8 @@ bool isKnown(const Record& record)
     const auto matches = [&](const KnownPlace& known) {
         const bool isThere = std::find(functions.begin(), functions.end(), known.function) != functions.end();
         const bool isSo = known.complaint == nullptr
-            || (record.isComplete && std::strcmp(record.complaint, known.complaint) == 0);
+            ? !record.isComplete
+            : record.isComplete && std::strcmp(record.complaint, known.complaint) == 0;
         return isThere && isSo;
     };
     return std::any_of(std::begin(knownPlaces), std::end(knownPlaces), matches);
