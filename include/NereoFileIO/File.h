@@ -13,8 +13,9 @@ namespace Nereo::Io {
 ///
 /// Loading and saving say by a bool alone whether they succeeded; nothing is printed. A load that fails keeps
 /// what it has read so far. Where the disk fails a read, the file ends there for the load. Where memory runs
-/// out, std::bad_alloc comes out of both, and the object can be used further: a save has changed nothing in
-/// it. Paths and all other texts are UTF-8.
+/// out, std::bad_alloc comes out of both and the object stays usable, a save having changed nothing in it;
+/// only the making of Qt's streams doesn't stand that, which docs/reliability.md tells of. Paths and all
+/// other texts are UTF-8.
 ///
 /// An object is used by one thread at a time; different objects may be used by different threads.
 class NEREOFILEIO_EXPORT File {

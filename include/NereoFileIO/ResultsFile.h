@@ -26,7 +26,7 @@ namespace Nereo::Io {
 /// field is known. A field of too many nodes for memory, or for a QVector (268 million), throws
 /// std::bad_alloc out of loadFrom(). Each field that is named takes memory for the announced number of nodes,
 /// whether or not the file holds them: a file of 400 bytes may announce gigabytes. Before loading files from
-/// strangers, compare their size with the counts in their header, or load them in a process of its own with
+/// strangers, compare their size with the counts in their header, or load them in a process of their own with
 /// limited memory.
 class NEREOFILEIO_EXPORT ResultsFile : public File {
 public:
