@@ -76,13 +76,6 @@ inline bool isSaved(const QXmlStreamWriter& stream, QFile& device)
 /// the end, that there is less than was asked for, and reads on when asked again: a stream would take what
 /// then comes for the next word, or the rest of one.
 class InputFile : public QFile {
-public:
-    bool seek(qint64 position) override
-    {
-        hasEnded_ = false;
-        return QFile::seek(position);
-    }
-
 protected:
     qint64 readData(char* data, qint64 maxSize) override
     {
