@@ -38,14 +38,11 @@ bool hasCountableReferences(const QByteArray& start)
     return hasAmpersandBytes(declaration.documentEncoding());
 }
 
-/// Reads the file a second time, so that nothing changes for the stream that is about to read it.
-qint64 countReferences(const QString& path)
+qint64 countReferences(QIODevice& device)
 {
-    QFile file(path);
-    file.open(QIODevice::ReadOnly);
     qint64 references = 0;
     char block[blockSize];
-    for (qint64 size; (size = file.read(block, blockSize)) > 0;)
+    for (qint64 size; (size = device.read(block, blockSize)) > 0;)
         references += std::count(block, block + size, '&');
     return references;
 }
@@ -54,8 +51,11 @@ qint64 countReferences(const QString& path)
 qint64 mostReferences(QIODevice& device)
 {
     const auto* const file = qobject_cast<QFileDevice*>(&device);
-    if (file != nullptr && !file->isSequential() && hasCountableReferences(device.peek(blockSize)))
-        return countReferences(file->fileName());
+    if (file != nullptr && !file->isSequential() && hasCountableReferences(device.peek(blockSize))) {
+        QFile again(file->fileName()); // so that nothing changes for the stream that is about to read it
+        if (again.open(QIODevice::ReadOnly))
+            return countReferences(again);
+    }
     return device.size() / shortestReference;
 }
 
