@@ -19,6 +19,7 @@ developer_packages=(
     clang-format clang-tidy
     gcovr                  # coverage
     libbenchmark-dev python3 python3-numpy
+    doxygen                # the reference of the public headers
 )
 big_endian_packages=(g++-s390x-linux-gnu qemu-user)
 

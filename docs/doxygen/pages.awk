@@ -1,0 +1,28 @@
+# Gives doxygen a Markdown page with what its links need: a name of its own for each heading, made from the heading as
+# everywhere else, and references in place of the paths of sources.
+BEGIN {
+    page = ARGV[1]
+    sub(/^.*\//, "", page)
+    gsub(/[^A-Za-z0-9]/, "-", page)
+}
+
+/^```/ { isCode = !isCode }
+
+!isCode {
+    if (/^##+ /) {
+        name = tolower($0)
+        sub(/^##+ /, "", name)
+        gsub(/[^a-z0-9 _-]/, "", name)
+        gsub(/ /, "-", name)
+        $0 = $0 " {#" page "-" name "}"
+    }
+    gsub(/\]\(#/, "](#" page "-")
+    gsub(/\]\(include\/NereoFileIO\)/, "](annotated.html)")
+    while (match($0, /\]\([^():@ ]*\.(h|def|cpp)\)/)) {
+        source = substr($0, RSTART + 2, RLENGTH - 3)
+        sub(/^.*\//, "", source)
+        $0 = substr($0, 1, RSTART + 1) "@ref " source substr($0, RSTART + RLENGTH - 1)
+    }
+}
+
+{ print }
