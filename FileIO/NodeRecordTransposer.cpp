@@ -1,5 +1,7 @@
 #include "NodeRecordTransposer.h"
 
+#include "Assertion.h"
+
 #include <NereoFileIO/FieldVariable.h>
 
 #include <QtEndian>
@@ -131,8 +133,9 @@ void NodeRecordTransposer::storeScattered(const char* records, int count)
 {
     readNodes<ByteOrder>(records, count);
     const auto [smallest, largest] = std::minmax_element(nodes_.begin(), nodes_.end());
-    if (*smallest < 1 || *largest > nodeCount_)
-        stopAtNode(*smallest < 1 ? *smallest : *largest);
+    for (const int node : {*smallest, *largest})
+        NEREO_ASSERT_INDEX(qint64(node) - 1, nodeCount_, "QVector<T>::operator[]",
+                           "FileIO/NodeRecordTransposer");
     for (const auto& [offset, values] : fields_) {
         growTo(*values, *largest);
         double* const all = values->data();
@@ -152,11 +155,6 @@ void NodeRecordTransposer::readNodes(const char* records, int count)
         node = ByteOrder::template read<qint32>(records);
         records += recordSize_;
     }
-}
-
-void NodeRecordTransposer::stopAtNode(int node)
-{
-    (*fields_.front().values)[std::max(node, 0) - 1] = 0.0; // no index of the vector, which says so
 }
 
 } // namespace Nereo::Io

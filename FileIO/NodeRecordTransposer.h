@@ -32,9 +32,10 @@ public:
 
     qint64 recordSize() const;
 
-    /// Stores the records in the first so many bytes of a block. The last one may be cut off, and is
-    /// completed with zeros in its place if its node number is whole. A node number outside 1 to the number
-    /// of nodes stops the process where there are fields.
+    /// Stores the records in the first so many bytes of a block. The last one may be cut off: if its node
+    /// number is whole, zeros are written over what is missing of it, so the block must go on behind the
+    /// bytes to the end of that record. A node number outside 1 to the number of nodes stops the process
+    /// where there are fields.
     void store(char* block, qint64 size);
 
 private:
@@ -53,7 +54,6 @@ private:
     void storeScattered(const char* records, int count);
     template <class ByteOrder>
     void readNodes(const char* records, int count);
-    void stopAtNode(int node);
 
     qint64 recordSize_;
     int nodeCount_;

@@ -4,8 +4,6 @@
 #include "FileAccess.h"
 #include "ResultsFileReader.h"
 
-#include <algorithm>
-
 namespace Nereo::Io {
 
 ResultsFile::ResultsFile() = default;
@@ -135,14 +133,16 @@ void ResultsFile::setFieldData(int code, int node, double value)
     const auto found = fieldData_.find(code);
     if (found == fieldData_.end())
         NEREO_ASSERT_AT(false, "FileIO/ResultsFile", 187);
-    const int index = std::max(node, 0) - 1; // the vector refuses -1, and the smallest int has no predecessor
-    found->second[index] = value;
+    const qint64 index = qint64(node) - 1; // the smallest int has no predecessor
+    NEREO_ASSERT_INDEX(index, found->second.size(), "QVector<T>::operator[]", "FileIO/ResultsFile");
+    found->second[int(index)] = value;
 }
 
 void ResultsFile::requireNewField(int code) const
 {
     if (containsFieldData(code))
         NEREO_ASSERT_AT(false, "FileIO/ResultsFile", 166);
+    NEREO_ASSERT_COUNT(nodeCount_, "FileIO/ResultsFile");
 }
 
 bool ResultsFile::doLoadFrom(const std::string& path)

@@ -1,5 +1,6 @@
 #include "ResultsFileReader.h"
 
+#include "Assertion.h"
 #include "FieldMemory.h"
 #include "NodeRecordTransposer.h"
 
@@ -69,12 +70,6 @@ int codeForName(const char* name, qint64 size)
     return CodeNameTable::instance().codeForName(QString::fromLatin1(name, length));
 }
 
-/// Stops the process at a negative number, as making a vector of that size would.
-void requireCount(int count)
-{
-    Q_ASSERT_X(count >= 0, "QVector::QVector", "Size must be greater than or equal to 0.");
-}
-
 void readNodeRecords(QDataStream& in, int nodeCount, NodeRecordTransposer& transposer)
 {
     const qint64 recordSize = transposer.recordSize();
@@ -133,7 +128,7 @@ bool ResultsFileReader::readRunData(QDataStream& in)
 void ResultsFileReader::readFields(QDataStream& in)
 {
     const int fieldCount = readInt(in);
-    requireCount(fieldCount);
+    NEREO_ASSERT_COUNT(fieldCount, "FileIO/ResultsFileReader");
     NodeRecordTransposer transposer(fieldCount, results_->nodeCount(), in.byteOrder());
     if (!readFieldNames(in, fieldCount, transposer))
         return;
@@ -159,7 +154,6 @@ bool ResultsFileReader::readFieldNames(QDataStream& in, int fieldCount, NodeReco
 QVector<double>& ResultsFileReader::addField(int code)
 {
     results_->requireNewField(code);
-    requireCount(results_->nodeCount());
     return results_->fieldData_.emplace(code, reserveField(results_->nodeCount())).first->second;
 }
 

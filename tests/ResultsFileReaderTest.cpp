@@ -311,8 +311,8 @@ TEST(ResultsFileReader, OverwritesWithTheZerosOfARecordThatIsCutOff)
     EXPECT_THAT(results.fieldData(kP), ElementsAre(0.0, 0.0));
 }
 
-/// What every prefix of smallFile() holds, said by the places of its items.
-void expectPrefix(const ResultsFile& results, int length)
+/// What every prefix of smallFile() holds of the header, said by the places of its items.
+void expectPrefixOfHeader(const ResultsFile& results, int length)
 {
     const auto has = [length](int end) { return length >= end; };
     const std::string date = "2024-05-18 14:22:47";
@@ -322,12 +322,25 @@ void expectPrefix(const ResultsFile& results, int length)
     EXPECT_EQ(results.title(), title.substr(0, std::size_t(std::max(length - 42, 0))));
     EXPECT_EQ(results.nodeCount(), has(302) ? 3 : 0);
     EXPECT_EQ(results.elementCount(), has(306) ? 77 : 0);
+}
+
+void expectPrefixOfRunData(const ResultsFile& results, int length)
+{
+    const auto has = [length](int end) { return length >= end; };
     EXPECT_EQ(results.currentIteration(), has(314) ? 500 : 0);
     EXPECT_EQ(results.startingIteration(), has(318) ? 100 : 0);
     EXPECT_EQ(results.currentTimeStep(), has(322) ? 8 : 0);
     EXPECT_EQ(results.startingTimeStep(), has(326) ? 3 : 0);
     EXPECT_EQ(results.currentTime(), has(334) ? 1.25 : 0.0);
     EXPECT_EQ(results.timeStepSize(), has(342) ? 0.125 : 0.0);
+}
+
+void expectPrefix(const ResultsFile& results, int length)
+{
+    expectPrefixOfHeader(results, length);
+    expectPrefixOfRunData(results, length);
+
+    const auto has = [length](int end) { return length >= end; };
     EXPECT_EQ(results.containsFieldData(kU), has(352)); // the two letters of its name
     EXPECT_EQ(results.containsFieldData(kP), has(373));
 
@@ -365,6 +378,37 @@ TEST(ResultsFileReader, ReadsEveryPrefix)
             ResultsFile fromFailing;
             EXPECT_EQ(ResultsFileReader(fromFailing).read(failing), length >= 346);
             expectPrefix(fromFailing, length);
+        }
+    }
+}
+
+TEST(ResultsFileReader, KeepsNoNumberThatAShortFileLacks)
+{
+    constexpr int runData = 310;
+    constexpr int fields = 346;
+    for (const Order order : bothOrders) {
+        const QByteArray whole = smallFile(order);
+        for (int length = 0; length < fields; ++length) {
+            SCOPED_TRACE(length);
+            ResultsFile results;
+            results.setVersion(Util::Version(9, 9, 9, 9));
+            results.setDateTimeString("earlier");
+            results.setTitle("held before");
+            results.setNodeCount(51);
+            results.setElementCount(52);
+            results.setIterations(53, 54);
+            results.setTimeSteps(55, 56);
+            results.setCurrentTime(5.7);
+            results.setTimeStepSize(5.8);
+
+            EXPECT_FALSE(read(whole.left(length), results));
+            expectPrefixOfHeader(results, length);
+            if (length >= runData) {
+                expectPrefixOfRunData(results, length);
+            } else { // of which nothing is read behind a header that is cut
+                EXPECT_EQ(results.startingIteration(), 53);
+                EXPECT_EQ(results.timeStepSize(), 5.8);
+            }
         }
     }
 }
@@ -675,10 +719,10 @@ TEST(ResultsFileReaderDeathTest, StopsAtANodeThatIsNotThere)
     for (const qint32 node : {0, -1, 4, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
         ResultsBytes bytes;
         bytes.header(3).run().names({"kFoo", "kU"}).record(1, {1.0, 1.0}).record(node, {2.0, 2.0});
-        EXPECT_QT_ASSERTION(read(bytes, results), "QVector<T>::operator[]", "index out of range");
+        EXPECT_INDEX_ASSERTION(read(bytes, results), "QVector<T>::operator[]", "FileIO/NodeRecordTransposer");
         const QByteArray cut =
             bytes.bytes().left(bytes.bytes().size() - 16); // the number is there, its values aren't
-        EXPECT_QT_ASSERTION(read(cut, results), "QVector<T>::operator[]", "index out of range");
+        EXPECT_INDEX_ASSERTION(read(cut, results), "QVector<T>::operator[]", "FileIO/NodeRecordTransposer");
     }
 }
 
@@ -692,7 +736,8 @@ TEST(ResultsFileReaderDeathTest, StopsAtANodeThatIsNotThereAfterAllOthers)
         for (qint32 n = nodeCount; n > 1; --n)
             bytes.record(n, {1.0});
         bytes.record(node, {1.0});
-        EXPECT_QT_ASSERTION(read(bytes, results), "QVector<T>::operator[]", "index out of range") << node;
+        EXPECT_INDEX_ASSERTION(read(bytes, results), "QVector<T>::operator[]", "FileIO/NodeRecordTransposer")
+            << node;
     }
 }
 
@@ -705,7 +750,7 @@ TEST(ResultsFileReaderDeathTest, StopsAtARunOfNodesThatLeavesTheMesh)
         bytes.header(3).run().names({"kU"});
         for (quint32 i = 0; i < 3; ++i)
             bytes.record(qint32(quint32(first) + i), {1.0});
-        EXPECT_QT_ASSERTION(read(bytes, results), "QVector<T>::operator[]", "index out of range");
+        EXPECT_INDEX_ASSERTION(read(bytes, results), "QVector<T>::operator[]", "FileIO/NodeRecordTransposer");
     }
 }
 
@@ -719,10 +764,10 @@ TEST(ResultsFileReader, IgnoresTheNodeNumbersOfDroppedValues)
 TEST(ResultsFileReaderDeathTest, StopsAtNegativeCounts)
 {
     ResultsFile results;
-    EXPECT_QT_ASSERTION(read(ResultsBytes().header(1).run().integer(-1), results), "QVector::QVector",
-                        "Size must be greater than or equal to 0.");
-    EXPECT_QT_ASSERTION(read(ResultsBytes().header(-1).run().names({"kFoo", "kU"}), results),
-                        "QVector::QVector", "Size must be greater than or equal to 0.");
+    EXPECT_COUNT_ASSERTION(read(ResultsBytes().header(1).run().integer(-1), results),
+                           "FileIO/ResultsFileReader");
+    EXPECT_COUNT_ASSERTION(read(ResultsBytes().header(-1).run().names({"kFoo", "kU"}), results),
+                           "FileIO/ResultsFile");
 }
 
 } // namespace

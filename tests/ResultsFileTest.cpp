@@ -145,8 +145,7 @@ TEST(ResultsFileDeathTest, StopsAtANegativeNodeCount)
 {
     ResultsFile results;
     results.setNodeCount(-1);
-    EXPECT_QT_ASSERTION(results.addFieldDataCode(kP), "QVector::QVector",
-                        "Size must be greater than or equal to 0.");
+    EXPECT_COUNT_ASSERTION(results.addFieldDataCode(kP), "FileIO/ResultsFile");
 }
 
 TEST(ResultsFileDeathTest, StopsAtAValueOfAFieldThatIsNotThere)
@@ -159,8 +158,8 @@ TEST(ResultsFileDeathTest, StopsAtAValueOfANodeThatIsNotThere)
 {
     ResultsFile results = filledResults();
     for (const int node : {0, -1, 3, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()})
-        EXPECT_QT_ASSERTION(results.setFieldData(kP, node, 1.0), "QVector<T>::operator[]",
-                            "index out of range");
+        EXPECT_INDEX_ASSERTION(results.setFieldData(kP, node, 1.0), "QVector<T>::operator[]",
+                               "FileIO/ResultsFile");
 }
 
 } // namespace

@@ -43,10 +43,9 @@ TEST(UncheckedCaller, IsStoppedByTheLibrarysChecksOfFields)
 
     ResultsFile results;
     results.addFieldDataCode(kU);
-    EXPECT_QT_ASSERTION(results.setFieldData(kU, 1, 1.0), "QVector<T>::operator[]", "index out of range");
+    EXPECT_INDEX_ASSERTION(results.setFieldData(kU, 1, 1.0), "QVector<T>::operator[]", "FileIO/ResultsFile");
     results.setNodeCount(-1);
-    EXPECT_QT_ASSERTION(results.addFieldDataCode(kP), "QVector::QVector",
-                        "Size must be greater than or equal to 0.");
+    EXPECT_COUNT_ASSERTION(results.addFieldDataCode(kP), "FileIO/ResultsFile");
 }
 
 TEST(UncheckedCaller, IsStoppedByTheLibrarysChecks)

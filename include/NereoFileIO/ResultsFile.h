@@ -84,7 +84,7 @@ protected:
 private:
     friend class ResultsFileReader; // fills whole fields
 
-    void requireNewField(int code) const;
+    void requireNewField(int code) const; // and a number of nodes that a field can have
 
     std::string dateTimeString_;
     std::string title_;

@@ -17,3 +17,9 @@
     EXPECT_DEATH(statement,                                                                                  \
                  ::testing::HasSubstr("ASSERT failure in " operation                                         \
                                       ": \"index out of range\", file " source ", line "))
+
+/// The statement stops the process at a negative number of items, as in: "FileIO/ResultsFile".
+#define EXPECT_COUNT_ASSERTION(statement, source)                                                            \
+    EXPECT_DEATH(statement,                                                                                  \
+                 ::testing::HasSubstr("ASSERT failure in QVector::QVector: \"Size must be "                  \
+                                      "greater than or equal to 0.\", file " source ", line "))
