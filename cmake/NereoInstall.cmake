@@ -5,8 +5,10 @@ include(CMakePackageConfigHelpers)
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/NereoFileIO")
 configure_package_config_file("${CMAKE_CURRENT_LIST_DIR}/NereoFileIOConfig.cmake.in"
     "${PROJECT_BINARY_DIR}/NereoFileIOConfig.cmake" INSTALL_DESTINATION "${package_dir}")
+# The first number is the year of a release, and a new year's may change what callers build on; within a year it only
+# grows. SOVERSION, in turn, counts the changes that need callers to be compiled again.
 write_basic_package_version_file("${PROJECT_BINARY_DIR}/NereoFileIOConfigVersion.cmake"
-    COMPATIBILITY AnyNewerVersion)
+    COMPATIBILITY SameMajorVersion)
 install(EXPORT NereoFileIOTargets NAMESPACE Nereo:: DESTINATION "${package_dir}")
 install(FILES
     "${PROJECT_BINARY_DIR}/NereoFileIOConfig.cmake"

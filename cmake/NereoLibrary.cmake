@@ -38,6 +38,9 @@ function(nereo_add_library name)
         "$<BUILD_INTERFACE:${PROJECT_BINARY_DIR}/include>"
         "$<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>")
 
+    if(NOT NEREO_INSTALL)
+        return()
+    endif()
     install(TARGETS ${name} EXPORT NereoFileIOTargets
         RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}"
         LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}"
