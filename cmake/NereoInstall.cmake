@@ -1,5 +1,5 @@
-# What lets others find the installed libraries: a CMake package and a pkg-config file. Both can be moved together
-# with the libraries.
+# What lets others find the installed libraries, a CMake package and a pkg-config file, and what tells them of these. All
+# of it can be moved together with the libraries.
 include(CMakePackageConfigHelpers)
 
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/NereoFileIO")
@@ -25,3 +25,16 @@ foreach(dir INCLUDEDIR LIBDIR)
 endforeach()
 configure_file("${CMAKE_CURRENT_LIST_DIR}/NereoFileIO.pc.in" "${PROJECT_BINARY_DIR}/NereoFileIO.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/NereoFileIO.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+# The pages lie as they do in the sources, since they link to each other.
+install(FILES
+    "${PROJECT_SOURCE_DIR}/README.md"
+    "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
+    "${PROJECT_SOURCE_DIR}/CONTRIBUTING.md"
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+install(DIRECTORY
+    "${PROJECT_SOURCE_DIR}/docs"
+    "${PROJECT_SOURCE_DIR}/examples"
+    "${PROJECT_SOURCE_DIR}/samples"
+    DESTINATION "${CMAKE_INSTALL_DOCDIR}"
+    PATTERN doxygen EXCLUDE)
