@@ -1,5 +1,7 @@
 #include <NereoFileIO/BoundaryCondition.h>
 
+#include "Assertion.h"
+
 #include <QString>
 
 namespace Nereo::Io {
@@ -57,6 +59,7 @@ int BoundaryCondition::extraValueCount() const
 
 double BoundaryCondition::extraValue(int index) const
 {
+    NEREO_ASSERT_INDEX(index, extraValueCount(), "QList<T>::operator[]", "FileIO/BoundaryCondition");
     return extraValues_[index];
 }
 
@@ -67,11 +70,13 @@ void BoundaryCondition::addExtraValue(double value)
 
 void BoundaryCondition::setExtraValue(int index, double value)
 {
+    NEREO_ASSERT_INDEX(index, extraValueCount(), "QList<T>::operator[]", "FileIO/BoundaryCondition");
     extraValues_[index] = value;
 }
 
 void BoundaryCondition::removeExtraValue(int index)
 {
+    NEREO_ASSERT_INDEX(index, extraValueCount(), "QList<T>::removeAt", "FileIO/BoundaryCondition");
     extraValues_.removeAt(index);
 }
 

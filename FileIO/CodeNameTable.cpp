@@ -1,5 +1,7 @@
 #include <NereoFileIO/CodeNameTable.h>
 
+#include "Assertion.h"
+
 #include <cstddef>
 #include <iterator>
 
@@ -116,6 +118,7 @@ QString CodeNameTable::nameForCode(int code, bool preferFlagName) const
         if (flag != flagNames_.constEnd())
             return *flag;
     }
+    NEREO_ASSERT_INDEX(code, fieldVariableNames_.size(), "QVector<T>::at", "FileIO/CodeNameTable");
     return fieldVariableNames_.at(code);
 }
 

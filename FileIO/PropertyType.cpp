@@ -1,5 +1,6 @@
 #include <NereoFileIO/PropertyType.h>
 
+#include "Assertion.h"
 #include "DisplayNames.h"
 
 #include <QHash>
@@ -29,9 +30,16 @@ Registry& registry() // exists before the first row asks for it
     return instance;
 }
 
+template <class Column>
+const Column& at(const QVector<Column>& rows, int index)
+{
+    NEREO_ASSERT_INDEX(index, rows.size(), "QVector<T>::operator[]", "FileIO/PropertyType");
+    return rows[index];
+}
+
 const Row& row(int index)
 {
-    return qAsConst(registry().rows)[index];
+    return at(registry().rows, index);
 }
 
 } // namespace
@@ -73,7 +81,7 @@ QString PropertyType::name() const
 
 QString PropertyType::displayName() const
 {
-    return registry().displayNames.translated()[index_];
+    return at(registry().displayNames.translated(), index_);
 }
 
 int PropertyType::code() const

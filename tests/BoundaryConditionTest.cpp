@@ -129,12 +129,14 @@ TEST(BoundaryCondition, StopsAtAnIndexWithoutAnExtraValue)
             condition.addExtraValue(1.0);
         for (const int index : {-1, count, least, most}) {
             const auto message = testing::Message() << index << " of " << count;
-            EXPECT_QT_ASSERTION(condition.extraValue(index), "QList<T>::operator[]", "index out of range")
+            EXPECT_INDEX_ASSERTION(condition.extraValue(index), "QList<T>::operator[]",
+                                   "FileIO/BoundaryCondition")
                 << message;
-            EXPECT_QT_ASSERTION(condition.setExtraValue(index, 1.0), "QList<T>::operator[]",
-                                "index out of range")
+            EXPECT_INDEX_ASSERTION(condition.setExtraValue(index, 1.0), "QList<T>::operator[]",
+                                   "FileIO/BoundaryCondition")
                 << message;
-            EXPECT_QT_ASSERTION(condition.removeExtraValue(index), "QList<T>::removeAt", "index out of range")
+            EXPECT_INDEX_ASSERTION(condition.removeExtraValue(index), "QList<T>::removeAt",
+                                   "FileIO/BoundaryCondition")
                 << message;
         }
     }

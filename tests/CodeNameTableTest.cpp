@@ -263,8 +263,10 @@ TEST(CodeNameTable, StopsAtACodeThatIsNone)
 {
     const CodeNameTable& table = CodeNameTable::instance();
     for (const int code : {-1, 362, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
-        EXPECT_QT_ASSERTION(table.nameForCode(code, false), "QVector<T>::at", "index out of range") << code;
-        EXPECT_QT_ASSERTION(table.nameForCode(code, true), "QVector<T>::at", "index out of range") << code;
+        EXPECT_INDEX_ASSERTION(table.nameForCode(code, false), "QVector<T>::at", "FileIO/CodeNameTable")
+            << code;
+        EXPECT_INDEX_ASSERTION(table.nameForCode(code, true), "QVector<T>::at", "FileIO/CodeNameTable")
+            << code;
     }
 }
 

@@ -189,17 +189,17 @@ TEST(GbiFile, StopsAtAnIndexWithoutACondition)
         GbiFile file = fileWith(std::vector<int>(std::size_t(count), kU));
         for (const int index : {-1, count, least, most}) {
             const auto message = testing::Message() << index << " of " << count;
-            EXPECT_QT_ASSERTION(file.surfaceBoundaryCondition(index), "QList<T>::operator[]",
-                                "index out of range")
+            EXPECT_INDEX_ASSERTION(file.surfaceBoundaryCondition(index), "QList<T>::operator[]",
+                                   "FileIO/GbiFile")
                 << message;
-            EXPECT_QT_ASSERTION(qAsConst(file).surfaceBoundaryCondition(index), "QList<T>::operator[]",
-                                "index out of range")
+            EXPECT_INDEX_ASSERTION(qAsConst(file).surfaceBoundaryCondition(index), "QList<T>::operator[]",
+                                   "FileIO/GbiFile")
                 << message;
-            EXPECT_QT_ASSERTION(file.setSurfaceBoundaryCondition(index, BoundaryCondition()),
-                                "QList<T>::operator[]", "index out of range")
+            EXPECT_INDEX_ASSERTION(file.setSurfaceBoundaryCondition(index, BoundaryCondition()),
+                                   "QList<T>::operator[]", "FileIO/GbiFile")
                 << message;
-            EXPECT_QT_ASSERTION(file.removeSurfaceBoundaryCondition(index), "QList<T>::removeAt",
-                                "index out of range")
+            EXPECT_INDEX_ASSERTION(file.removeSurfaceBoundaryCondition(index), "QList<T>::removeAt",
+                                   "FileIO/GbiFile")
                 << message;
         }
     }

@@ -235,9 +235,9 @@ TEST(MaterialProperty, KeepsReferencesToTheObjectTheyWereTakenFrom)
 TEST(MaterialPropertyDeathTest, StopsAtATypeThatIsNone)
 {
     for (const char* type : {"", "Density", "constant"})
-        EXPECT_QT_ASSERTION(MaterialProperty {std::string(type)}.typeCode(), "QVector<T>::operator[]",
-                            "index out of range");
-    EXPECT_QT_ASSERTION(MaterialProperty().typeCode(), "QVector<T>::operator[]", "index out of range");
+        EXPECT_INDEX_ASSERTION(MaterialProperty {std::string(type)}.typeCode(), "QVector<T>::operator[]",
+                               "FileIO/PropertyType");
+    EXPECT_INDEX_ASSERTION(MaterialProperty().typeCode(), "QVector<T>::operator[]", "FileIO/PropertyType");
 }
 
 TEST(MaterialPropertyDeathTest, StopsAtAPointThatIsNotThere)
@@ -245,12 +245,13 @@ TEST(MaterialPropertyDeathTest, StopsAtAPointThatIsNotThere)
     MaterialProperty property = curve();
     const MaterialProperty& constant = property;
     for (const int index : {-1, 2, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
-        EXPECT_QT_ASSERTION(property.point(index), "QList<T>::operator[]", "index out of range");
-        EXPECT_QT_ASSERTION(constant.point(index), "QList<T>::operator[]", "index out of range");
-        EXPECT_QT_ASSERTION(property.removePoint(index), "QList<T>::removeAt", "index out of range");
+        EXPECT_INDEX_ASSERTION(property.point(index), "QList<T>::operator[]", "FileIO/MaterialProperty");
+        EXPECT_INDEX_ASSERTION(constant.point(index), "QList<T>::operator[]", "FileIO/MaterialProperty");
+        EXPECT_INDEX_ASSERTION(property.removePoint(index), "QList<T>::removeAt", "FileIO/MaterialProperty");
     }
-    EXPECT_QT_ASSERTION(MaterialProperty().point(0), "QList<T>::operator[]", "index out of range");
-    EXPECT_QT_ASSERTION(MaterialProperty().removePoint(0), "QList<T>::removeAt", "index out of range");
+    EXPECT_INDEX_ASSERTION(MaterialProperty().point(0), "QList<T>::operator[]", "FileIO/MaterialProperty");
+    EXPECT_INDEX_ASSERTION(MaterialProperty().removePoint(0), "QList<T>::removeAt",
+                           "FileIO/MaterialProperty");
 }
 
 } // namespace

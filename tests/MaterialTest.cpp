@@ -345,8 +345,8 @@ TEST(MaterialDeathTest, StopsAtAPropertyTypeThatIsNone)
     Material material;
     const Material& constant = material;
     for (const char* type : {"", "Density", "constant"}) {
-        EXPECT_QT_ASSERTION(material.property(type), "QVector<T>::operator[]", "index out of range");
-        EXPECT_QT_ASSERTION(constant.property(type), "QVector<T>::operator[]", "index out of range");
+        EXPECT_INDEX_ASSERTION(material.property(type), "QVector<T>::operator[]", "FileIO/PropertyType");
+        EXPECT_INDEX_ASSERTION(constant.property(type), "QVector<T>::operator[]", "FileIO/PropertyType");
     }
 }
 

@@ -196,10 +196,10 @@ TEST(PropertyType, IsComparedByItsIndex)
 TEST(PropertyTypeDeathTest, StopsWhenAskedAboutTheInvalidValue)
 {
     const PropertyType invalid;
-    EXPECT_QT_ASSERTION(invalid.name(), "QVector<T>::operator[]", "index out of range");
-    EXPECT_QT_ASSERTION(invalid.displayName(), "QVector<T>::operator[]", "index out of range");
-    EXPECT_QT_ASSERTION(invalid.code(), "QVector<T>::operator[]", "index out of range");
-    EXPECT_QT_ASSERTION(invalid.unitCategory(), "QVector<T>::operator[]", "index out of range");
+    EXPECT_INDEX_ASSERTION(invalid.name(), "QVector<T>::operator[]", "FileIO/PropertyType");
+    EXPECT_INDEX_ASSERTION(invalid.displayName(), "QVector<T>::operator[]", "FileIO/PropertyType");
+    EXPECT_INDEX_ASSERTION(invalid.code(), "QVector<T>::operator[]", "FileIO/PropertyType");
+    EXPECT_INDEX_ASSERTION(invalid.unitCategory(), "QVector<T>::operator[]", "FileIO/PropertyType");
 }
 
 } // namespace

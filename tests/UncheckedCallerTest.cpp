@@ -51,11 +51,12 @@ TEST(UncheckedCaller, IsStoppedByTheLibrarysChecksOfFields)
 TEST(UncheckedCaller, IsStoppedByTheLibrarysChecks)
 {
     BoundaryCondition condition;
-    EXPECT_QT_ASSERTION(condition.extraValue(0), "QList<T>::operator[]", "index out of range");
-    EXPECT_QT_ASSERTION(condition.setExtraValue(0, 1.0), "QList<T>::operator[]", "index out of range");
-    EXPECT_QT_ASSERTION(condition.removeExtraValue(0), "QList<T>::removeAt", "index out of range");
-    EXPECT_QT_ASSERTION(CodeNameTable::instance().nameForCode(-1, false), "QVector<T>::at",
-                        "index out of range");
+    EXPECT_INDEX_ASSERTION(condition.extraValue(0), "QList<T>::operator[]", "FileIO/BoundaryCondition");
+    EXPECT_INDEX_ASSERTION(condition.setExtraValue(0, 1.0), "QList<T>::operator[]",
+                           "FileIO/BoundaryCondition");
+    EXPECT_INDEX_ASSERTION(condition.removeExtraValue(0), "QList<T>::removeAt", "FileIO/BoundaryCondition");
+    EXPECT_INDEX_ASSERTION(CodeNameTable::instance().nameForCode(-1, false), "QVector<T>::at",
+                           "FileIO/CodeNameTable");
 }
 
 } // namespace
