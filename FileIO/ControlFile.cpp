@@ -3,6 +3,7 @@
 #include "Assertion.h"
 #include "ControlFileTextReader.h"
 #include "ControlFileTextWriter.h"
+#include "ExactText.h"
 #include "FileAccess.h"
 
 #include <NereoFileIO/FieldVariable.h>
@@ -90,10 +91,18 @@ constexpr ConstantDefault constantDefaults[] = {
 
 constexpr std::array<int, ControlFile::EquationCount> defaultEquationFlags {1, 1, 0, 1, 0};
 
-/// The place of a code in an array that starts with code 1.
-constexpr std::size_t at(int code)
+template <class Array>
+auto& elementAt(Array& array, qint64 index)
 {
-    return std::size_t(code) - 1;
+    NEREO_ASSERT_INDEX(index, qint64(array.size()), "QList<T>::operator[]", "FileIO/ControlFile");
+    return array[std::size_t(index)];
+}
+
+/// The element of a code in an array that starts with code 1.
+template <class Array>
+auto& elementOf(Array& array, int code)
+{
+    return elementAt(array, qint64(code) - 1);
 }
 
 template <class Array, class Value>
@@ -163,12 +172,12 @@ void ControlFile::setTitle(const std::string& title)
 
 int ControlFile::equationFlag(int index) const
 {
-    return equationFlags_[std::size_t(index)];
+    return elementAt(equationFlags_, index);
 }
 
 void ControlFile::setEquationFlag(int index, int value)
 {
-    equationFlags_[std::size_t(index)] = value;
+    elementAt(equationFlags_, index) = value;
 }
 
 int ControlFile::units() const
@@ -233,32 +242,32 @@ const SeqSolverType& ControlFile::sequentialSolver() const
 
 PhiSolveType& ControlFile::phiSolve(int code)
 {
-    return phiSolve_[at(code)];
+    return elementOf(phiSolve_, code);
 }
 
 const PhiSolveType& ControlFile::phiSolve(int code) const
 {
-    return phiSolve_[at(code)];
+    return elementOf(phiSolve_, code);
 }
 
 double ControlFile::phiUnderRelax(int code) const
 {
-    return phiUnderRelax_[at(code)];
+    return elementOf(phiUnderRelax_, code);
 }
 
 void ControlFile::setPhiUnderRelax(int code, double factor)
 {
-    phiUnderRelax_[at(code)] = factor;
+    elementOf(phiUnderRelax_, code) = factor;
 }
 
 double ControlFile::phiInertRelax(int code) const
 {
-    return phiInertRelax_[at(code)];
+    return elementOf(phiInertRelax_, code);
 }
 
 void ControlFile::setPhiInertRelax(int code, double factor)
 {
-    phiInertRelax_[at(code)] = factor;
+    elementOf(phiInertRelax_, code) = factor;
 }
 
 bool ControlFile::isAutoConvOn() const
@@ -308,17 +317,17 @@ void ControlFile::setMaterialDatabase(const MaterialDatabaseFile& materialDataba
 
 double ControlFile::constant(int code) const
 {
-    return constants_[at(code)];
+    return elementOf(constants_, code);
 }
 
 void ControlFile::setConstant(int code, double value)
 {
-    constants_[at(code)] = value;
+    elementOf(constants_, code) = value;
 }
 
 double ControlFile::originalConstant(int code) const
 {
-    return originalConstants_[at(code)];
+    return elementOf(originalConstants_, code);
 }
 
 InflationData& ControlFile::inflationData()
@@ -363,14 +372,12 @@ const ThermalComfortData& ControlFile::thermalComfortData() const
 
 Flag& ControlFile::flag(int index)
 {
-    NEREO_ASSERT_INDEX(index, flagCount(), "QList<T>::operator[]", "FileIO/ControlFile");
-    return flags_[std::size_t(index)];
+    return elementAt(flags_, index);
 }
 
 const Flag& ControlFile::flag(int index) const
 {
-    NEREO_ASSERT_INDEX(index, flagCount(), "QList<T>::operator[]", "FileIO/ControlFile");
-    return flags_[std::size_t(index)];
+    return elementAt(flags_, index);
 }
 
 int ControlFile::flagCount() const
@@ -380,7 +387,7 @@ int ControlFile::flagCount() const
 
 int ControlFile::indexOfFlag(const std::string& name) const
 {
-    const QString wanted = Util::toQString(name);
+    const QString wanted = toExactQString(name);
     if (Util::toStdString(wanted) != name) // bytes that no name has
         return -1;
     const auto found = std::find_if(flags_.begin(), flags_.end(),

@@ -55,6 +55,12 @@ int readCode(QTextStream& in)
     return CodeNameTable::instance().codeForName(readWord(in));
 }
 
+/// Whether there is a code among those that count from 1.
+bool isOneOf(int code, int count)
+{
+    return 1 <= code && code <= count;
+}
+
 void skipRestOfLine(QTextStream& in)
 {
     in.readLine();
@@ -181,7 +187,7 @@ void ControlFileTextReader::readSolutionControl(QTextStream& body)
 {
     while (!body.atEnd()) {
         const int code = readCode(body);
-        if (code <= ControlFile::SolvedVariableCount) {
+        if (isOneOf(code, ControlFile::SolvedVariableCount)) {
             PhiSolveType& solve = controlFile_.phiSolve(code);
             solve.integer1 = readInt(body);
             solve.integer2 = readInt(body);
@@ -198,7 +204,7 @@ void ControlFileTextReader::readRelaxation(QTextStream& body)
         const int code = readCode(body);
         const double underRelaxation = readDouble(body);
         const double inertialRelaxation = readDouble(body);
-        if (code <= ControlFile::RelaxedVariableCount) {
+        if (isOneOf(code, ControlFile::RelaxedVariableCount)) {
             controlFile_.setPhiUnderRelax(code, underRelaxation);
             controlFile_.setPhiInertRelax(code, inertialRelaxation);
         }
@@ -210,7 +216,7 @@ void ControlFileTextReader::readConstants(QTextStream& body)
 {
     while (!body.atEnd()) {
         const int code = readCode(body);
-        if (code <= ControlFile::ConstantCount)
+        if (isOneOf(code, ControlFile::ConstantCount))
             readConstant(body, code);
         skipRestOfLine(body);
     }

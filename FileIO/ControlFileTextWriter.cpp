@@ -1,11 +1,11 @@
 #include "ControlFileTextWriter.h"
 
 #include "ControlFileRecords.h"
+#include "ExactText.h"
 #include "NumberText.h"
 
 #include <NereoFileIO/CodeNameTable.h>
 #include <NereoFileIO/ControlFile.h>
-#include <NereoUtility/StringConversion.h>
 
 #include <type_traits>
 
@@ -177,14 +177,14 @@ void ControlFileTextWriter::write(QTextStream& out)
 
 void ControlFileTextWriter::writeHeader(QTextStream& out) const
 {
-    out << Util::toQString(controlFile_->headerLine1()) << '\n';
-    out << Util::toQString(controlFile_->headerLine2()) << '\n';
+    out << toExactQString(controlFile_->headerLine1()) << '\n';
+    out << toExactQString(controlFile_->headerLine2()) << '\n';
 }
 
 void ControlFileTextWriter::writeTitle(QTextStream& out) const
 {
     out << " *** Title\n";
-    out << Util::toQString(controlFile_->title()) << '\n';
+    out << toExactQString(controlFile_->title()) << '\n';
 }
 
 void ControlFileTextWriter::writeEquationSelection(QTextStream& out) const
@@ -211,7 +211,7 @@ void ControlFileTextWriter::writePropertySettings(QTextStream& out) const
 void ControlFileTextWriter::writeMaterial(QTextStream& out, const Material& material) const
 {
     writeLine(out, material.id(), material.fluidFlag(), material.resistFlag(), material.environmentType(),
-              Util::toQString(material.name()));
+              toExactQString(material.name()));
     if (material.type() == "fluid")
         writeFluid(out, material);
     else if (material.type() == "solid")
@@ -272,7 +272,7 @@ void ControlFileTextWriter::writeSequentialSolverIterations(QTextStream& out) co
     writeLine(out, solver.integer1);
     writeLine(out, solver.integer2);
     writeLine(out, solver.integer3);
-    writeLine(out, Util::toQString(solver.variable), solver.tolerance);
+    writeLine(out, toExactQString(solver.variable), solver.tolerance);
 }
 
 void ControlFileTextWriter::writeSolutionControl(QTextStream& out) const
@@ -327,7 +327,7 @@ void ControlFileTextWriter::writeFlagSection(QTextStream& out) const
     writeLine(out, controlFile_->flagCount());
     for (int i = 0; i < controlFile_->flagCount(); ++i) {
         const Flag& flag = controlFile_->flag(i);
-        writeLine(out, Util::toQString(flag.name()), Util::toQString(flag.value()));
+        writeLine(out, toExactQString(flag.name()), toExactQString(flag.value()));
     }
 }
 

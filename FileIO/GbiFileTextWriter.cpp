@@ -1,11 +1,11 @@
 #include "GbiFileTextWriter.h"
 
 #include "Assertion.h"
+#include "ExactText.h"
 #include "TextBlock.h"
 
 #include <NereoFileIO/CodeNameTable.h>
 #include <NereoFileIO/GbiFile.h>
-#include <NereoUtility/StringConversion.h>
 
 #include <cstddef>
 
@@ -74,8 +74,8 @@ void GbiFileTextWriter::write(QTextStream& out)
 
 void GbiFileTextWriter::writeHeader(QTextStream& out) const
 {
-    out << Util::toQString(file_->jobName()) << '\n';
-    out << Util::toQString(file_->productLine()) << '\n';
+    out << toExactQString(file_->jobName()) << '\n';
+    out << toExactQString(file_->productLine()) << '\n';
     out << "Version " << file_->version().toString() << '\n';
     out << "\n*** Summary\n";
 }
@@ -92,7 +92,7 @@ void GbiFileTextWriter::writeMaterials(QTextStream& out) const
     const MaterialDatabaseFile& materials = file_->materialDatabase();
     for (int i = 0; i < materials.count(); ++i) {
         const Material& material = materials.material(i);
-        out << material.id() << " \"" << Util::toQString(material.name()) << "\" " << material.fluidFlag()
+        out << material.id() << " \"" << toExactQString(material.name()) << "\" " << material.fluidFlag()
             << ' ' << material.resistFlag() << '\n';
     }
     out << "-1\n";

@@ -1,6 +1,7 @@
 #include <NereoFileIO/MaterialDatabaseFile.h>
 
 #include "Assertion.h"
+#include "ExactText.h"
 #include "FileAccess.h"
 #include "MaterialDatabaseFileXmlReader.h"
 #include "MaterialDatabaseFileXmlWriter.h"
@@ -87,7 +88,7 @@ void MaterialDatabaseFile::setMaterial(int index, const Material& material)
 
 int MaterialDatabaseFile::indexOf(const std::string& name) const
 {
-    const QString wanted = Util::toQString(name);
+    const QString wanted = toExactQString(name);
     if (Util::toStdString(wanted) != name) // bytes that no name has
         return -1;
     const auto found = std::find_if(materials_.begin(), materials_.end(),

@@ -1,5 +1,6 @@
 #include "MaterialDatabaseFileXmlWriter.h"
 
+#include "ExactText.h"
 #include "MaterialReferenceValues.h"
 #include "NumberText.h"
 
@@ -7,7 +8,6 @@
 #include <NereoFileIO/MaterialDatabaseFile.h>
 #include <NereoFileIO/MaterialType.h>
 #include <NereoFileIO/VariationType.h>
-#include <NereoUtility/StringConversion.h>
 
 namespace Nereo::Io {
 
@@ -20,7 +20,7 @@ void writeNumberElement(QXmlStreamWriter& xml, const QString& name, double numbe
 
 void writeReferenceValues(QXmlStreamWriter& xml, const Material& material)
 {
-    const auto type = Clt::MaterialType::fromName(Util::toQString(material.type()));
+    const auto type = Clt::MaterialType::fromName(toExactQString(material.type()));
     for (const auto& [element, value, setValue] : materialReferenceValues) {
         const bool isOfSolids = value == &Material::refTemperature;
         if (type == Clt::MaterialType::Fluid || (type == Clt::MaterialType::Solid && isOfSolids))
@@ -53,9 +53,9 @@ void writeProperty(QXmlStreamWriter& xml, const MaterialProperty& property)
 {
     using Clt::VariationType;
 
-    const QString variationName = Util::toQString(property.variationType());
+    const QString variationName = toExactQString(property.variationType());
     xml.writeStartElement("property");
-    xml.writeAttribute("type", Util::toQString(property.type()));
+    xml.writeAttribute("type", toExactQString(property.type()));
     xml.writeTextElement("variation_type", variationName);
 
     const VariationType variation = VariationType::fromName(variationName);
@@ -69,8 +69,8 @@ void writeProperty(QXmlStreamWriter& xml, const MaterialProperty& property)
 void writeMaterial(QXmlStreamWriter& xml, const Material& material)
 {
     xml.writeStartElement("material");
-    xml.writeAttribute("type", Util::toQString(material.type()));
-    xml.writeTextElement("name", Util::toQString(material.name()));
+    xml.writeAttribute("type", toExactQString(material.type()));
+    xml.writeTextElement("name", toExactQString(material.name()));
     if (material.id() != Material::InvalidId)
         xml.writeTextElement("id", QString::number(material.id()));
     writeReferenceValues(xml, material);

@@ -1,5 +1,7 @@
 #include "Nereo2ConfigFileTextWriter.h"
 
+#include "ExactText.h"
+
 #include <NereoFileIO/Nereo2ConfigFile.h>
 #include <NereoUtility/StringConversion.h>
 
@@ -10,7 +12,7 @@ Nereo2ConfigFileTextWriter::Nereo2ConfigFileTextWriter(const Nereo2ConfigFile& c
 void Nereo2ConfigFileTextWriter::write(QTextStream& out)
 {
     for (const std::string& key : config_->keys()) {
-        const QString value = Util::toQString(config_->setting(key).valueAsString());
+        const QString value = toExactQString(config_->setting(key).valueAsString());
         if (!value.isEmpty())
             out << QStringLiteral("%1 %2\n").arg(Util::toQString(key), value);
     }

@@ -1,5 +1,7 @@
 #include "Nereo2ConfigFileXmlWriter.h"
 
+#include "ExactText.h"
+
 #include <NereoFileIO/Nereo2ConfigFile.h>
 #include <NereoUtility/StringConversion.h>
 
@@ -13,7 +15,7 @@ void Nereo2ConfigFileXmlWriter::write(QXmlStreamWriter& xml)
     xml.writeStartElement("Nereo2Config");
     xml.writeAttribute("Version", config_->version().toString());
     for (const std::string& key : config_->keys()) {
-        const QString value = Util::toQString(config_->setting(key).valueAsString());
+        const QString value = toExactQString(config_->setting(key).valueAsString());
         if (!value.isEmpty())
             xml.writeTextElement(Util::toQString(key), value);
     }

@@ -65,6 +65,6 @@ void requireReloadable(const typename Format::Model& model)
     if (!isNew(saved))
         return;
     const QByteArray savedAgain = loadedAndSaved<Format>(saved);
-    if (!savedAgain.contains(byteOrderMark))
+    if (!saved.contains(byteOrderMark))
         requireSame(loadedAndSaved<Format>(savedAgain), savedAgain, "what was loaded is saved as the same");
 }

@@ -5,14 +5,19 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <limits>
 #include <map>
 #include <type_traits>
+#include <vector>
 
 namespace Nereo::Io {
 namespace {
 
 using Util::Version;
+
+constexpr int least = std::numeric_limits<int>::min();
+constexpr int most = std::numeric_limits<int>::max();
 
 Flag flag(const std::string& name, const std::string& value)
 {
@@ -206,6 +211,8 @@ TEST(ControlFile, TakesTheVersionFromTheFirstHeaderLine)
     } cases[] = {
         {"NEREO control file rev 06 NEREO Ver 2023.1.0.0", "2023.1.0.0"},
         {"a Ver 1.2.3.4 Ver 5.6.7.8",                      "5.6.7.8"   }, // the last one counts
+        {"x Ver Ver 5.6.7.8",                              "5.6.7.8"   }, // which may share its blank
+        {" Ver Ver ",                                      "0.0.0.0"   },
         {"Ver 1.2.3.4",                                    "0.2.3.4"   }, // a blank before it is needed
         {"x ver 1.2.3.4",                                  "0.2.3.4"   }, // case counts
         {"7.6.5.4",                                        "7.6.5.4"   },
@@ -335,6 +342,26 @@ TEST(ControlFile, IsCopiedWhole)
     expectChanged(assigned);
 }
 
+TEST(ControlFile, CopiesPathsAndVersions)
+{
+    const TemporaryFolder folder;
+    ControlFile original;
+    original.setVersion(Version(1, 2, 3, 4));
+    original.materialDatabase().setVersion(Version(5, 6, 7, 8));
+    ASSERT_TRUE(original.saveTo(folder.path("run.ctl")));
+    ASSERT_TRUE(original.materialDatabase().saveTo(folder.path("materials.xml")));
+
+    const ControlFile copy(original);
+    ControlFile assigned;
+    assigned = original;
+    for (const ControlFile& file : {copy, assigned}) {
+        EXPECT_EQ(file.version(), Version(1, 2, 3, 4));
+        EXPECT_EQ(file.filePath(), folder.path("run.ctl"));
+        EXPECT_EQ(file.materialDatabase().version(), Version(5, 6, 7, 8));
+        EXPECT_EQ(file.materialDatabase().filePath(), folder.path("materials.xml"));
+    }
+}
+
 TEST(ControlFile, KeepsReferencesToTheObjectTheyWereTakenFrom)
 {
     ControlFile file = changed();
@@ -411,6 +438,21 @@ TEST(ControlFile, KeepsFlagsInTheirOrder)
     EXPECT_EQ(file.indexOfFlag("a"), -1);
 }
 
+TEST(ControlFile, FindsEachFlagByTheNameThatItGives)
+{
+    ControlFile file;
+    // A byte order mark at the beginning is dropped from a new name, a second one is a character of it.
+    for (const char* name :
+         {"plain", "\uFEFFa", "\uFEFF\uFEFFb", "\uFEFF\uFEFF\uFEFFc", "\uFEFF\uFEFF", "\xFF"})
+        file.addFlag(flag(name, ""));
+    EXPECT_EQ(file.flag(1).name(), "a");
+    EXPECT_EQ(file.flag(3).name(), "\uFEFF\uFEFFc");
+    for (int i = 0; i < file.flagCount(); ++i)
+        EXPECT_EQ(file.indexOfFlag(file.flag(i).name()), i) << file.flag(i).name();
+    for (const char* name : {"\uFEFFa", "b", "\uFEFF\uFEFFb", "\uFEFFc", "", "\xFF", "Plain"})
+        EXPECT_EQ(file.indexOfFlag(name), -1) << name;
+}
+
 TEST(ControlFile, IsUnchangedByAFileThatDoesNotOpen)
 {
     const TemporaryFolder folder;
@@ -427,10 +469,56 @@ TEST(ControlFileDeathTest, StopsAtAFlagThatIsNotThere)
 {
     ControlFile file = changed();
     const ControlFile& constant = file;
-    for (const int index : {-1, 2, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
-        EXPECT_QT_ASSERTION(file.flag(index), "QList<T>::operator[]", "index out of range");
-        EXPECT_QT_ASSERTION(constant.flag(index), "QList<T>::operator[]", "index out of range");
-        EXPECT_QT_ASSERTION(file.removeFlag(index), "QList<T>::removeAt", "index out of range");
+    for (const int index : {-1, 2, least, most}) {
+        EXPECT_INDEX_ASSERTION(file.flag(index), "QList<T>::operator[]", "FileIO/ControlFile");
+        EXPECT_INDEX_ASSERTION(constant.flag(index), "QList<T>::operator[]", "FileIO/ControlFile");
+        EXPECT_INDEX_ASSERTION(file.removeFlag(index), "QList<T>::removeAt", "FileIO/ControlFile");
+    }
+}
+
+TEST(ControlFileDeathTest, StopsAtAnEquationThatIsNotThere)
+{
+    ControlFile file;
+    for (const int index : {-1, 5, least, most}) {
+        EXPECT_INDEX_ASSERTION(file.equationFlag(index), "QList<T>::operator[]", "FileIO/ControlFile");
+        EXPECT_INDEX_ASSERTION(file.setEquationFlag(index, 1), "QList<T>::operator[]", "FileIO/ControlFile");
+    }
+}
+
+TEST(ControlFileDeathTest, StopsAtACodeThatAnArrayDoesNotHave)
+{
+    ControlFile file;
+    const ControlFile& constant = file;
+    const struct {
+        int largest;
+        std::vector<std::function<void(int code)>> accessors;
+    } arrays[] = {
+        {24,
+         {
+             [&](int code) { file.phiSolve(code).integer1 = 1; },
+             [&](int code) { static_cast<void>(constant.phiSolve(code)); },
+         }},
+        {46,
+         {
+             [&](int code) { static_cast<void>(file.phiUnderRelax(code)); },
+             [&](int code) { file.setPhiUnderRelax(code, 1.0); },
+             [&](int code) { static_cast<void>(file.phiInertRelax(code)); },
+             [&](int code) { file.setPhiInertRelax(code, 1.0); },
+         }},
+        {328,
+         {
+             [&](int code) { static_cast<void>(file.constant(code)); },
+             [&](int code) { file.setConstant(code, 1.0); },
+             [&](int code) { static_cast<void>(file.originalConstant(code)); },
+         }},
+    };
+    for (const auto& [largest, accessors] : arrays) {
+        for (const auto& access : accessors) {
+            access(1);
+            access(largest);
+            for (const int code : {0, -1, largest + 1, least, most})
+                EXPECT_INDEX_ASSERTION(access(code), "QList<T>::operator[]", "FileIO/ControlFile") << code;
+        }
     }
 }
 

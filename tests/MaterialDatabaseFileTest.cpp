@@ -99,6 +99,23 @@ TEST(MaterialDatabaseFile, ContainsExactlyTheNamesOfItsMaterials)
     EXPECT_TRUE(databaseOf({"air", ""}).contains(""));
 }
 
+TEST(MaterialDatabaseFile, FindsEachMaterialByTheNameThatItGives)
+{
+    // A byte order mark at the beginning is dropped from a new name, a second one is a character of it.
+    MaterialDatabaseFile database =
+        databaseOf({"plain", "\uFEFFa", "\uFEFF\uFEFFb", "\uFEFF\uFEFF\uFEFFc", "\uFEFF\uFEFF", "\xFF"});
+    const MaterialDatabaseFile& constant = database;
+    EXPECT_EQ(database.material(3).name(), "\uFEFF\uFEFFc");
+    for (int i = 0; i < database.count(); ++i) {
+        const std::string name = database.material(i).name();
+        EXPECT_TRUE(database.contains(name)) << name;
+        EXPECT_EQ(&database.material(name), &database.material(i)) << name;
+        EXPECT_EQ(&constant.material(name), &database.material(i)) << name;
+    }
+    for (const char* name : {"\uFEFFa", "b", "\uFEFF\uFEFFb", "\uFEFFc", "", "\xFF"})
+        EXPECT_FALSE(database.contains(name)) << name;
+}
+
 TEST(MaterialDatabaseFile, FindsTheFirstMaterialOfAName)
 {
     MaterialDatabaseFile database = databaseOf({"Water", "Air", "Water", "air"});
@@ -222,11 +239,13 @@ TEST(MaterialDatabaseFileDeathTest, StopsAtAnIndexOutOfRange)
     const MaterialDatabaseFile& constant = database;
     const Material material;
     for (const int index : {-1, 2, 2147483647, -2147483647 - 1}) {
-        EXPECT_QT_ASSERTION(database.material(index), "QList<T>::operator[]", "index out of range");
-        EXPECT_QT_ASSERTION(constant.material(index), "QList<T>::operator[]", "index out of range");
-        EXPECT_QT_ASSERTION(database.setMaterial(index, material), "QList<T>::operator[]",
-                            "index out of range");
-        EXPECT_QT_ASSERTION(database.remove(index), "QList<T>::removeAt", "index out of range");
+        EXPECT_INDEX_ASSERTION(database.material(index), "QList<T>::operator[]",
+                               "FileIO/MaterialDatabaseFile");
+        EXPECT_INDEX_ASSERTION(constant.material(index), "QList<T>::operator[]",
+                               "FileIO/MaterialDatabaseFile");
+        EXPECT_INDEX_ASSERTION(database.setMaterial(index, material), "QList<T>::operator[]",
+                               "FileIO/MaterialDatabaseFile");
+        EXPECT_INDEX_ASSERTION(database.remove(index), "QList<T>::removeAt", "FileIO/MaterialDatabaseFile");
     }
 }
 
@@ -234,9 +253,9 @@ TEST(MaterialDatabaseFileDeathTest, StopsWhereAnEmptyDatabaseIsAskedForAMaterial
 {
     MaterialDatabaseFile database;
     const MaterialDatabaseFile& constant = database;
-    EXPECT_QT_ASSERTION(database.material("Air"), "QList<T>::operator[]", "index out of range");
-    EXPECT_QT_ASSERTION(constant.material("Air"), "QList<T>::operator[]", "index out of range");
-    EXPECT_QT_ASSERTION(database.material(0), "QList<T>::operator[]", "index out of range");
+    EXPECT_INDEX_ASSERTION(database.material("Air"), "QList<T>::operator[]", "FileIO/MaterialDatabaseFile");
+    EXPECT_INDEX_ASSERTION(constant.material("Air"), "QList<T>::operator[]", "FileIO/MaterialDatabaseFile");
+    EXPECT_INDEX_ASSERTION(database.material(0), "QList<T>::operator[]", "FileIO/MaterialDatabaseFile");
 }
 
 } // namespace

@@ -89,6 +89,16 @@ TEST_F(Nereo2ConfigFileText, WritesKeyBlankValue)
     }
 }
 
+TEST_F(Nereo2ConfigFileText, WritesTextsAsTheirGettersGiveThem)
+{
+    config.clear();
+    config.reset(Nereo2ConfigFile::JobPrefix);
+    Setting& prefix = config.setting(Nereo2ConfigFile::JobPrefix);
+    prefix.setValueFromString("\uFEFF\uFEFFx"); // of which the first mark is dropped
+    EXPECT_EQ(written().toStdString(), "JobPrefix " + prefix.valueAsString() + "\n");
+    EXPECT_EQ(prefix.valueAsString(), "\uFEFFx");
+}
+
 TEST_F(Nereo2ConfigFileText, ReadsALineForEachSetting)
 {
     const struct {

@@ -78,6 +78,13 @@ TEST_F(Nereo2ConfigFileXml, WritesTheVersionAndEscapedTexts)
 )");
 }
 
+TEST_F(Nereo2ConfigFileXml, WritesTextsAsTheirGettersGiveThem)
+{
+    config.setting(Nereo2ConfigFile::JobPrefix)
+        .setValueFromString("\uFEFF\uFEFFx"); // the first mark is dropped
+    EXPECT_THAT(written().toStdString(), ::testing::HasSubstr("<JobPrefix>\uFEFFx</JobPrefix>"));
+}
+
 TEST_F(Nereo2ConfigFileXml, WritesAnEmptyConfiguration)
 {
     config.clear();

@@ -95,8 +95,8 @@ struct ThermalComfortData {
 /// skipped, and numbers that it can't read are zero; but a file whose number of flags is not the one that it
 /// announces stops the process.
 ///
-/// Accessors that take a code are indexed by FieldVariable and DO NOT CHECK it: a code outside the range that
-/// each states reads or writes memory that isn't the array's.
+/// Accessors that take a code are indexed by FieldVariable. A code or an index outside the range that each
+/// states stops the process.
 ///
 /// References hold until the whole object is assigned to, those to flags also only until a flag is added or
 /// removed. They never reach a copy.
@@ -132,7 +132,7 @@ public:
     std::string title() const;
     void setTitle(const std::string& title);
 
-    /// Whether an equation is solved; index 0 to 4, which is not checked.
+    /// Whether an equation is solved; index 0 to 4.
     int equationFlag(int index) const;
     void setEquationFlag(int index, int value);
 
@@ -198,7 +198,7 @@ public:
     const ThermalComfortData& thermalComfortData() const;
 
     /// Flags keep the order in which they were added, and several may have one name. Index 0 to
-    /// flagCount() - 1; any other stops the process.
+    /// flagCount() - 1.
     Flag& flag(int index);
     const Flag& flag(int index) const;
     int flagCount() const;

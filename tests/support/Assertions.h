@@ -7,12 +7,8 @@
 #define EXPECT_ASSERTION(statement, condition, place)                                                        \
     EXPECT_DEATH(statement, ::testing::HasSubstr("ASSERT: \"" condition "\" in file " place "\n"))
 
-/// The statement stops the process at one of Qt's own checks, as in: "QVector<T>::at", "index out of range".
-#define EXPECT_QT_ASSERTION(statement, where, what)                                                          \
-    EXPECT_DEATH(statement, ::testing::HasSubstr("ASSERT failure in " where ": \"" what "\", file "))
-
-/// The statement stops the process at an index that the library checks itself, in the name of an operation of
-/// Qt's containers, as in: "QList<T>::operator[]", "FileIO/GbiFile".
+/// The statement stops the process at an index that isn't there, in the name of an operation of Qt's
+/// containers and of a source of the library, as in: "QList<T>::operator[]", "FileIO/GbiFile".
 #define EXPECT_INDEX_ASSERTION(statement, operation, source)                                                 \
     EXPECT_DEATH(statement,                                                                                  \
                  ::testing::HasSubstr("ASSERT failure in " operation                                         \
