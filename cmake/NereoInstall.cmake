@@ -1,4 +1,4 @@
-# What lets others find the installed libraries, a CMake package and a pkg-config file, and what tells them of these. All
+# What lets others find the installed libraries, a CMake package and pkg-config files, and what tells them of these. All
 # of it can be moved together with the libraries.
 include(CMakePackageConfigHelpers)
 
@@ -23,8 +23,10 @@ foreach(dir INCLUDEDIR LIBDIR)
         string(PREPEND NEREO_PC_${dir} "\${prefix}/")
     endif()
 endforeach()
-configure_file("${CMAKE_CURRENT_LIST_DIR}/NereoFileIO.pc.in" "${PROJECT_BINARY_DIR}/NereoFileIO.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/NereoFileIO.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+foreach(package NereoFileIO NereoInspection)
+    configure_file("${CMAKE_CURRENT_LIST_DIR}/${package}.pc.in" "${PROJECT_BINARY_DIR}/${package}.pc" @ONLY)
+    install(FILES "${PROJECT_BINARY_DIR}/${package}.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+endforeach()
 
 # The pages lie as they do in the sources, since they link to each other.
 install(FILES

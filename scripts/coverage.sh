@@ -15,7 +15,7 @@ ctest --preset coverage --parallel "$(nproc)"
 
 # The rows of the tables are data. What only an exception takes, as after each call that might throw, isn't counted:
 # those branches are the compiler's.
-gcovr --root . --filter FileIO/ --filter Utility/ --filter include/ --exclude '.*\.def$' \
+gcovr --root . --filter FileIO/ --filter Inspection/ --filter Utility/ --filter include/ --exclude '.*\.def$' \
     --exclude-throw-branches --exclude-unreachable-branches \
-    --json "$build/coverage.json" "$build/FileIO" "$build/Utility" "$build/tests"
+    --json "$build/coverage.json" "$build/FileIO" "$build/Inspection" "$build/Utility" "$build/tests"
 python3 scripts/coverage.py "$build/coverage.json" scripts/coverage-exceptions.txt

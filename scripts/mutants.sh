@@ -19,8 +19,8 @@ cmake --build "$folder/tests"
 for worker in $(seq "$workers"); do
     copy=$folder/$worker
     mkdir -p "$copy"
-    rm -rf "$copy"/{FileIO,Utility,include}
-    cp -r CMakeLists.txt cmake translations FileIO Utility include "$copy" # with a new time, which builds them anew
+    rm -rf "$copy"/{FileIO,Inspection,Utility,include}
+    cp -r CMakeLists.txt cmake translations FileIO Inspection Utility include "$copy" # with a new time, which builds them anew
     configure -S "$copy" -B "$copy/build" -DNEREO_BUILD_TESTS=OFF -DNEREO_BUILD_EXAMPLES=OFF
 done
 python3 -B scripts/mutants.py "$workers" "$count" "$seed"

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <FileIO/FileAccess.h>
+#include <NereoInspection/Export.h>
+
+#include <QFile>
+#include <QTemporaryFile>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace Nereo::Inspection {
+
+/// A file that is looked at. What isn't a file with an end, such as a pipe, is copied to a temporary one
+/// first, so that it can be read more than once.
+///
+/// A walk reads it by devices of its own, as a load does.
+class NEREOINSPECTION_EXPORT InputFile {
+public:
+    explicit InputFile(const std::string& path);
+    InputFile(const InputFile&) = delete;
+    InputFile& operator=(const InputFile&) = delete;
+    ~InputFile();
+
+    bool isOpen() const { return isOpen_; }
+    QString errorString() const { return error_; } ///< why it isn't, in the words of the system
+
+    const std::string& path() const { return path_; } ///< as it was given
+    qint64 size() const { return size_; }
+
+    /// A device as that of a load: from the first read that fails on nothing is read.
+    class Device : public Io::InputFile {
+    public:
+        bool hasFailed() const { return error() == QFileDevice::ReadError; }
+    };
+
+    /// Opens the file for the stream of a load. QIODevice::Text says what a load of texts says.
+    std::unique_ptr<Device> open(QIODevice::OpenMode mode) const;
+
+    /// Opens the file for reading anywhere in it.
+    std::unique_ptr<QFile> openBytes() const;
+
+private:
+    void copy(QFile& pipe);
+
+    std::string path_;
+    QString name_; ///< what is read: the file, or its copy
+    QString error_;
+    qint64 size_ = 0;
+    bool isOpen_ = false;
+    std::unique_ptr<QTemporaryFile> copy_;
+};
+
+} // namespace Nereo::Inspection

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "Rule.h"
+
+#include <NereoInspection/Finding.h>
+#include <NereoInspection/Outline.h>
+
+#include <QString>
+#include <QStringList>
+
+#include <array>
+#include <optional>
+#include <vector>
+
+namespace Nereo::Inspection {
+
+/// What a walk has to say of a place.
+struct Discovery {
+    Rule rule;
+    Place place;
+    QString address = {};
+    QString found = {};
+    QStringList details = {};          ///< %2, %3 of the rule's texts
+    std::optional<Effect> effect = {}; ///< what a load of this very file does, where the rule has another
+    QString consequence = {}; ///< what a load then makes of what stands behind, as a part of a sentence
+};
+
+/// Hears what a walk says of a file: its values, or what is wrong with it.
+class NEREOINSPECTION_EXPORT Listener {
+public:
+    virtual ~Listener();
+
+    /// Whether anybody wants to know of the values; where nobody does, a walk needn't find them out.
+    virtual bool wantsItems() const = 0;
+    virtual void item(const Item& item) = 0;
+    virtual void finding(const Discovery& discovery) = 0;
+};
+
+/// Hands the values on.
+class ItemListener : public Listener {
+public:
+    explicit ItemListener(const ItemVisitor& visit) : visit_(visit) {}
+
+    bool wantsItems() const override { return true; }
+    void item(const Item& item) override { visit_(item); }
+    void finding(const Discovery&) override {}
+
+private:
+    const ItemVisitor& visit_;
+};
+
+/// Keeps the findings, the first thousand of each code.
+class NEREOINSPECTION_EXPORT FindingListener : public Listener {
+public:
+    static constexpr qint64 mostOfACode = 1000;
+
+    bool wantsItems() const override { return false; }
+    void item(const Item&) override {}
+    void finding(const Discovery& discovery) override;
+
+    /// All of them in the order of the file. Nothing may be found afterwards.
+    std::vector<Finding> takeFindings();
+
+private:
+    struct CodeCount {
+        const char* code;
+        qint64 count;
+    };
+
+    qint64& countOf(const char* code);
+
+    std::vector<Finding> findings_;
+    std::vector<CodeCount> counts_;
+};
+
+/// What findings show of a text of any length.
+QString excerpt(QStringView text);
+
+} // namespace Nereo::Inspection

@@ -1,0 +1,82 @@
+#include "NumberFault.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace Nereo::Inspection {
+
+namespace {
+
+bool isDigit(QChar character)
+{
+    return character >= QLatin1Char('0') && character <= QLatin1Char('9');
+}
+
+/// Takes the digits off the start of a text. False if there are none.
+bool takeDigits(QStringView& text)
+{
+    const auto end = std::find_if_not(text.begin(), text.end(), isDigit);
+    const auto count = end - text.begin();
+    text = text.mid(count);
+    return count > 0;
+}
+
+void takeSign(QStringView& text)
+{
+    if (!text.isEmpty() && (text.front() == QLatin1Char('+') || text.front() == QLatin1Char('-')))
+        text = text.mid(1);
+}
+
+/// Whether a text that couldn't be read has the form of an integer all the same, so that only its size is
+/// wrong.
+bool isInteger(QStringView text)
+{
+    takeSign(text);
+    return takeDigits(text) && text.isEmpty();
+}
+
+bool isDecimal(QStringView text)
+{
+    takeSign(text);
+    bool hasDigits = takeDigits(text);
+    if (text.startsWith(QLatin1Char('.'))) {
+        text = text.mid(1);
+        hasDigits = takeDigits(text) || hasDigits;
+    }
+    if (text.startsWith(QLatin1Char('e'), Qt::CaseInsensitive)) {
+        text = text.mid(1);
+        takeSign(text);
+        hasDigits = takeDigits(text) && hasDigits;
+    }
+    return hasDigits && text.isEmpty();
+}
+
+} // namespace
+
+std::optional<Rule> integerFault(const QString& text)
+{
+    bool isRead = false;
+    text.toInt(&isRead);
+    if (isRead)
+        return {};
+    const QStringView trimmed = QStringView(text).trimmed();
+    if (trimmed.isEmpty())
+        return Rule::MissingValue;
+    return isInteger(trimmed) ? Rule::IntegerOutOfRange : Rule::NotAnInteger;
+}
+
+std::optional<Rule> numberFault(const QString& text)
+{
+    bool isRead = false;
+    const double number = text.toDouble(&isRead);
+    if (isRead)
+        return {};
+    const QStringView trimmed = QStringView(text).trimmed();
+    if (trimmed.isEmpty())
+        return Rule::MissingValue;
+    if (!isDecimal(trimmed))
+        return Rule::NotANumber;
+    return std::isinf(number) ? Rule::NumberTooLarge : Rule::NumberOutOfRange;
+}
+
+} // namespace Nereo::Inspection

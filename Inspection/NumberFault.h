@@ -1,0 +1,17 @@
+#pragma once
+
+#include "Rule.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace Nereo::Inspection {
+
+// What is wrong with a text that a load turns into a number with QString::toInt() or toDouble(), which give 0
+// for what they can't read. None if it is one.
+
+NEREOINSPECTION_EXPORT std::optional<Rule> integerFault(const QString& text);
+NEREOINSPECTION_EXPORT std::optional<Rule> numberFault(const QString& text);
+
+} // namespace Nereo::Inspection

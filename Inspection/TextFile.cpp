@@ -1,0 +1,46 @@
+#include "TextFile.h"
+
+namespace Nereo::Inspection {
+
+namespace {
+
+// In pieces, since the stream would make room for a whole line beside the text that it is appended to.
+constexpr int pieceSize = 16 * 1024;
+
+} // namespace
+
+TextFile::TextFile(const InputFile& file, Listener& listener)
+    : listener_(listener), device_(file.open(QIODevice::Text)), in_(device_.get()), places_(file)
+{
+    Io::configure(in_);
+}
+
+TextFile::~TextFile() = default;
+
+bool TextFile::appendLine(QString& text)
+{
+    if (!in_.readLineInto(&piece_, pieceSize))
+        return false;
+    qint64 size = piece_.size();
+    text += piece_;
+    while (piece_.size() == pieceSize && in_.readLineInto(&piece_, pieceSize)) {
+        text += piece_;
+        size += piece_.size();
+    }
+    nextIndex_ += size + 1;
+    return true;
+}
+
+void TextFile::reportCharacters()
+{
+    places_.reportFaults(nextIndex_, listener_);
+}
+
+void TextFile::reportEnd()
+{
+    places_.reportFaults(listener_);
+    if (device_->hasFailed())
+        listener_.finding({Rule::CannotRead, places_.place(nextIndex_), {}, device_->errorString()});
+}
+
+} // namespace Nereo::Inspection

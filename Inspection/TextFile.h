@@ -1,0 +1,49 @@
+#pragma once
+
+#include "TextPlaces.h"
+
+#include <QTextStream>
+
+#include <memory>
+
+namespace Nereo::Inspection {
+
+/// A text file as a load reads it, line by line, and where all of it stands.
+///
+/// A walk appends the lines to what it reads from (a line, a section), takes the values out of that with the
+/// functions that a load uses, and asks for the places by the numbers of the characters: the first character
+/// of the next line has the number nextIndex().
+class NEREOINSPECTION_EXPORT TextFile {
+public:
+    TextFile(const InputFile& file, Listener& listener);
+    ~TextFile();
+
+    bool atEnd() const { return in_.atEnd(); } ///< as the stream of a load says it
+
+    /// Appends the next line without its line feed. False where there is none.
+    bool appendLine(QString& text);
+
+    qint64 nextIndex() const { return nextIndex_; }
+
+    Place place(qint64 index) { return places_.place(index); }
+    qint64 length(qint64 begin, qint64 end) { return places_.length(begin, end); }
+
+    /// Says that a finding is about the characters from the one up to the other, so that bad ones among them
+    /// need no finding of their own.
+    void cover(qint64 begin, qint64 end) { places_.ignoreFaults(begin, end); }
+
+    /// Tells of the characters up to the next line that are none, and at the end of the file of all that are
+    /// left. What covers any of them comes before.
+    void reportCharacters();
+    void reportEnd(); ///< and whether the file was read to its end
+
+private:
+    Listener& listener_;
+    std::unique_ptr<InputFile::Device> device_;
+    QTextStream in_;
+    TextPlaces places_;
+    qint64 nextIndex_ = 0;
+    QString piece_;
+};
+
+} // namespace Nereo::Inspection

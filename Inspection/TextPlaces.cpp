@@ -1,0 +1,457 @@
+#include "TextPlaces.h"
+
+#include <QVarLengthArray>
+
+#include <algorithm>
+#include <cstring>
+
+namespace Nereo::Inspection {
+
+namespace {
+
+constexpr int blockSize =
+    16 * 1024; // a text stream's: which bytes are taken together decides what bad ones give
+
+const QTextCodec& utf8()
+{
+    static const QTextCodec* const codec = QTextCodec::codecForName("UTF-8");
+    return *codec;
+}
+
+struct DetectedEncoding {
+    TextPlaces::Encoding encoding;
+    int markLength;
+};
+
+/// The encoding that a text stream takes for the text's, which is UTF-8 unless a mark says something else.
+DetectedEncoding detectedEncoding(const QByteArray& start)
+{
+    constexpr int utf16 = 1015; // of the Internet's register of encodings
+    constexpr int utf32 = 1017;
+    using Encoding = TextPlaces::Encoding;
+
+    const int mib = QTextCodec::codecForUtfText(start, const_cast<QTextCodec*>(&utf8()))->mibEnum();
+    const bool isLittleEndian = start.startsWith('\xFF');
+    if (mib == utf16 || mib == utf16 - 1 || mib == utf16 - 2)
+        return {isLittleEndian ? Encoding::Utf16LittleEndian : Encoding::Utf16, 2};
+    if (mib == utf32 || mib == utf32 + 1 || mib == utf32 + 2)
+        return {isLittleEndian ? Encoding::Utf32LittleEndian : Encoding::Utf32, 4};
+    return {Encoding::Utf8, start.startsWith("\xEF\xBB\xBF") ? 3 : 0};
+}
+
+int markLengthOf(TextPlaces::Encoding encoding, const QByteArray& start)
+{
+    const DetectedEncoding detected = detectedEncoding(start);
+    return detected.encoding == encoding ? detected.markLength : 0;
+}
+
+/// Whether each byte is a character that needs no thought.
+bool isPlain(const QByteArray& bytes)
+{
+    uint special = 0;
+    for (const char byte : bytes)
+        special |= uint(uchar(byte) >= 0x80) | uint(byte == '\0') | uint(byte == '\r');
+    return special == 0;
+}
+
+bool isValidUtf8(const char* bytes, int count)
+{
+    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+    utf8().toUnicode(bytes, count, &state);
+    return state.invalidChars == 0;
+}
+
+/// How many bytes a well-formed character has that begins with this one.
+int lengthOfUtf8(uchar first)
+{
+    return first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+}
+
+uint unit16(const char* at, bool isLittleEndian)
+{
+    const uint first = uchar(at[0]);
+    const uint second = uchar(at[1]);
+    return isLittleEndian ? first | second << 8 : second | first << 8;
+}
+
+uint unit32(const char* at, bool isLittleEndian)
+{
+    const uint first = unit16(at, isLittleEndian);
+    const uint second = unit16(at + 2, isLittleEndian);
+    return isLittleEndian ? first | second << 16 : second | first << 16;
+}
+
+QString hexadecimal(const QByteArray& bytes)
+{
+    return QString::fromLatin1(bytes.toHex(' ').toUpper());
+}
+
+} // namespace
+
+/// One way through the bytes of a block.
+class TextPlaces::Pass {
+public:
+    Pass(const TextPlaces& places, const State& start, const QByteArray& bytes)
+        : places_(places), bytes_(start.pending + bytes), pending_(start.pending.size()),
+          base_(start.offset - start.pending.size()), state_(start)
+    {
+        state_.offset += bytes.size();
+        state_.pending.clear();
+    }
+
+    /// Gives the characters and faults to the vectors that are there.
+    State run(std::vector<Character>* characters, std::vector<Fault>* faults)
+    {
+        characters_ = characters;
+        faults_ = faults;
+        if (characters == nullptr && isPlainAscii())
+            return passPlain();
+
+        const bool isValid =
+            places_.encoding_ != Encoding::Utf8 || isValidUtf8(bytes_.constData(), bytes_.size());
+        at_ = base_ == 0 ? std::min(places_.markLength_, bytes_.size()) : 0;
+        while (at_ < bytes_.size()) {
+            const Step step = places_.stepAt(bytes_, at_, isValid, pending_);
+            if (step.bytes == 0)
+                break;
+            pass(step);
+            at_ += step.bytes;
+        }
+        state_.pending = bytes_.mid(at_);
+        return state_;
+    }
+
+    /// What is left when there are no more bytes.
+    State runEnd(std::vector<Character>* characters, std::vector<Fault>* faults)
+    {
+        characters_ = characters;
+        faults_ = faults;
+        const bool isHalfPair =
+            (places_.encoding_ == Encoding::Utf16 || places_.encoding_ == Encoding::Utf16LittleEndian)
+            && bytes_.size() >= 2;
+        if (isHalfPair) {
+            pass({2, 1, 0xD800, true});
+            at_ = 2;
+        }
+        closeReturn();
+        if (at_ < bytes_.size())
+            addFault(Rule::NotUtf8AtEnd, here(), hexadecimal(bytes_.mid(at_)));
+        return state_;
+    }
+
+private:
+    bool isPlainAscii() const
+    {
+        return (places_.encoding_ == Encoding::Utf8 || places_.encoding_ == Encoding::SingleByte)
+            && pending_ == 0 && state_.returnLength == 0 && isPlain(bytes_);
+    }
+
+    State passPlain()
+    {
+        const auto lines = std::count(bytes_.begin(), bytes_.end(), '\n');
+        state_.index += bytes_.size();
+        state_.line += lines;
+        if (lines == 0) {
+            state_.column += bytes_.size();
+        } else {
+            state_.column = bytes_.size() - bytes_.lastIndexOf('\n');
+            state_.isLineBad = false;
+        }
+        return state_;
+    }
+
+    Place here(int back = 0) const
+    {
+        return {state_.line, state_.column - (back > 0 ? 1 : 0), base_ + at_ - back};
+    }
+
+    void pass(const Step& step)
+    {
+        if (step.isBad && !state_.isLineBad) {
+            addFault(Rule::NotUtf8, here(), hexadecimal(bytes_.mid(at_, step.bytes)));
+            state_.isLineBad = true;
+        }
+        if (step.value == '\r') {
+            closeReturn();
+            state_.returnLength = step.bytes;
+            ++state_.column;
+            return;
+        }
+        if (step.value == '\n')
+            return passLineFeed(step);
+        closeReturn();
+        if (step.value == 0)
+            addFault(Rule::Nul, here());
+        addCharacter(at_, step);
+        ++state_.column;
+    }
+
+    void passLineFeed(const Step& step)
+    {
+        const bool hasReturn = state_.returnLength > 0;
+        state_.column -= hasReturn;
+        addCharacter(at_ - state_.returnLength, step);
+        state_.returnLength = 0;
+        ++state_.line;
+        state_.column = 1;
+        state_.isLineBad = false;
+    }
+
+    /// The carriage return before is no end of a line.
+    void closeReturn()
+    {
+        if (state_.returnLength > 0)
+            addFault(Rule::StrayCarriageReturn, here(state_.returnLength));
+        state_.returnLength = 0;
+    }
+
+    void addCharacter(int begin, const Step& step)
+    {
+        if (characters_ != nullptr) {
+            const Character character {begin - pending_, at_ + step.bytes - pending_, state_.line,
+                                       state_.column};
+            characters_->insert(characters_->end(), std::size_t(step.width), character);
+        }
+        state_.index += step.width;
+    }
+
+    void addFault(Rule rule, const Place& place, const QString& found = {})
+    {
+        if (faults_ != nullptr)
+            faults_->push_back({state_.index, rule, place, found});
+    }
+
+    const TextPlaces& places_;
+    const QByteArray bytes_;
+    const int pending_;
+    const qint64 base_; ///< offset of the first of the bytes
+    State state_;
+    int at_ = 0;
+    std::vector<Character>* characters_ = nullptr;
+    std::vector<Fault>* faults_ = nullptr;
+};
+
+TextPlaces::TextPlaces(const InputFile& file)
+    : device_(file.openBytes()), encoding_(Encoding::Utf8), states_(1)
+{
+    const DetectedEncoding detected = detectedEncoding(bytesAt(0, blockSize));
+    encoding_ = detected.encoding;
+    markLength_ = detected.markLength;
+}
+
+TextPlaces::TextPlaces(const InputFile& file, Encoding encoding)
+    : device_(file.openBytes()), encoding_(encoding), states_(1)
+{
+    markLength_ = markLengthOf(encoding, bytesAt(0, blockSize));
+}
+
+TextPlaces::~TextPlaces() = default;
+
+Place TextPlaces::place(qint64 index)
+{
+    if (openBlockOf(index)) {
+        const State& start = states_[openBlock_];
+        const Character& character = characters_[std::size_t(index - start.index)];
+        return {character.line, character.column, start.offset + character.begin};
+    }
+    const State& end = states_.back();
+    return {end.line, end.column, end.offset};
+}
+
+qint64 TextPlaces::length(qint64 begin, qint64 end)
+{
+    if (begin >= end)
+        return 0;
+    const qint64 first = place(begin).offset;
+    if (!openBlockOf(end - 1))
+        return states_.back().offset - first;
+    const State& start = states_[openBlock_];
+    return start.offset + characters_[std::size_t(end - 1 - start.index)].end - first;
+}
+
+QString TextPlaces::text(qint64 begin, qint64 end)
+{
+    const QByteArray bytes = bytesAt(place(begin).offset, length(begin, end));
+    QString text;
+    switch (encoding_) {
+    case Encoding::Utf8: {
+        QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+        text = utf8().toUnicode(bytes.constData(), bytes.size(), &state);
+        break;
+    }
+    case Encoding::SingleByte:
+        text = QString::fromLatin1(bytes);
+        break;
+    default:
+        for (int at = 0; at < bytes.size();) {
+            const Step step = stepAt(bytes, at, true, 0);
+            if (step.bytes == 0)
+                break;
+            const uint character = step.value;
+            text += QString::fromUcs4(&character, 1);
+            at += step.bytes;
+        }
+    }
+    return text.remove(QLatin1Char('\r'));
+}
+
+void TextPlaces::ignoreFaults(qint64 begin, qint64 end)
+{
+    ignored_.push_back({begin, end});
+}
+
+void TextPlaces::reportFaults(qint64 end, Listener& listener)
+{
+    while (!isAtEnd_ && states_.back().index < end)
+        passBlock();
+    for (; told_ < faults_.size() && faults_[told_].index < end; ++told_)
+        report(faults_[told_], listener);
+    if (told_ == faults_.size()) {
+        faults_.clear();
+        told_ = 0;
+    }
+    while (ignoredBefore_ < ignored_.size() && ignored_[ignoredBefore_].end <= end)
+        ++ignoredBefore_;
+    if (ignoredBefore_ == ignored_.size()) {
+        ignored_.clear();
+        ignoredBefore_ = 0;
+    }
+}
+
+void TextPlaces::reportFaults(Listener& listener)
+{
+    while (passBlock()) {
+        for (; told_ < faults_.size(); ++told_)
+            report(faults_[told_], listener);
+        faults_.clear();
+        told_ = 0;
+    }
+    for (; told_ < faults_.size(); ++told_)
+        report(faults_[told_], listener);
+}
+
+Place TextPlaces::firstBadByte()
+{
+    while (!firstBadByte_.hasOffset() && passBlock())
+        faults_.clear();
+    return firstBadByte_;
+}
+
+QByteArray TextPlaces::bytesAt(qint64 offset, qint64 count)
+{
+    if (!device_->seek(offset))
+        return {};
+    return device_->read(count);
+}
+
+/// Goes over the next block. False where there is none.
+bool TextPlaces::passBlock()
+{
+    if (isAtEnd_)
+        return false;
+    const State start = states_.back();
+    const QByteArray bytes = bytesAt(start.offset, blockSize);
+    const std::size_t met = faults_.size();
+    Pass pass(*this, start, bytes);
+    isAtEnd_ = bytes.isEmpty();
+    states_.push_back(isAtEnd_ ? pass.runEnd(nullptr, &faults_) : pass.run(nullptr, &faults_));
+    for (std::size_t i = met; i < faults_.size() && !firstBadByte_.hasOffset(); ++i) {
+        if (faults_[i].rule == Rule::NotUtf8 || faults_[i].rule == Rule::NotUtf8AtEnd)
+            firstBadByte_ = faults_[i].place;
+    }
+    return !isAtEnd_;
+}
+
+/// Finds out about the characters of the block that this one ends in. False if there is no such character.
+bool TextPlaces::openBlockOf(qint64 index)
+{
+    const auto isOpen = [&](std::size_t block) {
+        return states_[block].index <= index && index < states_[block + 1].index;
+    };
+    while (states_.back().index <= index && !isAtEnd_)
+        passBlock();
+    if (index < 0 || index >= states_.back().index)
+        return false;
+    if (!characters_.empty() && isOpen(openBlock_))
+        return true;
+
+    const auto behind = std::upper_bound(states_.begin(), states_.end(), index,
+                                         [](qint64 at, const State& state) { return at < state.index; });
+    openBlock_ = std::size_t(behind - states_.begin()) - 1;
+    const State& start = states_[openBlock_];
+    characters_.clear();
+    const QByteArray bytes = bytesAt(start.offset, states_[openBlock_ + 1].offset - start.offset);
+    Pass pass(*this, start, bytes);
+    if (bytes.isEmpty())
+        pass.runEnd(&characters_, nullptr);
+    else
+        pass.run(&characters_, nullptr);
+    return std::size_t(index - start.index) < characters_.size(); // unless the file has changed
+}
+
+TextPlaces::Step TextPlaces::stepAt(const QByteArray& bytes, int at, bool isValid, int pending) const
+{
+    const char* const first = bytes.constData() + at;
+    const int left = bytes.size() - at;
+    switch (encoding_) {
+    case Encoding::SingleByte:
+        return {1, 1, uchar(*first), false};
+    case Encoding::Utf8: {
+        const uchar lead = uchar(*first);
+        if (lead < 0x80)
+            return {1, 1, lead, false};
+        if (isValid) {
+            const int length = lengthOfUtf8(lead);
+            return length <= left ? Step {length, length == 4 ? 2 : 1, 0xFFFF, false} : Step {0, 0, 0, false};
+        }
+        for (int length = 1; length <= left; ++length) {
+            QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+            const int width = utf8().toUnicode(first, length, &state).size();
+            if (state.invalidChars
+                > 0) // one byte is replaced, but all of those that the last block ended with
+                return {at < pending ? pending - at : 1, 1, QChar::ReplacementCharacter, true};
+            if (width > 0)
+                return {length, width, 0xFFFF, false};
+        }
+        return {0, 0, 0, false};
+    }
+    case Encoding::Utf16:
+    case Encoding::Utf16LittleEndian: {
+        const bool isLittleEndian = encoding_ == Encoding::Utf16LittleEndian;
+        if (left < 2)
+            return {0, 0, 0, false};
+        const uint unit = unit16(first, isLittleEndian);
+        if (!QChar::isHighSurrogate(unit))
+            return {2, 1, unit, QChar::isLowSurrogate(unit)};
+        if (left < 4)
+            return {0, 0, 0, false};
+        const uint next = unit16(first + 2, isLittleEndian);
+        if (!QChar::isLowSurrogate(next))
+            return {2, 1, unit, true};
+        return {4, 2, QChar::surrogateToUcs4(ushort(unit), ushort(next)), false};
+    }
+    case Encoding::Utf32:
+    case Encoding::Utf32LittleEndian: {
+        if (left < 4)
+            return {0, 0, 0, false};
+        const uint unit = unit32(first, encoding_ == Encoding::Utf32LittleEndian);
+        return {4, QChar::requiresSurrogates(unit) ? 2 : 1, unit,
+                QChar::isSurrogate(unit) || unit > 0x10FFFF};
+    }
+    }
+    Q_UNREACHABLE();
+}
+
+void TextPlaces::report(const Fault& fault, Listener& listener)
+{
+    while (ignoredBefore_ < ignored_.size() && ignored_[ignoredBefore_].end <= fault.index)
+        ++ignoredBefore_;
+    // A carriage return stands before the character that it is counted with.
+    const bool isReturn = fault.rule == Rule::StrayCarriageReturn;
+    const bool isIgnored =
+        ignoredBefore_ < ignored_.size() && ignored_[ignoredBefore_].begin + isReturn <= fault.index;
+    if (!isIgnored)
+        listener.finding({fault.rule, fault.place, {}, fault.found});
+}
+
+} // namespace Nereo::Inspection

@@ -1,0 +1,121 @@
+#pragma once
+
+#include "InputFile.h"
+#include "Listener.h"
+
+#include <NereoInspection/Place.h>
+
+#include <QByteArray>
+#include <QString>
+#include <QTextCodec>
+
+#include <memory>
+#include <vector>
+
+namespace Nereo::Inspection {
+
+/// Where the characters that a stream gives of a text file stand in it, and which of its bytes are no
+/// characters.
+///
+/// Characters are numbered from 0, as UTF-16 has them and without carriage returns and a byte-order mark,
+/// since that is how a load sees them. The file is read a second time for this, in the blocks in which a text
+/// stream reads it: a place is found in the time that decoding a block takes, and nothing else is kept of the
+/// text.
+class NEREOINSPECTION_EXPORT TextPlaces {
+public:
+    enum class Encoding { Utf8, Utf16, Utf16LittleEndian, Utf32, Utf32LittleEndian, SingleByte };
+
+    /// In the encoding that a text stream finds out by itself.
+    explicit TextPlaces(const InputFile& file);
+    TextPlaces(const InputFile& file, Encoding encoding);
+    ~TextPlaces();
+
+    Encoding encoding() const { return encoding_; }
+
+    /// The place of a character; of a line feed that of the carriage return before it, since the line ends
+    /// there. Past the last character it is the end of the file.
+    Place place(qint64 index);
+
+    /// How many bytes the characters from the one up to the other take.
+    qint64 length(qint64 begin, qint64 end);
+
+    /// The characters from the one up to the other.
+    QString text(qint64 begin, qint64 end);
+
+    /// Says nothing of bad characters in this part, of which there is a finding already. Parts come in the
+    /// order of the file.
+    void ignoreFaults(qint64 begin, qint64 end);
+
+    /// Tells of the bad characters before this one, as far as they haven't been told.
+    void reportFaults(qint64 end, Listener& listener);
+
+    /// Tells of all that are left.
+    void reportFaults(Listener& listener);
+
+    /// The first byte that is no character; absent if there is none.
+    Place firstBadByte();
+
+private:
+    /// What is known where a block begins.
+    struct State {
+        qint64 offset = 0;
+        qint64 index = 0;
+        qint64 line = 1;
+        qint64 column = 1;
+        QByteArray pending;     ///< bytes of a character that began before
+        int returnLength = 0;   ///< in bytes, of the carriage return that stands before
+        bool isLineBad = false; ///< the line has a bad byte before
+    };
+
+    struct Character {
+        qint32 begin; ///< the first byte, from that of the block; negative if it stands before
+        qint32 end;
+        qint64 line;
+        qint64 column;
+    };
+
+    struct Fault {
+        qint64 index;
+        Rule rule;
+        Place place;
+        QString found;
+    };
+
+    struct Range {
+        qint64 begin;
+        qint64 end;
+    };
+
+    /// What stands at a byte: how many bytes and how many numbers it takes. None where the block ends before
+    /// it does.
+    struct Step {
+        int bytes;
+        int width;
+        uint value;
+        bool isBad;
+    };
+
+    class Pass;
+
+    QByteArray bytesAt(qint64 offset, qint64 count);
+    bool passBlock();
+    bool openBlockOf(qint64 index);
+    Step stepAt(const QByteArray& bytes, int at, bool isValid, int pending) const;
+    void report(const Fault& fault, Listener& listener);
+
+    std::unique_ptr<QFile> device_;
+    Encoding encoding_;
+    int markLength_ = 0;        ///< of the byte-order mark
+    std::vector<State> states_; ///< of each block that has been passed, and of the one behind them
+    bool isAtEnd_ = false;
+
+    std::size_t openBlock_ = 0;
+    std::vector<Character> characters_; ///< those of the open block, an entry for each number
+    std::vector<Fault> faults_;         ///< that were met and not told
+    std::size_t told_ = 0;
+    std::vector<Range> ignored_;
+    std::size_t ignoredBefore_ = 0;
+    Place firstBadByte_;
+};
+
+} // namespace Nereo::Inspection

@@ -1,0 +1,27 @@
+#include "Walker.h"
+
+namespace Nereo::Inspection {
+
+namespace {
+
+struct Walker {
+    FileKind kind;
+    Walk walk;
+};
+
+constexpr Walker walkers[] = {
+    {FileKind::ConfigurationText, walkConfigurationText},
+};
+
+} // namespace
+
+Walk walkOf(FileKind kind)
+{
+    for (const Walker& walker : walkers) {
+        if (walker.kind == kind)
+            return walker.walk;
+    }
+    return nullptr;
+}
+
+} // namespace Nereo::Inspection

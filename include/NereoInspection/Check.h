@@ -1,0 +1,48 @@
+#pragma once
+
+#include <NereoInspection/Export.h>
+#include <NereoInspection/FileKind.h>
+#include <NereoInspection/Finding.h>
+
+#include <QByteArray>
+
+#include <string>
+#include <vector>
+
+namespace Nereo::Inspection {
+
+/// How many findings there are, those that were only counted included.
+struct FindingCounts {
+    qint64 errors = 0;
+    qint64 warnings = 0;
+    qint64 notes = 0;
+
+    FindingCounts& operator+=(const FindingCounts& other);
+};
+
+/// A file and what is to be said of it, in the order of the file.
+struct CheckedFile {
+    std::string file; ///< the path as it was given
+    FileKind kind = FileKind::Unknown;
+    std::vector<Finding> findings;
+    FindingCounts counts;
+};
+
+struct CheckOptions {
+    /// What the files are taken for. Unknown: what their content tells.
+    FileKind kind = FileKind::Unknown;
+};
+
+/// Finds what is wrong with a file, all of it in one pass. Whatever stands in the file, nothing is thrown but
+/// std::bad_alloc, and nothing stops. Of one code in one file a thousand findings are listed and the rest
+/// counted. Takes at most 64 MiB and twice the size of the file.
+NEREOINSPECTION_EXPORT CheckedFile check(const std::string& path, const CheckOptions& options = {});
+
+/// The same for each of several files.
+NEREOINSPECTION_EXPORT std::vector<CheckedFile> check(const std::vector<std::string>& paths,
+                                                      const CheckOptions& options = {});
+
+/// All of it as one JSON document, in UTF-8 and indented. Keys are always there; what doesn't apply is null.
+NEREOINSPECTION_EXPORT QByteArray toJson(const std::vector<CheckedFile>& files);
+
+} // namespace Nereo::Inspection
