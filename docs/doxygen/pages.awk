@@ -1,10 +1,12 @@
 # Gives doxygen a Markdown page with what its links need: a name of its own for each heading, made from the heading as
 # everywhere else, and references in place of the paths of sources.
-BEGIN {
-    page = ARGV[1]
-    sub(/^.*\//, "", page)
-    gsub(/[^A-Za-z0-9]/, "-", page)
+function nameOf(path) {
+    sub(/^.*\//, "", path)
+    gsub(/[^A-Za-z0-9]/, "-", path)
+    return path
 }
+
+BEGIN { page = nameOf(ARGV[1]) }
 
 /^```/ { isCode = !isCode }
 
@@ -17,7 +19,10 @@ BEGIN {
         $0 = $0 " {#" page "-" name "}"
     }
     gsub(/\]\(#/, "](#" page "-")
-    gsub(/\]\(include\/NereoFileIO\)/, "](annotated.html)")
+    while (match($0, /\]\([^():@ ]*\.md#[a-z0-9_-]*\)/)) {
+        heading = substr($0, RSTART + 2, RLENGTH - 3)
+        $0 = substr($0, 1, RSTART + 1) "@ref " nameOf(heading) substr($0, RSTART + RLENGTH - 1)
+    }
     while (match($0, /\]\([^():@ ]*\.(h|def|cpp)\)/)) {
         source = substr($0, RSTART + 2, RLENGTH - 3)
         sub(/^.*\//, "", source)

@@ -86,8 +86,11 @@ struct ThermalComfortData {
 /// All settings of one solver run: the equations that are solved and how, the solver's constants, the
 /// materials and free flags.
 ///
-/// Loading changes only what the file carries. The materials and the auto-convergence settings are saved but
-/// not loaded: a load leaves them as they are. saveTo() writes of the constants only those that differ from
+/// **Loading a file and saving it loses its materials, its auto-convergence settings and what its fixed
+/// sections said:** a load doesn't read them. A save writes the materials and settings that the object has,
+/// which in a new one are none and the defaults, and the same fixed sections in every file.
+///
+/// Loading changes only what the file carries. saveTo() writes of the constants only those that differ from
 /// their factory values, so load into a new object unless changed constants are to stay. Saving
 /// stops the process at a material's curve over a variable outside 0 to kNone.
 ///

@@ -11,11 +11,17 @@ namespace Nereo::Io {
 /// The base of every file: content that is loaded from a path and saved to a path, and the version of that
 /// content.
 ///
-/// Loading and saving say by a bool alone whether they succeeded; nothing is printed. A load that fails keeps
-/// what it has read so far. Where the disk fails a read, the file ends there for the load. Where memory runs
-/// out, std::bad_alloc comes out of both and the object stays usable, a save having changed nothing in it;
-/// only the making of Qt's streams doesn't stand that, which docs/reliability.md tells of. Paths and all
-/// other texts are UTF-8.
+/// Loading and saving say by a bool whether they succeeded; nothing is printed. A load that fails keeps what
+/// it has read so far. Where the disk fails a read, the file ends there for the load. Paths and all other
+/// texts are UTF-8.
+///
+/// Two things say more than false. A text file of Nereo2ConfigFile with a word that is no key makes the load
+/// throw std::out_of_range. And some files stop the process when they are loaded: a ControlFile whose number
+/// of flags is not the one that it announces, and a ResultsFile that contradicts itself. An object stops it
+/// when it is saved with a code or enumerator that has no name, as its class says.
+///
+/// Where memory runs out, std::bad_alloc comes out of both and the object stays usable, a save having changed
+/// nothing in it; only the making of Qt's streams doesn't stand that, which docs/reliability.md tells of.
 ///
 /// An object is used by one thread at a time; different objects may be used by different threads.
 class NEREOFILEIO_EXPORT File {
