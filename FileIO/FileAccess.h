@@ -10,6 +10,8 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
+#include <algorithm>
+#include <limits>
 #include <string>
 
 /// The way from a path to a format: opens the file, puts the format's stream on it and decides the result.
@@ -38,8 +40,11 @@ inline void configure(QXmlStreamWriter& stream)
 }
 inline void configure(QDataStream&) {}
 
-template <class Stream>
-bool isLoaded(const Stream&)
+inline bool isLoaded(const QTextStream&)
+{
+    return true;
+}
+inline bool isLoaded(const QDataStream&)
 {
     return true;
 }
@@ -72,22 +77,33 @@ inline bool isSaved(const QXmlStreamWriter& stream, QFile& device)
     return !stream.hasError() && device.flush(); // a small file reaches a full disk in the flush only
 }
 
-/// A file of which nothing is read behind the first read that fails. QFile says the same of a failure as of
-/// the end, that there is less than was asked for, and reads on when asked again: a stream would take what
-/// then comes for the next word, or the rest of one.
-class InputFile : public QFile {
+/// A file that ends at the first read that fails. QFile says the same of a failure as of the end, that there
+/// is less than was asked for, and reads on when asked again: a stream would take what then comes for the
+/// next word, or the rest of one. What comes before may be read again.
+class FileEndingAtFailure : public QFile {
+public:
+    bool seek(qint64 position) override
+    {
+        if (!QFile::seek(position))
+            return false;
+        position_ = position;
+        return true;
+    }
+
 protected:
     qint64 readData(char* data, qint64 maxSize) override
     {
-        if (hasEnded_)
-            return 0;
-        const qint64 count = QFile::readData(data, maxSize);
-        hasEnded_ = count < maxSize;
+        const qint64 wanted = std::min(maxSize, std::max(end_ - position_, qint64(0)));
+        const qint64 count = QFile::readData(data, wanted);
+        position_ += std::max(count, qint64(0));
+        if (count < wanted)
+            end_ = position_;
         return count;
     }
 
 private:
-    bool hasEnded_ = false;
+    qint64 position_ = 0;
+    qint64 end_ = std::numeric_limits<qint64>::max();
 };
 
 inline bool openFile(QFile& device, const std::string& path, QIODevice::OpenMode mode)
@@ -104,7 +120,7 @@ bool load(const std::string& path, Target& target)
 {
     using Stream = typename FormatReader::Stream;
 
-    InputFile device;
+    FileEndingAtFailure device;
     if (!openFile(device, path, QIODevice::ReadOnly | textMode<Stream>))
         return false;
     Stream stream(&device);

@@ -30,7 +30,7 @@ public:
     qint64 size() const { return size_; }
 
     /// A device as that of a load: from the first read that fails on nothing is read.
-    class Device : public Io::InputFile {
+    class Device : public Io::FileEndingAtFailure {
     public:
         bool hasFailed() const { return error() == QFileDevice::ReadError; }
     };

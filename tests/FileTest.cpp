@@ -1,3 +1,5 @@
+#include "support/PrivateAccess.h"
+#include "support/Slots.h"
 #include "support/TemporaryFolder.h"
 
 #include "FileIO/FileAccess.h"
@@ -16,8 +18,12 @@
 #include <type_traits>
 
 namespace Nereo::Io {
+
+NEREO_PRIVATE_MEMBER(filePathOf, std::string File::*, &File::filePath_)
+
 namespace {
 
+using ::testing::ElementsAre;
 using ::testing::Return;
 using ::testing::ThrowsMessage;
 using Util::Version;
@@ -75,6 +81,20 @@ TEST(File, RecordsThePathBeforeTheAttempt)
     EXPECT_EQ(file.filePath(), "out");
 }
 
+TEST(File, TakesItsOwnPathAgain)
+{
+    MockFile file;
+    const std::string& path = file.*filePathOf();
+    EXPECT_CALL(file, doLoadFrom("a/path")).Times(3).WillRepeatedly(Return(true));
+    EXPECT_CALL(file, doSaveTo("a/path")).Times(2).WillRepeatedly(Return(true));
+    EXPECT_TRUE(file.loadFrom("a/path"));
+    EXPECT_TRUE(file.loadFrom(file.filePath()));
+    EXPECT_TRUE(file.saveTo(file.filePath()));
+    EXPECT_TRUE(file.loadFrom(path)); // the very string in which the path is kept
+    EXPECT_TRUE(file.saveTo(path));
+    EXPECT_EQ(file.filePath(), "a/path");
+}
+
 TEST(File, RecordsThePathOfALoadThatThrows)
 {
     MockFile file;
@@ -122,6 +142,20 @@ TEST(File, IsUnchangedByAssignmentToItself)
 static_assert(std::is_abstract_v<File> && std::has_virtual_destructor_v<File>);
 static_assert(std::is_abstract_v<Reader<QTextStream>> && std::has_virtual_destructor_v<Reader<QTextStream>>);
 static_assert(std::is_abstract_v<Writer<QTextStream>> && std::has_virtual_destructor_v<Writer<QTextStream>>);
+
+// Programs that were compiled earlier call virtual operations by their slots.
+#ifdef NEREO_ITANIUM_SLOTS
+TEST(VirtualOperations, KeepTheirSlotsBehindTheDestructor)
+{
+    EXPECT_EQ(slotOf(&MockFile::doLoadFrom), firstSlotBehindDestructor);
+    EXPECT_EQ(slotOf(&MockFile::doSaveTo), firstSlotBehindDestructor + 1);
+    EXPECT_EQ(slotOf(&Reader<QTextStream>::read), firstSlotBehindDestructor);
+    EXPECT_EQ(slotOf(&Reader<QXmlStreamReader>::read), firstSlotBehindDestructor);
+    EXPECT_EQ(slotOf(&Reader<QDataStream>::read), firstSlotBehindDestructor);
+    EXPECT_EQ(slotOf(&Writer<QTextStream>::write), firstSlotBehindDestructor);
+    EXPECT_EQ(slotOf(&Writer<QXmlStreamWriter>::write), firstSlotBehindDestructor);
+}
+#endif
 
 // The way from a path to a format, with formats that hold one text.
 
@@ -230,6 +264,52 @@ private:
     const Content* content_;
 };
 
+/// What has been destroyed, in this order.
+std::vector<std::string> destroyed;
+
+class NotedStream : public QTextStream {
+public:
+    using QTextStream::QTextStream;
+
+    ~NotedStream() override
+    {
+        destroyed.push_back(device()->isOpen() ? "stream" : "stream of a closed file");
+    }
+};
+
+void noteEndOf(const QIODevice* device)
+{
+    QObject::connect(device, &QObject::destroyed, [] { destroyed.push_back("file"); });
+}
+
+class NotedReader : public Reader<NotedStream> {
+public:
+    explicit NotedReader(Content&) {}
+    ~NotedReader() override { destroyed.push_back("strategy"); }
+
+    bool read(NotedStream& in) override
+    {
+        noteEndOf(in.device());
+        return true;
+    }
+};
+
+class NotedWriter : public Writer<NotedStream> {
+public:
+    explicit NotedWriter(const Content& content) : content_(&content) {}
+    ~NotedWriter() override { destroyed.push_back("strategy"); }
+
+    void write(NotedStream& out) override
+    {
+        noteEndOf(out.device());
+        if (content_->text.isEmpty())
+            throw std::runtime_error("empty");
+    }
+
+private:
+    const Content* content_;
+};
+
 class FileAccess : public ::testing::Test {
 protected:
     TemporaryFolder folder;
@@ -291,6 +371,35 @@ TEST_F(FileAccess, ReadsAndWritesTextInUtf8)
     EXPECT_EQ(content.text, "Lüfter");
     EXPECT_TRUE(save<TextWriter>(folder.path("copy"), content));
     EXPECT_EQ(readBytes(folder.path("copy")), "Lüfter");
+}
+
+TEST_F(FileAccess, ReadsUtf16WithAByteOrderMark)
+{
+    const struct {
+        const char* text;
+        const char* read;
+        bool isReadAsXml;
+    } cases[] = {
+        {"Lüfter\n", "Lüfter\n", true },
+        {"a\r\nb",    "a\nb",      false}, // opened as text, the file loses each byte that is a carriage return
+        {"\xC4\x8D",  "\xC4\x8D",  false}, // U+010D
+    };
+    for (const auto& [text, read, isReadAsXml] : cases) {
+        const auto written = [&, text = text](const QString& before, const QString& after) {
+            const QString all = QChar(QChar::ByteOrderMark) + before + QString::fromUtf8(text) + after;
+            return folder.write("file",
+                                std::string(reinterpret_cast<const char*>(all.utf16()),
+                                            std::size_t(all.size()) * sizeof(QChar)));
+        };
+        EXPECT_TRUE(load<TextReader>(written("", ""), content)) << text;
+        EXPECT_EQ(content.text, read);
+        EXPECT_EQ(load<XmlReader>(written("<a>", "</a>"), content), isReadAsXml) << text;
+        EXPECT_EQ(load<XmlReader>(written("<?xml version='1.0' encoding='UTF-16'?><a>", "</a>"), content),
+                  isReadAsXml)
+            << text;
+        EXPECT_FALSE(load<XmlReader>(written("<?xml version='1.0' encoding='UTF-8'?><a>", "</a>"), content))
+            << text;
+    }
 }
 
 TEST_F(FileAccess, ReadsAndWritesTextInUtf8WhateverTheLocale)
@@ -366,6 +475,24 @@ TEST_F(FileAccess, ClosesTheFileWhenAReaderThrows)
     const int before = openFiles();
     EXPECT_THAT([&] { load<ThrowingReader>(path, content); }, ThrowsMessage<std::runtime_error>("broken"));
     EXPECT_EQ(openFiles(), before);
+}
+
+TEST_F(FileAccess, DestroysTheStrategyThenTheStreamThenTheFile)
+{
+    const std::string path = folder.write("file", "text");
+    destroyed.clear();
+    EXPECT_TRUE(load<NotedReader>(path, content));
+    EXPECT_THAT(destroyed, ElementsAre("strategy", "stream", "file"));
+
+    destroyed.clear();
+    content.text = "text";
+    EXPECT_TRUE(save<NotedWriter>(path, content));
+    EXPECT_THAT(destroyed, ElementsAre("strategy", "stream", "file"));
+
+    destroyed.clear();
+    content.text.clear();
+    EXPECT_THROW(save<NotedWriter>(path, content), std::runtime_error);
+    EXPECT_THAT(destroyed, ElementsAre("strategy", "stream", "file"));
 }
 
 TEST_F(FileAccess, WritesNothingMoreWhenAWriterThrows)

@@ -17,7 +17,7 @@ using namespace std::string_literals;
 /// What a load sees of a file.
 QString streamed(const std::string& path)
 {
-    Io::InputFile device;
+    Io::FileEndingAtFailure device;
     EXPECT_TRUE(Io::openFile(device, path, QIODevice::ReadOnly | QIODevice::Text));
     QTextStream in(&device);
     Io::configure(in);
