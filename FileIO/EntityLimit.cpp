@@ -1,69 +1,91 @@
 #include "EntityLimit.h"
 
-#include <QFile>
+#include "XmlTokens.h"
+
+#include <QIODevice>
+#include <QTextCodec>
 
 #include <algorithm>
-#include <iterator>
+#include <memory>
 
 namespace Nereo::Io {
 
 namespace {
 
-constexpr qint64 mostCharacters = 8 << 20;
+constexpr qint64 mostCharacters = 64'000'000;
 constexpr qint64 mostCharactersEach = 4096; // Qt's
-constexpr qint64 shortestReference = 3;     // "&e;"
 constexpr qint64 blockSize = 16 * 1024;
 
-/// Whether the encoding writes each ampersand with the byte that it is in ASCII. EBCDIC has another one, and
-/// UTF-7 sometimes several.
-bool hasAmpersandBytes(const QStringRef& encoding)
+struct Prolog {
+    QByteArray encoding; // empty where none is declared
+    bool declaresEntities = false;
+    bool isReadable = false; // without the entities that it declares
+    bool isWhole = true;
+};
+
+/// Reads the prolog of a document that begins so.
+Prolog readProlog(const QByteArray& start)
 {
-    static constexpr const char* families[] = {"UTF-8",    "UTF-16",    "UTF-32",
-                                               "US-ASCII", "ISO-8859-", "windows-125"};
-    const auto isOf = [&](const char* family) {
-        return encoding.startsWith(QLatin1String(family), Qt::CaseInsensitive);
-    };
-    return encoding.isEmpty() || std::any_of(std::begin(families), std::end(families), isOf);
+    QXmlStreamReader xml(start);
+    xml.setEntityExpansionLimit(0); // how many references there are isn't known yet
+    Prolog prolog;
+    while (hasTokens(xml) && !xml.isDTD() && !xml.isStartElement()) {
+        xml.readNext();
+        if (xml.isStartDocument())
+            prolog.encoding = xml.documentEncoding().toLatin1();
+    }
+    prolog.declaresEntities = !xml.entityDeclarations().isEmpty();
+    prolog.isReadable = !xml.hasError();
+    prolog.isWhole = xml.error() != QXmlStreamReader::PrematureEndOfDocumentError;
+    return prolog;
 }
 
-/// Whether a document that begins so can declare entities of its own, and tells its references by their
-/// ampersands.
-bool hasCountableReferences(const QByteArray& start)
+/// Leaves what it reads to the stream.
+Prolog peekAtProlog(QIODevice& device)
 {
-    const QByteArray ascii = QByteArray(start).replace('\0', QByteArray()); // of UTF-16, too
-    if (!ascii.contains("<!DOCTYPE"))
-        return false;
-    QXmlStreamReader declaration(start);
-    declaration.readNext();
-    return hasAmpersandBytes(declaration.documentEncoding());
+    for (qint64 size = blockSize;; size *= 2) {
+        const QByteArray start = device.peek(size);
+        const Prolog prolog = readProlog(start);
+        if (prolog.isWhole || start.size() < size)
+            return prolog;
+    }
 }
 
-qint64 countReferences(QIODevice& device)
+const QTextCodec& codecOf(const QByteArray& encoding, const QByteArray& start)
+{
+    const QTextCodec* const declared = QTextCodec::codecForName(encoding);
+    return declared != nullptr ? *declared
+                               : *QTextCodec::codecForUtfText(start, QTextCodec::codecForName("UTF-8"));
+}
+
+/// The most references that there can be. Those to parameter entities begin with a percent sign, and stand in
+/// the prolog only.
+qint64 countReferences(QIODevice& device, const Prolog& prolog)
 {
     qint64 references = 0;
-    char block[blockSize];
-    for (qint64 size; (size = device.read(block, blockSize)) > 0;)
-        references += std::count(block, block + size, '&');
-    return references;
-}
-
-/// The most references that there can be.
-qint64 mostReferences(QIODevice& device)
-{
-    const auto* const file = qobject_cast<QFileDevice*>(&device);
-    if (file != nullptr && !file->isSequential() && hasCountableReferences(device.peek(blockSize))) {
-        QFile again(file->fileName()); // so that nothing changes for the stream that is about to read it
-        if (again.open(QIODevice::ReadOnly))
-            return countReferences(again);
+    std::unique_ptr<QTextDecoder> decoder;
+    device.startTransaction();
+    for (QByteArray block; !(block = device.read(blockSize)).isEmpty();) {
+        if (decoder == nullptr)
+            decoder.reset(codecOf(prolog.encoding, block).makeDecoder());
+        const QString text = decoder->toUnicode(block);
+        references += text.count('&');
+        if (!prolog.isReadable)
+            references += text.count('%');
     }
-    return device.size() / shortestReference;
+    device.rollbackTransaction();
+    return references;
 }
 
 } // namespace
 
 void limitEntities(QXmlStreamReader& xml)
 {
-    const qint64 references = std::max(mostReferences(*xml.device()), qint64(1));
+    QIODevice& device = *xml.device();
+    const Prolog prolog = peekAtProlog(device);
+    if (prolog.isReadable && !prolog.declaresEntities)
+        return;
+    const qint64 references = std::max(countReferences(device, prolog), qint64(1));
     xml.setEntityExpansionLimit(int(std::min(mostCharactersEach, mostCharacters / references)));
 }
 

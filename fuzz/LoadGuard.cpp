@@ -20,6 +20,7 @@ namespace {
 
 constexpr int secondsOfProcessor = 1;
 constexpr qint64 bytesOfAnyLoad = 64 << 20;
+constexpr qint64 accountedBytesOfASecond = 128 << 20;
 constexpr qint64 unlimited = std::numeric_limits<qint64>::max();
 
 std::atomic<qint64> bytesInUse {0}; // negative where a load frees what was there before it
@@ -33,7 +34,7 @@ void stopAtMessage(QtMsgType, const QMessageLogContext&, const QString& message)
 
 void stopAtTimer(int)
 {
-    stopBecause("a load takes more than a second of processor time");
+    stopBecause("a load takes more processor time than its input accounts for");
 }
 
 #ifdef NEREO_ADDRESS_SANITIZER
@@ -67,7 +68,7 @@ LoadGuard::LoadGuard(qint64 accountedBytes)
     Q_UNUSED(isWatched)
     bytesInUse = 0;
     mostBytes = bytesOfAnyLoad + accountedBytes;
-    limitProcessorTime(secondsOfProcessor);
+    limitProcessorTime(secondsOfProcessor + int(accountedBytes / accountedBytesOfASecond));
 }
 
 LoadGuard::~LoadGuard()

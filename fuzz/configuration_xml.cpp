@@ -3,6 +3,7 @@
 
 #include "ConfigurationWithoutTexts.h"
 #include "Reloading.h"
+#include "XmlBytes.h"
 
 #include <FileIO/Nereo2ConfigFileXmlReader.h>
 #include <FileIO/Nereo2ConfigFileXmlWriter.h>
@@ -11,8 +12,15 @@ using namespace Nereo::Io;
 
 namespace {
 
+constexpr qint64 bytesOfATextsCharacter = 16; // while it is copied from one string to another
+
 struct XmlForm : Format<Nereo2ConfigFile, Nereo2ConfigFileXmlReader, Nereo2ConfigFileXmlWriter> {
     static Nereo2ConfigFile fresh() { return configurationWithoutTexts(); }
+
+    static bool read(const QByteArray& bytes, Nereo2ConfigFile& config)
+    {
+        return loadBytes<Nereo2ConfigFileXmlReader>(bytes, config, xmlBytes(bytes, bytesOfATextsCharacter));
+    }
 };
 
 } // namespace

@@ -2,6 +2,7 @@
 // as they are.
 
 #include "Reloading.h"
+#include "XmlBytes.h"
 
 #include <FileIO/MaterialDatabaseFileXmlReader.h>
 #include <FileIO/MaterialDatabaseFileXmlWriter.h>
@@ -11,7 +12,15 @@ using namespace Nereo::Io;
 
 namespace {
 
-using Xml = Format<MaterialDatabaseFile, MaterialDatabaseFileXmlReader, MaterialDatabaseFileXmlWriter>;
+constexpr qint64 bytesOfAnElementsCharacter = 64; // a material of a thousand bytes takes 24 characters
+
+struct Xml : Format<MaterialDatabaseFile, MaterialDatabaseFileXmlReader, MaterialDatabaseFileXmlWriter> {
+    static bool read(const QByteArray& bytes, MaterialDatabaseFile& database)
+    {
+        return loadBytes<MaterialDatabaseFileXmlReader>(bytes, database,
+                                                        xmlBytes(bytes, bytesOfAnElementsCharacter));
+    }
+};
 
 /// Properties that the type of the material doesn't start with have no type, and a file with one doesn't
 /// load.

@@ -27,7 +27,7 @@ fuzz() {
     local name=$1 log=$work/$1.log dictionary=fuzz/dictionaries/$1.dict
     mkdir -p "$work/$name"
     local options=(-seed_inputs="@$programs/$name.seeds" -artifact_prefix="$work/$name-"
-        -max_total_time="$seconds" -timeout=10 -rss_limit_mb=1024 -max_len=16384 -print_final_stats=1)
+        -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2560 -max_len=16384 -print_final_stats=1)
     [ ! -f "$dictionary" ] || options+=(-dict="$dictionary")
 
     local finding=0

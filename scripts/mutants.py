@@ -54,13 +54,13 @@ TESTS = {
     "FileIO/MaterialDatabaseFileXmlWriter.cpp": MATERIAL_TESTS,
     "FileIO/MaterialReferenceValues.h": MATERIAL_TESTS,
     "FileIO/XmlTokens.h": ["Nereo2ConfigFileXmlTest", *MATERIAL_TESTS],
-    "FileIO/EntityLimit.cpp": ["Nereo2ConfigFileXmlTest"],
+    "FileIO/EntityLimit.cpp": ["XmlEntitiesTest"],
     "FileIO/NumberText.cpp": ["NumberTextTest", *CONTROL_TESTS, *MATERIAL_TESTS],
     "FileIO/ResultsFileReader.cpp": RESULTS_TESTS,
     "FileIO/NodeRecordTransposer.cpp": RESULTS_TESTS,
     "FileIO/FileAccess.h": ["FileTest", "faults/SystemCallFaultTest", "faults/AllocationFaultTest",
-                            "Nereo2ConfigFileXmlTest", "Nereo2ConfigFileTextTest", *CONTROL_TESTS, *GEOMETRY_TESTS,
-                            *MATERIAL_TESTS, *RESULTS_TESTS],
+                            "Nereo2ConfigFileXmlTest", "XmlEntitiesTest", "Nereo2ConfigFileTextTest",
+                            *CONTROL_TESTS, *GEOMETRY_TESTS, *MATERIAL_TESTS, *RESULTS_TESTS],
 }
 
 # Skipped is what doesn't compile, or compiles to the same library as before.

@@ -6,7 +6,6 @@
 #include "support/SameContent.h"
 #include "support/TemporaryFolder.h"
 
-#include "FileIO/EntityLimit.h"
 #include "FileIO/Nereo2ConfigFileXmlReader.h"
 #include "FileIO/Nereo2ConfigFileXmlWriter.h"
 
@@ -15,12 +14,6 @@
 #include <gmock/gmock.h>
 
 #include <QBuffer>
-#include <QTextCodec>
-
-#include <sys/stat.h>
-
-#include <cstdio>
-#include <thread>
 
 namespace Nereo::Io {
 
@@ -267,112 +260,6 @@ TEST_F(Nereo2ConfigFileXml, EndsWhereTheDeviceFails)
         EXPECT_EQ(!xml.hasError(), isWhole) << readable;
         EXPECT_EQ(text(Nereo2ConfigFile::MaxIter), maxIter) << readable;
     }
-}
-
-TEST_F(Nereo2ConfigFileXml, RefusesEntitiesThatExpandWithoutEnd)
-{
-    QByteArray document = "<!DOCTYPE a [<!ENTITY e0 'xxxxxxxxxxxxxxxxxxxx'>";
-    for (int i = 1; i < 30; ++i)
-        document += QString("<!ENTITY e%1 '&e%2;&e%2;&e%2;&e%2;'>").arg(i).arg(i - 1).toUtf8();
-    EXPECT_FALSE(read(document + "]><Nereo2Config><JobPrefix>&e29;</JobPrefix></Nereo2Config>"));
-}
-
-/// A document with an entity of 4000 characters and so many references to it.
-QString documentWithReferences(int references, int blanks = 0)
-{
-    return "<!DOCTYPE a [<!ENTITY e '" + QString(4000, 'x') + "'>]><Nereo2Config>" + QString(blanks, ' ')
-        + "<JobPrefix>" + QString("&e;").repeated(references) + "</JobPrefix></Nereo2Config>";
-}
-
-TEST_F(Nereo2ConfigFileXml, RefusesEntitiesThatLengthenTheTextByMillionsOfCharacters)
-{
-    const struct {
-        int references;
-        int blanks;
-        bool result;
-    } cases[] = {
-        {1,    0,         true }, // 8,388,608 characters for all
-        {2000, 0,         true },
-        {2200, 0,         false},
-        {9000, 0,         false},
-        {1,    1'000'000, true }, // how long the rest is doesn't matter
-        {2000, 1'000'000, true },
-        {2200, 1'000'000, false},
-    };
-    for (const auto& [references, blanks, result] : cases) {
-        const QString document = documentWithReferences(references, blanks);
-        config = {};
-        EXPECT_EQ(config.loadFrom(folder.write("entities.xml", document.toStdString())), result)
-            << references << " references, " << blanks << " blanks";
-        EXPECT_EQ(text(Nereo2ConfigFile::JobPrefix).size(), result ? 4000 * std::size_t(references) : 0);
-    }
-}
-
-TEST_F(Nereo2ConfigFileXml, RefusesThemInAnyEncoding)
-{
-    const struct {
-        const char* encoding;
-        bool hasAmpersandBytes; // otherwise the size of the file decides
-    } cases[] = {
-        {"UTF-8",        true },
-        {"UTF-16",       true },
-        {"ISO-8859-1",   true },
-        {"windows-1252", true },
-        {"UTF-7",        false},
-        {"IBM037",       false},
-    };
-    for (const auto& [encoding, hasAmpersandBytes] : cases) {
-        const QTextCodec* const codec = QTextCodec::codecForName(encoding);
-        if (codec == nullptr)
-            continue; // and so none of Qt's XML either
-        const auto load = [&, encoding = encoding](int references, int blanks) {
-            const bool isMarked = qstrcmp(encoding, "UTF-16") == 0; // instead of named
-            const QByteArray declaration =
-                isMarked ? "" : QByteArray("<?xml version='1.0' encoding='") + encoding + "'?>";
-            const QByteArray document =
-                declaration + codec->fromUnicode(documentWithReferences(references, blanks));
-            return config.loadFrom(folder.write("entities.xml", document.toStdString()));
-        };
-        EXPECT_TRUE(load(1, 0)) << encoding;
-        EXPECT_FALSE(load(9000, 0)) << encoding;
-        EXPECT_EQ(load(1, 100'000), hasAmpersandBytes) << encoding;
-    }
-}
-
-TEST_F(Nereo2ConfigFileXml, LimitsEntitiesByTheSizeWhereReferencesCannotBeCounted)
-{
-    const auto loadFromPipe = [&](int blanks) {
-        const std::string path = folder.path("pipe.xml");
-        std::remove(path.c_str());
-        EXPECT_EQ(mkfifo(path.c_str(), 0600), 0);
-        std::thread writer([&] { writeBytes(path, documentWithReferences(1, blanks).toStdString()); });
-        const bool result = config.loadFrom(path);
-        writer.join();
-        return result;
-    };
-    EXPECT_TRUE(loadFromPipe(0)); // the size of a pipe is 0
-    EXPECT_TRUE(loadFromPipe(100'000));
-
-    const auto loadFromMemory = [&](int blanks) {
-        QBuffer device;
-        device.setData(documentWithReferences(1, blanks).toUtf8());
-        device.open(QIODevice::ReadOnly);
-        QXmlStreamReader xml(&device);
-        limitEntities(xml);
-        Nereo2ConfigFileXmlReader(config).read(xml);
-        return !xml.hasError();
-    };
-    EXPECT_TRUE(loadFromMemory(0));
-    EXPECT_FALSE(loadFromMemory(100'000));
-}
-
-TEST_F(Nereo2ConfigFileXml, TakesEntitiesInTheDefaultsOfAttributes)
-{
-    const std::string document = "<!DOCTYPE a [<!ENTITY e '" + std::string(100, 'x')
-        + "'><!ATTLIST JobPrefix y CDATA '&e;'>]><Nereo2Config>" + std::string(1'000'000, ' ')
-        + "<JobPrefix>job</JobPrefix></Nereo2Config>";
-    EXPECT_TRUE(config.loadFrom(folder.write("entities.xml", document)));
-    EXPECT_EQ(text(Nereo2ConfigFile::JobPrefix), "job");
 }
 
 TEST_F(Nereo2ConfigFileXml, IsUsedForTheSuffixXml)

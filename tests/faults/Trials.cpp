@@ -30,6 +30,7 @@ constexpr const char* leak = "memory is lost";
 constexpr KnownPlace knownPlaces[] = {
     {"QObjectPrivate::addConnection(int, QObjectPrivate::Connection*)", nullptr},
     {"QXmlStreamReader::QXmlStreamReader(QIODevice*)",                  leak   },
+    {"QXmlStreamReader::QXmlStreamReader(QByteArray const&)",           leak   },
     {"QXmlStreamWriter::QXmlStreamWriter(QIODevice*)",                  leak   },
 };
 
