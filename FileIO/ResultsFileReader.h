@@ -3,12 +3,14 @@
 #include "Reader.h"
 
 #include <QDataStream>
-#include <QVector>
 
 namespace Nereo::Io {
 
 class NodeRecordTransposer;
 class ResultsFile;
+class ResultsFileWalk;
+struct ResultsFacts;
+struct ResultsFieldName;
 
 /// Reads the header, the run data, the names of the fields and a record of values for each node.
 ///
@@ -22,12 +24,10 @@ public:
     bool read(QDataStream& in) override;
 
 private:
-    bool readHeader(QDataStream& in);
-    bool readRunData(QDataStream& in);
-    void readFields(QDataStream& in);
-    bool readFieldNames(QDataStream& in, int fieldCount,
-                        NodeRecordTransposer& transposer); // whether all are there
-    QVector<double>& addField(int code);
+    void keepHeader(const ResultsFacts& facts);
+    void keepRunData(const ResultsFacts& facts);
+    void readFields(ResultsFileWalk& walk, QDataStream::ByteOrder byteOrder);
+    void addField(const ResultsFieldName& name, NodeRecordTransposer& transposer);
 
     ResultsFile* results_;
 };
