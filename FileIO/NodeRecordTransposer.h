@@ -32,6 +32,10 @@ public:
 
     qint64 recordSize() const;
 
+    /// The number of bytes in a block that makes reading and storing records fastest, where a record isn't
+    /// longer.
+    qint64 blockSize() const;
+
     /// Stores the records in the first so many bytes of a block. The last one may be cut off: if its node
     /// number is whole, zeros are written over what is missing of it, so the block must go on behind the
     /// bytes to the end of that record. A node number outside 1 to the number of nodes stops the process
@@ -48,8 +52,9 @@ private:
     void storeRecords(const char* records, int count);
     template <class ByteOrder>
     bool isRunOfNodes(const char* records, int count) const;
-    template <class ByteOrder>
-    void storeRun(const char* records, int count, int firstNode);
+    /// Stores ascending nodes in the fields from one on: so many at a time, then half as many, down to 1.
+    template <class ByteOrder, std::size_t width>
+    void storeRun(const char* records, int count, int firstNode, std::size_t field);
     template <class ByteOrder>
     void storeScattered(const char* records, int count);
     template <class ByteOrder>

@@ -9,12 +9,6 @@
 
 namespace Nereo::Io {
 
-namespace {
-
-constexpr qint64 blockSize = 128 * 1024; // stays in the cache until the records in it have been transposed
-
-} // namespace
-
 ResultsFileReader::ResultsFileReader(ResultsFile& results) : results_(&results) {}
 
 bool ResultsFileReader::read(QDataStream& in)
@@ -63,7 +57,7 @@ void ResultsFileReader::readFields(ResultsFileWalk& walk, QDataStream::ByteOrder
     if (!areAllNamed)
         return;
     walk.readInt(); // means nothing
-    walk.readRecords(results_->nodeCount(), transposer.recordSize(), blockSize,
+    walk.readRecords(results_->nodeCount(), transposer.recordSize(), transposer.blockSize(),
                      [&transposer](char* block, qint64 size) {
                          transposer.store(block, size);
                          return true;
