@@ -54,7 +54,7 @@ United*States Charlottesville*Va.
 293.15
 )";
 
-const char interface[] = R"( *** Interface
+const char interfaceSection[] = R"( *** Interface
 TARNDESK TARNVIEW
 )";
 
@@ -170,7 +170,7 @@ void ControlFileTextWriter::write(QTextStream& out)
     writeFieldVariableOutput(out);
     out << restartToSolarHeating;
     writeConstants(out);
-    out << interface;
+    out << interfaceSection;
     writeFlagSection(out);
     out << monitorPoints;
 }

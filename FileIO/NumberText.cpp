@@ -10,12 +10,21 @@
 #include <iterator>
 #include <optional>
 
+// What is faster than Qt needs integers of 128 bits, and operations in double precision: those in more than
+// that would round twice. Without one of them numbers go through Qt: the same bytes, only slower.
+#if defined(__SIZEOF_INT128__) && FLT_EVAL_METHOD == 0 && !defined(NEREO_NUMBERS_BY_QT)
+#define NEREO_EXACT_NUMBERS
+#endif
+
 namespace Nereo::Io {
 namespace {
 
+constexpr int digitCount = 6;
+
+#ifdef NEREO_EXACT_NUMBERS
+
 __extension__ using quint128 = unsigned __int128;
 
-constexpr int digitCount = 6;
 constexpr quint32 leastSixDigits = 100'000;
 constexpr quint32 leastSevenDigits = 1'000'000;
 
@@ -139,6 +148,17 @@ char* writeDecimal(char* to, const Decimal& decimal)
     return writePointed(to, digits + exponent, std::max(count - exponent, 1));
 }
 
+/// Writes the numbers for which the integers here are wide enough, and gives nullptr for any other.
+char* writeExactly(char* to, double value)
+{
+    const double magnitude = std::abs(value);
+    if (!(magnitude >= exactFrom && magnitude < exactUpTo))
+        return nullptr;
+    if (value < 0)
+        *to++ = '-';
+    return writeDecimal(to, rounded(magnitude));
+}
+
 // Two doubles without an error have a quotient and a product with the smallest error, so a number whose
 // digits and whose power of ten are exact needs one operation to be the nearest double.
 constexpr quint64 largestExactInteger = quint64(1) << 53;
@@ -193,8 +213,9 @@ std::optional<int> readExponent(Scanner& text)
 }
 
 /// The number of a text such as -293.15 or 1.5e-05, if one operation gives it.
-std::optional<double> readDecimal(Scanner text)
+std::optional<double> readExactly(QStringView number)
 {
+    Scanner text(number);
     const bool isNegative = text.skip('-');
     quint64 digits = 0;
     if (text.readDigits(digits) == 0)
@@ -211,24 +232,33 @@ std::optional<double> readDecimal(Scanner text)
     return isNegative ? -magnitude : magnitude;
 }
 
+#else
+
+char* writeExactly(char*, double)
+{
+    return nullptr;
+}
+
+std::optional<double> readExactly(QStringView)
+{
+    return {};
+}
+
+#endif
+
 } // namespace
 
 double parseNumber(QStringView text)
 {
-    static_assert(FLT_EVAL_METHOD == 0, "an operation in more than double precision would round twice");
-    const std::optional<double> decimal = readDecimal(Scanner(text));
-    return decimal ? *decimal : text.toString().toDouble();
+    const std::optional<double> number = readExactly(text);
+    return number ? *number : text.toString().toDouble();
 }
 
 char* writeNumber(char* to, double value)
 {
-    const double magnitude = std::abs(value);
-    if (magnitude >= exactFrom && magnitude < exactUpTo) {
-        if (value < 0)
-            *to++ = '-';
-        return writeDecimal(to, rounded(magnitude));
-    }
-    if (magnitude == 0) {
+    if (char* const end = writeExactly(to, value))
+        return end;
+    if (value == 0) { // Qt gives minus zero its sign
         *to++ = '0';
         return to;
     }

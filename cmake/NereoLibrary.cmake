@@ -2,13 +2,28 @@
 include(GNUInstallDirs)
 include(GenerateExportHeader)
 
-# The warnings that every target of this project is clean of.
+# The warnings that every target of this project is clean of. A compiler whose options aren't known keeps its own.
+if(MSVC)
+    set(nereo_warnings /W4)
+    set(nereo_warnings_as_errors /WX)
+elseif(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    set(nereo_warnings -Wall -Wextra -Wpedantic -Wconversion)
+    set(nereo_warnings_as_errors -Werror)
+endif()
+
 function(nereo_enable_warnings target)
-    target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wconversion)
+    target_compile_options(${target} PRIVATE ${nereo_warnings})
     if(NEREO_WARNINGS_AS_ERRORS)
-        target_compile_options(${target} PRIVATE -Werror)
+        target_compile_options(${target} PRIVATE ${nereo_warnings_as_errors})
     endif()
 endfunction()
+
+# Where the installed libraries look for each other: beside themselves.
+if(APPLE)
+    set(nereo_own_folder "@loader_path")
+else()
+    set(nereo_own_folder "$ORIGIN")
+endif()
 
 # nereo_add_library(NereoName source...): the shared library NereoName with the target Nereo::Name and the public
 # headers in include/NereoName.
@@ -24,7 +39,7 @@ function(nereo_add_library name)
         SOVERSION 1
         CXX_VISIBILITY_PRESET hidden
         VISIBILITY_INLINES_HIDDEN ON
-        INSTALL_RPATH "$ORIGIN")
+        INSTALL_RPATH "${nereo_own_folder}")
     target_compile_features(${name} PUBLIC cxx_std_17)
     nereo_enable_warnings(${name})
 

@@ -83,14 +83,14 @@ protected:
 
 TEST_P(FullDisk, KeepsWhatThereIsRoomFor)
 {
-    const auto small = kind.makeExample(fewItems);
-    const std::size_t size = kind.describe(*small).size();
+    const auto few = kind.makeExample(fewItems);
+    const std::size_t size = kind.describe(*few).size();
     for (std::size_t room = 0; room <= size + 1; ++room)
-        expectPart(small, room);
+        expectPart(few, room);
 
-    const auto large = kind.makeExample(manyItems); // does not fit into the buffers
-    for (std::size_t room = 0; room <= kind.describe(*large).size() + 1000; room += 1000)
-        expectPart(large, room);
+    const auto many = kind.makeExample(manyItems); // does not fit into the buffers
+    for (std::size_t room = 0; room <= kind.describe(*many).size() + 1000; room += 1000)
+        expectPart(many, room);
 }
 
 TEST_P(FullDisk, ShowsInTheResultOfXmlAlone)
