@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Installs what is missing from Debian's packages, as root or with sudo, and does nothing where all is there.
-#   scripts/setup.sh               what building, the demo and the tests need
-#   scripts/setup.sh --developer   also what the other scripts, .ci/run and the benchmarks need
-#   scripts/setup.sh --big-endian  also what scripts/big-endian.sh needs: a compiler for s390x and an emulator
+#   scripts/setup.sh                   what building, the demo and the tests need
+#   scripts/setup.sh --developer       also what the other scripts, .ci/run and the benchmarks need
+#   scripts/setup.sh --other-machines  also what scripts/other-machines.sh needs: cross compilers and emulators
 set -euo pipefail
 
 packages=(
@@ -21,12 +21,16 @@ developer_packages=(
     libbenchmark-dev python3 python3-numpy
     doxygen                # the reference of the public headers
 )
-big_endian_packages=(g++-s390x-linux-gnu qemu-user)
+other_machines_packages=(
+    g++-s390x-linux-gnu g++-aarch64-linux-gnu g++-i686-linux-gnu
+    g++-mingw-w64-x86-64   # for Windows
+    qemu-user
+)
 
 case "${1:-}" in
     "") ;;
     --developer) packages+=("${developer_packages[@]}") ;;
-    --big-endian) packages+=("${big_endian_packages[@]}") ;;
+    --other-machines) packages+=("${other_machines_packages[@]}") ;;
     *)
         sed -n '2,5s/^# \{0,1\}//p' "$0" >&2
         exit 2

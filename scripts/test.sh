@@ -1,12 +1,13 @@
 #!/usr/bin/env bash
 # Builds the library and passes all tests.
-#   scripts/test.sh [PRESET]   release (the default), debug, clang, asan-ubsan, or tsan with the tests of threads alone
+#   scripts/test.sh [PRESET]   release (the default), debug, clang, asan-ubsan, tsan with the tests of threads alone, or
+#                              portable with those of what becomes text
 set -euo pipefail
 cd "$(dirname "$0")/.."
 preset=${1:-release}
 
 case "$preset" in
-    release | debug) scripts/setup.sh ;;
+    release | debug | portable) scripts/setup.sh ;;
     *) scripts/setup.sh --developer ;;
 esac
 cmake --preset "$preset"
