@@ -1,5 +1,6 @@
 #include <NereoFileIO/Nereo2ConfigFile.h>
 
+#include "ConfigurationForms.h"
 #include "FileAccess.h"
 #include "Nereo2ConfigFileTextReader.h"
 #include "Nereo2ConfigFileTextWriter.h"
@@ -15,11 +16,6 @@
 namespace Nereo::Io {
 
 namespace {
-
-bool isXml(const std::string& path)
-{
-    return QFileInfo(Util::toQString(path)).suffix() == QLatin1String("xml");
-}
 
 /// The absolute path of the folder that holds a file. A name with a NUL is no file's: it is taken as it
 /// stands, which is what Qt does too, but with a warning.
@@ -131,14 +127,14 @@ bool Nereo2ConfigFile::loadFromOptionalCommandLineArguments(const std::vector<st
 
 bool Nereo2ConfigFile::doLoadFrom(const std::string& path)
 {
-    return isXml(path) ? load<Nereo2ConfigFileXmlReader>(path, *this)
-                       : load<Nereo2ConfigFileTextReader>(path, *this);
+    return isXmlConfiguration(path) ? load<Nereo2ConfigFileXmlReader>(path, *this)
+                                    : load<Nereo2ConfigFileTextReader>(path, *this);
 }
 
 bool Nereo2ConfigFile::doSaveTo(const std::string& path) const
 {
-    return isXml(path) ? save<Nereo2ConfigFileXmlWriter>(path, *this)
-                       : save<Nereo2ConfigFileTextWriter>(path, *this);
+    return isXmlConfiguration(path) ? save<Nereo2ConfigFileXmlWriter>(path, *this)
+                                    : save<Nereo2ConfigFileTextWriter>(path, *this);
 }
 
 } // namespace Nereo::Io

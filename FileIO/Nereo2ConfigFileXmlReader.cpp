@@ -1,6 +1,7 @@
 #include "Nereo2ConfigFileXmlReader.h"
 
 #include "Assertion.h"
+#include "ConfigurationForms.h"
 #include "XmlTokens.h"
 
 #include <NereoFileIO/Nereo2ConfigFile.h>
@@ -14,7 +15,7 @@ bool Nereo2ConfigFileXmlReader::read(QXmlStreamReader& xml)
 {
     while (hasTokens(xml)) {
         xml.readNext();
-        if (xml.isStartElement() && xml.name() == "Nereo2Config")
+        if (xml.isStartElement() && xml.name() == configurationElement)
             readConfiguration(xml);
     }
     return true;
@@ -25,7 +26,7 @@ void Nereo2ConfigFileXmlReader::readConfiguration(QXmlStreamReader& xml)
     NEREO_ASSERT_AT(xml.isStartElement() && xml.name() == "Nereo2Config", "FileIO/Nereo2ConfigFileXmlReader",
                     32);
 
-    const QString version = xml.attributes().value("Version").toString();
+    const QString version = xml.attributes().value(configurationVersionAttribute).toString();
     if (!version.isEmpty())
         config_->setVersion(Util::Version(version));
 

@@ -1,5 +1,7 @@
 #include "Nereo2ConfigFileXmlWriter.h"
 
+#include "ConfigurationForms.h"
+
 #include "ExactText.h"
 
 #include <NereoFileIO/Nereo2ConfigFile.h>
@@ -12,8 +14,8 @@ Nereo2ConfigFileXmlWriter::Nereo2ConfigFileXmlWriter(const Nereo2ConfigFile& con
 void Nereo2ConfigFileXmlWriter::write(QXmlStreamWriter& xml)
 {
     xml.writeStartDocument();
-    xml.writeStartElement("Nereo2Config");
-    xml.writeAttribute("Version", config_->version().toString());
+    xml.writeStartElement(configurationElement);
+    xml.writeAttribute(configurationVersionAttribute, config_->version().toString());
     for (const std::string& key : config_->keys()) {
         const QString value = toExactQString(config_->setting(key).valueAsString());
         if (!value.isEmpty())

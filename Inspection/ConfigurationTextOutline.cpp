@@ -2,6 +2,8 @@
 #include "TextFile.h"
 #include "Walker.h"
 
+#include <FileIO/ConfigurationForms.h>
+
 #include <algorithm>
 
 namespace Nereo::Inspection {
@@ -73,16 +75,27 @@ private:
         const QString name = line_.mid(key.begin, key.size());
         if (!values_.isKey(name)) {
             text_.cover(begin_ + key.begin, begin_ + key.end);
-            return values_.unknownKey(Rule::UnknownKey, name, placeAt(key.begin));
+            return values_.reportUnknown(Rule::UnknownKey, name, placeAt(key.begin));
         }
-        const Range value = restFrom(line_, key.end);
-        const int valueBegin = value.size() > 0 ? value.begin : line_.size();
-        const bool hasFault =
-            values_.value(name, placeAt(key.begin), placeAt(valueBegin),
-                          text_.length(begin_ + value.begin, begin_ + value.end),
-                          QStringView(line_).mid(value.begin, value.size()), ConfigurationValues::simplified);
-        if (hasFault)
+        if (values_.isRepeated(name))
+            listener_.finding({Rule::RepeatedKey, placeAt(key.begin), name, name});
+        readValue(name, restFrom(line_, key.end));
+    }
+
+    void readValue(const QString& key, const Range& value)
+    {
+        const QStringView spelling = QStringView(line_).mid(value.begin, value.size());
+        if (listener_.wantsItems()) {
+            const qint64 length = text_.length(begin_ + value.begin, begin_ + value.end);
+            values_.tellItem(key, placeAt(value.begin), length, spelling.toString(),
+                             spelling.toString().simplified());
+        }
+        // White space within makes a number none in either form, and is no byte-order mark.
+        if (std::optional<Discovery> fault = values_.faultOf(key, spelling)) {
+            fault->place = placeAt(value.begin);
+            listener_.finding(*fault);
             text_.cover(begin_ + value.begin, begin_ + value.end);
+        }
     }
 
     /// White space alone is no line, unless no line follows it.
@@ -106,6 +119,10 @@ private:
 
 void walkConfigurationText(const InputFile& file, Listener& listener)
 {
+    if (Io::isXmlConfiguration(file.path()))
+        listener.finding({
+            Rule::TextWithXmlSuffix, {1, 1, 0}
+        });
     ConfigurationTextWalk(file, listener).run();
 }
 

@@ -30,80 +30,73 @@ QVariant valueOf(const Setting& setting)
     }
 }
 
-/// What the setting's conversion can't read.
-std::optional<Rule> faultOf(Setting::Type type, const QString& text)
+/// The setting gets its text by way of a std::string, which loses the mark when it becomes a QString again.
+bool startsWithByteOrderMark(QStringView text)
 {
-    if (type == Setting::Int)
-        return integerFault(text);
-    return type == Setting::Double ? numberFault(text) : std::nullopt;
+    return !text.isEmpty() && text.front() == QChar(QChar::ByteOrderMark);
 }
 
-QStringList keys(const Io::Nereo2ConfigFile& configuration)
+/// What the setting's conversion can't take.
+std::optional<Rule> ruleOf(Setting::Type type, QStringView text)
 {
-    QStringList names;
+    switch (type) {
+    case Setting::Int:
+        return integerFault(text);
+    case Setting::Double:
+        return numberFault(text);
+    default:
+        return startsWithByteOrderMark(text) ? std::optional(Rule::StrayByteOrderMark) : std::nullopt;
+    }
+}
+
+QStringList keysOf(const Io::Nereo2ConfigFile& configuration)
+{
+    QStringList keys;
     for (const std::string& key : configuration.keys())
-        names.append(Util::toQString(key));
-    return names;
+        keys.append(Util::toQString(key));
+    return keys;
 }
 
 } // namespace
-
-QString ConfigurationValues::simplified(QStringView text)
-{
-    return text.toString().simplified();
-}
-
-QString ConfigurationValues::asItStands(QStringView text)
-{
-    return text.toString();
-}
 
 bool ConfigurationValues::isKey(const QString& name) const
 {
     return configuration_.contains(Util::toStdString(name));
 }
 
-void ConfigurationValues::unknownKey(Rule rule, const QString& name, const Place& place)
+bool ConfigurationValues::isNumber(const QString& key) const
+{
+    return configuration_.setting(Util::toStdString(key)).type() != Setting::String;
+}
+
+bool ConfigurationValues::isRepeated(const QString& key)
+{
+    const int met = met_.size();
+    met_.insert(key);
+    return met_.size() == met;
+}
+
+void ConfigurationValues::reportUnknown(Rule rule, const QString& name, const Place& place)
 {
     Discovery discovery {rule, place, addressPart(excerpt(name)), name};
-    discovery.consequence = suggestion(name, keys(configuration_));
+    discovery.consequence = suggestion(name, keysOf(configuration_));
     listener_.finding(discovery);
 }
 
-bool ConfigurationValues::value(const QString& key, const Place& keyPlace, const Place& place, qint64 length,
-                                QStringView spelling, Preparation prepare)
+std::optional<Discovery> ConfigurationValues::faultOf(const QString& key, QStringView text) const
 {
-    if (seen_.contains(key))
-        listener_.finding({Rule::RepeatedKey, keyPlace, key, key});
-    seen_.insert(key);
-
-    const Setting::Type type = configuration_.setting(Util::toStdString(key)).type();
-    if (type == Setting::String) {
-        constexpr ushort byteOrderMark =
-            0xFEFF; // which a std::string that becomes a QString loses at its start
-        const bool isMarked = !spelling.isEmpty() && spelling.front().unicode() == byteOrderMark;
-        if (isMarked)
-            listener_.finding({Rule::StrayByteOrderMark, place, key, {}});
-        if (listener_.wantsItems())
-            tellItem(key, place, length, spelling, prepare(spelling));
-        return isMarked;
-    }
-
-    const QString text = prepare(spelling);
-    if (listener_.wantsItems())
-        tellItem(key, place, length, spelling, text);
-    const std::optional<Rule> fault = faultOf(type, text);
-    if (fault)
-        listener_.finding({*fault, place, key, text.trimmed()});
-    return fault.has_value();
+    const std::optional<Rule> rule = ruleOf(configuration_.setting(Util::toStdString(key)).type(), text);
+    if (!rule)
+        return {};
+    return Discovery {*rule, {}, key, isNumber(key) ? excerpt(text.trimmed()) : QString()};
 }
 
 void ConfigurationValues::tellItem(const QString& key, const Place& place, qint64 length,
-                                   QStringView spelling, const QString& text)
+                                   const QString& spelling, const QString& text)
 {
     Setting& setting = configuration_.setting(Util::toStdString(key));
     setting.setValueFromString(Util::toStdString(text));
-    listener_.item({key, itemTypeOf(setting.type()), place, length, spelling.toString(), valueOf(setting)});
+    listener_.item({key, itemTypeOf(setting.type()), place, length, spelling, valueOf(setting)});
 }
 
 } // namespace Nereo::Inspection

@@ -6,34 +6,36 @@
 
 #include <QSet>
 
+#include <optional>
+
 namespace Nereo::Inspection {
 
 /// What both forms of the configuration have in common: the settings, what a load makes of their texts, and
 /// what is to be said of them.
 class ConfigurationValues {
 public:
-    /// What a load does with a text before a setting gets it.
-    using Preparation = QString (*)(QStringView text);
-    static QString simplified(QStringView text);
-    static QString asItStands(QStringView text);
-
     explicit ConfigurationValues(Listener& listener) : listener_(listener) {}
 
     bool isKey(const QString& name) const;
 
-    void unknownKey(Rule rule, const QString& name, const Place& place);
+    /// Whether the setting has a number rather than a text.
+    bool isNumber(const QString& key) const;
 
-    /// Tells of a setting's value. True if something is wrong with its text.
-    bool value(const QString& key, const Place& keyPlace, const Place& place, qint64 length,
-               QStringView spelling, Preparation prepare);
+    /// Whether the setting has stood in the file before, which is remembered.
+    bool isRepeated(const QString& key);
 
-private:
-    void tellItem(const QString& key, const Place& place, qint64 length, QStringView spelling,
+    void reportUnknown(Rule rule, const QString& name, const Place& place);
+
+    /// What is wrong with the text that the setting gets, but for the place.
+    std::optional<Discovery> faultOf(const QString& key, QStringView text) const;
+
+    void tellItem(const QString& key, const Place& place, qint64 length, const QString& spelling,
                   const QString& text);
 
+private:
     Listener& listener_;
     Io::Nereo2ConfigFile configuration_;
-    QSet<QString> seen_;
+    QSet<QString> met_;
 };
 
 } // namespace Nereo::Inspection

@@ -2,6 +2,7 @@
 
 #include "Walker.h"
 
+#include <FileIO/ConfigurationForms.h>
 #include <FileIO/XmlTokens.h>
 #include <NereoFileIO/Nereo2ConfigFile.h>
 #include <NereoUtility/StringConversion.h>
@@ -28,8 +29,8 @@ struct Root {
 };
 
 constexpr Root roots[] = {
-    {"Nereo2Config",      FileKind::ConfigurationXml},
-    {"material_database", FileKind::Materials       },
+    {Io::configurationElement, FileKind::ConfigurationXml},
+    {"material_database",      FileKind::Materials       },
 };
 
 bool isResults(const QByteArray& start)

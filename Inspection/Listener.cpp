@@ -55,13 +55,10 @@ Finding findingOf(const Discovery& discovery)
     return finding;
 }
 
-/// What orders findings: a binary file has offsets only, a document that isn't UTF-8 lines and columns only,
-/// and what is about a file as a whole comes first.
+/// A binary file has offsets only, and what is about a file as a whole comes first.
 bool standsBefore(const Place& left, const Place& right)
 {
-    if (left.hasOffset() && right.hasOffset())
-        return left.offset < right.offset;
-    return std::tie(left.line, left.column) < std::tie(right.line, right.column);
+    return std::tie(left.line, left.column, left.offset) < std::tie(right.line, right.column, right.offset);
 }
 
 } // namespace

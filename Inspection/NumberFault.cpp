@@ -12,6 +12,20 @@ bool isDigit(QChar character)
     return character >= QLatin1Char('0') && character <= QLatin1Char('9');
 }
 
+bool isOfNumber(QChar character)
+{
+    static constexpr QLatin1String others("+-.eE");
+    return isDigit(character) || character.isSpace()
+        || std::find(others.begin(), others.end(), character) != others.end();
+}
+
+/// Whether a text can be no number, which spares a long one the conversion and its memory.
+bool isHopeless(QStringView text)
+{
+    constexpr int longestWord = 4096;
+    return text.size() > longestWord && !std::all_of(text.begin(), text.end(), isOfNumber);
+}
+
 /// Takes the digits off the start of a text. False if there are none.
 bool takeDigits(QStringView& text)
 {
@@ -53,25 +67,29 @@ bool isDecimal(QStringView text)
 
 } // namespace
 
-std::optional<Rule> integerFault(const QString& text)
+std::optional<Rule> integerFault(QStringView text)
 {
+    if (isHopeless(text))
+        return Rule::NotAnInteger;
     bool isRead = false;
-    text.toInt(&isRead);
+    text.toString().toInt(&isRead);
     if (isRead)
         return {};
-    const QStringView trimmed = QStringView(text).trimmed();
+    const QStringView trimmed = text.trimmed();
     if (trimmed.isEmpty())
         return Rule::MissingValue;
     return isInteger(trimmed) ? Rule::IntegerOutOfRange : Rule::NotAnInteger;
 }
 
-std::optional<Rule> numberFault(const QString& text)
+std::optional<Rule> numberFault(QStringView text)
 {
+    if (isHopeless(text))
+        return Rule::NotANumber;
     bool isRead = false;
-    const double number = text.toDouble(&isRead);
+    const double number = text.toString().toDouble(&isRead);
     if (isRead)
         return {};
-    const QStringView trimmed = QStringView(text).trimmed();
+    const QStringView trimmed = text.trimmed();
     if (trimmed.isEmpty())
         return Rule::MissingValue;
     if (!isDecimal(trimmed))

@@ -2,7 +2,7 @@
 
 #include "Rule.h"
 
-#include <QString>
+#include <QStringView>
 
 #include <optional>
 
@@ -11,7 +11,7 @@ namespace Nereo::Inspection {
 // What is wrong with a text that a load turns into a number with QString::toInt() or toDouble(), which give 0
 // for what they can't read. None if it is one.
 
-NEREOINSPECTION_EXPORT std::optional<Rule> integerFault(const QString& text);
-NEREOINSPECTION_EXPORT std::optional<Rule> numberFault(const QString& text);
+NEREOINSPECTION_EXPORT std::optional<Rule> integerFault(QStringView text);
+NEREOINSPECTION_EXPORT std::optional<Rule> numberFault(QStringView text);
 
 } // namespace Nereo::Inspection

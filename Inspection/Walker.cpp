@@ -10,6 +10,7 @@ struct Walker {
 };
 
 constexpr Walker walkers[] = {
+    {FileKind::ConfigurationXml,  walkConfigurationXml },
     {FileKind::ConfigurationText, walkConfigurationText},
 };
 

@@ -17,6 +17,7 @@ using Walk = void (*)(const InputFile& file, Listener& listener);
 Walk walkOf(FileKind kind);
 
 // Each stands in a source of its own, named after the kind.
+void walkConfigurationXml(const InputFile& file, Listener& listener);
 void walkConfigurationText(const InputFile& file, Listener& listener);
 
 } // namespace Nereo::Inspection

@@ -1,0 +1,40 @@
+#include "VersionFault.h"
+
+#include <NereoUtility/Version.h>
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace Nereo::Inspection {
+
+namespace {
+
+constexpr int versionNumbers = 4;
+
+bool isInteger(const QString& text)
+{
+    bool isRead = false;
+    text.toInt(&isRead);
+    return isRead;
+}
+
+} // namespace
+
+bool checkVersion(const QString& text, bool isEmptyIgnored, const Place& place, const QString& address,
+                  Listener& listener)
+{
+    const QStringList numbers = text.trimmed().split(QLatin1Char('.'));
+    const bool areIntegers = std::all_of(numbers.begin(), numbers.end(), isInteger);
+    if (areIntegers && numbers.size() == versionNumbers)
+        return false;
+    const bool isIgnored = text.isEmpty() && isEmptyIgnored;
+    listener.finding({isIgnored ? Rule::IgnoredVersion : Rule::BadVersion,
+                      place,
+                      address,
+                      text,
+                      {Util::Version(text).toString()}});
+    return true;
+}
+
+} // namespace Nereo::Inspection

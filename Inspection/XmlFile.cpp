@@ -1,0 +1,315 @@
+#include "XmlFile.h"
+
+#include <FileIO/XmlTokens.h>
+
+#include <QCoreApplication>
+#include <QTextCodec>
+
+#include <algorithm>
+
+namespace Nereo::Inspection {
+
+namespace {
+
+using Encoding = TextPlaces::Encoding;
+
+constexpr int longestNumber = 4096;
+
+bool isOfNumber(QChar character)
+{
+    static constexpr QLatin1String others("+-.eE");
+    return character.isSpace() || (character >= QLatin1Char('0') && character <= QLatin1Char('9'))
+        || std::find(others.begin(), others.end(), character) != others.end();
+}
+
+/// Whether a long piece of a text makes it no number, however it goes on.
+bool isNoNumber(const QStringRef& piece)
+{
+    return piece.size() > longestNumber
+        && !std::all_of(piece.begin(), piece.begin() + longestNumber, isOfNumber);
+}
+
+/// Whether each byte is a character, and those of ASCII are what they are there.
+bool isSingleByte(const QTextCodec& codec)
+{
+    for (int byte = 0; byte < 256; ++byte) {
+        const char character = char(byte);
+        const QString text = codec.toUnicode(&character, 1);
+        if (text.size() != 1 || (byte < 0x80 && text[0] != QLatin1Char(character)))
+            return false;
+    }
+    return true;
+}
+
+/// The encoding that the reader takes a document for; none if its characters can't be told apart by looking.
+std::optional<Encoding> encodingOf(const InputFile& file, const QString& declared)
+{
+    struct Start {
+        QByteArray bytes;
+        Encoding encoding;
+    };
+    static const Start starts[] = {
+        {QByteArray("\0\0\xFE\xFF", 4), Encoding::Utf32            },
+        {QByteArray("\xFF\xFE\0\0", 4), Encoding::Utf32LittleEndian},
+        {QByteArray("\0\0\0<",      4), Encoding::Utf32            },
+        {QByteArray("<\0\0\0",      4), Encoding::Utf32LittleEndian},
+        {QByteArray("\xFE\xFF",     2), Encoding::Utf16            },
+        {QByteArray("\xFF\xFE",     2), Encoding::Utf16LittleEndian},
+        {QByteArray("\0<",          2), Encoding::Utf16            },
+        {QByteArray("<\0",          2), Encoding::Utf16LittleEndian},
+    };
+    const QByteArray bytes = file.openBytes()->read(4);
+    for (const Start& start : starts) {
+        if (bytes.startsWith(start.bytes))
+            return start.encoding;
+    }
+    constexpr int utf8Mib = 106; // in the Internet's register of encodings
+    const QTextCodec* const codec =
+        declared.isEmpty() ? nullptr : QTextCodec::codecForName(declared.toLatin1());
+    if (codec == nullptr || codec->mibEnum() == utf8Mib)
+        return Encoding::Utf8;
+    return isSingleByte(*codec) ? std::optional(Encoding::SingleByte) : std::nullopt;
+}
+
+/// What the reader says of bytes that are no characters.
+QString encodingError()
+{
+    return QCoreApplication::translate("QXmlStream", "Encountered incorrectly encoded content.");
+}
+
+bool isXmlBlank(QChar character)
+{
+    return character == QLatin1Char(' ') || character == QLatin1Char('\n') || character == QLatin1Char('\t');
+}
+
+} // namespace
+
+XmlFile::XmlFile(const InputFile& file, Listener& listener)
+    : listener_(listener), file_(file), device_(file.open(QIODevice::Text)), xml_(device_.get())
+{
+    Io::configure(xml_);
+}
+
+XmlFile::~XmlFile() = default;
+
+bool XmlFile::next()
+{
+    if (!Io::hasTokens(xml_))
+        return false;
+    previousEnd_ = xml_.tokenType() == QXmlStreamReader::NoToken ? 0 : cleanEnd();
+    xml_.readNext();
+    if (xml_.isStartDocument())
+        encodingName_ = xml_.documentEncoding().toString();
+    hasEntities_ = hasEntities_ || xml_.isDTD();
+    begin_ = previousEnd_;
+    isInEntity_ = false;
+    if (hasEntities_ && xml_.isStartElement()) {
+        begin_ = skipBlanks(begin_);
+        isInEntity_ = begin_ >= end() || characterAt(begin_) != QLatin1Char('<')
+            || characterAt(end() - 1) != QLatin1Char('>');
+    }
+    return Io::hasTokens(xml_);
+}
+
+bool XmlFile::nextChild()
+{
+    while (next()) {
+        if (xml_.isEndElement())
+            return false;
+        if (xml_.isStartElement())
+            return true;
+    }
+    return false;
+}
+
+void XmlFile::skipElement()
+{
+    for (int depth = 1; depth > 0 && next();) {
+        if (xml_.isEndElement())
+            --depth;
+        else if (xml_.isStartElement())
+            ++depth;
+    }
+}
+
+XmlText XmlFile::readText(XmlText::Use use, const QString& address)
+{
+    XmlText text;
+    text.begin = end();
+    const bool isInEntity = isInEntity_;
+    text.place = placeAt(text.begin, isInEntity);
+    while (next() && !xml_.isEndElement()) {
+        if (xml_.isStartElement()) {
+            listener_.finding({Rule::UnexpectedElement, place(), address, name().toString()});
+            text.isWhole = false;
+            skipElement();
+        } else if (xml_.isCharacters() || xml_.isEntityReference()) {
+            const QStringRef piece = xml_.text();
+            const bool isCut =
+                use == XmlText::Use::Nothing || (use == XmlText::Use::Number && isNoNumber(piece));
+            text.text += isCut ? piece.left(longestNumber) : piece;
+        }
+    }
+    text.isWhole = text.isWhole && !xml_.hasError();
+    text.size = std::max(begin_ - text.begin, qint64(0));
+    text.end = placeAt(begin_, isInEntity);
+    return text;
+}
+
+Place XmlFile::place()
+{
+    places();
+    if (hasExactPlaces_)
+        begin_ = skipBlanks(begin_);
+    return placeAt(begin_, isInEntity_);
+}
+
+Place XmlFile::attributePlace(const QString& name)
+{
+    const std::optional<Range> range = attributeRange(name);
+    return range ? placeAt(range->begin, false) : place();
+}
+
+QString XmlFile::attributeSpelling(const QString& name)
+{
+    const std::optional<Range> range = attributeRange(name);
+    return range ? places().text(range->begin, range->end) : attribute(name);
+}
+
+qint64 XmlFile::attributeLength(const QString& name)
+{
+    const std::optional<Range> range = attributeRange(name);
+    return range && hasOffsets_ ? places().length(range->begin, range->end) : 0;
+}
+
+QString XmlFile::spelling(const XmlText& text)
+{
+    if (!text.place.hasLine() || !hasExactPlaces_)
+        return text.text;
+    return places().text(text.begin, text.begin + text.size);
+}
+
+qint64 XmlFile::length(const XmlText& text)
+{
+    return text.place.hasOffset() ? places().length(text.begin, text.begin + text.size) : 0;
+}
+
+Place XmlFile::endOfFile()
+{
+    return placeAt(file_.size(), false); // no file has more characters than bytes
+}
+
+void XmlFile::reportEnd()
+{
+    TextPlaces& places = this->places();
+    if (!xml_.hasError()) {
+        if (hasExactPlaces_)
+            places.reportFaults(listener_);
+        return;
+    }
+    if (device_->hasFailed())
+        return listener_.finding({Rule::CannotReadXml, readersPlace(), {}, device_->errorString()});
+
+    QString words = xml_.errorString();
+    Place place = readersPlace();
+    if (hasExactPlaces_) {
+        places.reportFaults(end(), listener_);
+        // The reader stops at the block in which a byte is bad, before it has read any of it.
+        const Place bad = words == encodingError() ? places.firstBadByte() : Place();
+        if (bad.hasLine())
+            place = {bad.line, bad.column, hasOffsets_ ? bad.offset : Place::Absent};
+    }
+    if (words.endsWith(QLatin1Char('.')))
+        words.chop(1);
+    listener_.finding({Rule::MalformedXml, place, {}, {}, {words}});
+}
+
+TextPlaces& XmlFile::places()
+{
+    if (places_ == nullptr) {
+        const std::optional<Encoding> encoding = encodingOf(file_, encodingName_);
+        hasExactPlaces_ = encoding.has_value();
+        hasOffsets_ = encoding == Encoding::Utf8;
+        places_ = std::make_unique<TextPlaces>(file_, encoding.value_or(Encoding::SingleByte));
+    }
+    return *places_;
+}
+
+/// The end of the current token, which the reader has passed where it had to see the next tag.
+qint64 XmlFile::cleanEnd()
+{
+    if (xml_.isStartDocument() && xml_.documentVersion().isEmpty())
+        return 0; // there is no declaration
+    if (!xml_.isCharacters() || xml_.isCDATA())
+        return end();
+    const bool hasSeenTag = !hasEntities_ || characterAt(end() - 1) == QLatin1Char('<');
+    return end() - hasSeenTag;
+}
+
+qint64 XmlFile::skipBlanks(qint64 index)
+{
+    constexpr int atOnce = 256;
+    for (;;) {
+        const QString text = places().text(index, index + atOnce);
+        const auto end = std::find_if_not(text.begin(), text.end(), isXmlBlank);
+        index += end - text.begin();
+        if (end != text.end() || text.isEmpty())
+            return index;
+    }
+}
+
+QChar XmlFile::characterAt(qint64 index)
+{
+    const QString text = places().text(index, index + 1);
+    return text.isEmpty() ? QChar() : text[0];
+}
+
+Place XmlFile::placeAt(qint64 index, bool isInEntity)
+{
+    TextPlaces& places = this->places(); // which finds out whether there are any
+    if (!hasExactPlaces_)
+        return readersPlace();
+    Place place = places.place(index);
+    if (!hasOffsets_ || isInEntity)
+        place.offset = Place::Absent;
+    return place;
+}
+
+Place XmlFile::readersPlace()
+{
+    places();
+    return hasExactPlaces_ ? placeAt(end(), false) : Place {xml_.lineNumber(), xml_.columnNumber() + 1};
+}
+
+/// Where the value of an attribute stands; none where it comes out of an entity or a declaration.
+std::optional<XmlFile::Range> XmlFile::attributeRange(const QString& name)
+{
+    place();
+    if (!hasExactPlaces_ || isInEntity_)
+        return {};
+    const QString tag = places().text(begin_, end());
+    int at = 0;
+    const auto skipTo = [&](auto isEnd) {
+        at = int(std::find_if(tag.begin() + at, tag.end(), isEnd) - tag.begin());
+    };
+    const auto isEndOfName = [](QChar c) {
+        return isXmlBlank(c) || c == QLatin1Char('=') || c == QLatin1Char('>');
+    };
+    skipTo(isEndOfName); // that of the element
+    while (at < tag.size()) {
+        skipTo([](QChar c) { return !isXmlBlank(c); });
+        const int nameBegin = at;
+        skipTo(isEndOfName);
+        const QStringRef found = tag.midRef(nameBegin, at - nameBegin);
+        skipTo([](QChar c) { return c == QLatin1Char('"') || c == QLatin1Char('\''); });
+        const QChar quote = at < tag.size() ? tag[at] : QChar();
+        const int valueBegin = ++at;
+        skipTo([quote](QChar c) { return c == quote; });
+        if (found == name && at < tag.size())
+            return Range {begin_ + valueBegin, begin_ + at};
+        ++at;
+    }
+    return {};
+}
+
+} // namespace Nereo::Inspection

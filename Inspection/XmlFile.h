@@ -1,0 +1,102 @@
+#pragma once
+
+#include "InputFile.h"
+#include "Listener.h"
+#include "TextPlaces.h"
+
+#include <QXmlStreamReader>
+
+#include <memory>
+#include <optional>
+
+namespace Nereo::Inspection {
+
+/// A text between a start tag and its end tag.
+struct XmlText {
+    enum class Use {
+        Nothing, ///< only a beginning is kept
+        Number,  ///< kept, but for what makes it so long that it can be no number
+        Value    ///< kept as it is
+    };
+
+    QString text;     ///< as QXmlStreamReader::readElementText() gives it
+    Place place;      ///< of what follows the start tag
+    Place end;        ///< of the end tag
+    qint64 begin = 0; ///< the first character
+    qint64 size = 0;  ///< in characters of the file
+    bool isWhole =
+        true; ///< no element stands in it and nothing is malformed; otherwise there is a finding of that
+};
+
+/// An XML file as a load reads it, and where its elements, attributes and texts stand.
+class NEREOINSPECTION_EXPORT XmlFile {
+public:
+    XmlFile(const InputFile& file, Listener& listener);
+    ~XmlFile();
+
+    /// Goes to the next token. False at the end of the document, and where it is malformed.
+    bool next();
+
+    /// Goes to the start of the next child of the element that the last start was of. False at that element's
+    /// end.
+    bool nextChild();
+
+    /// Goes to the end of the element that the last start was of.
+    void skipElement();
+
+    /// Goes to the end of the element that the last start was of and gives the text in it. An element within
+    /// is a finding of this address.
+    XmlText readText(XmlText::Use use, const QString& address);
+
+    bool isStartElement() const { return xml_.isStartElement(); }
+    bool hasError() const { return xml_.hasError(); }
+    QStringRef name() const { return xml_.name(); } ///< of the element, without a prefix
+
+    /// Of the `<` of the current start element.
+    Place place();
+
+    /// The value of an attribute of the current start element; empty if there is none.
+    QString attribute(const QString& name) const { return xml_.attributes().value(name).toString(); }
+    bool hasAttribute(const QString& name) const { return xml_.attributes().hasAttribute(name); }
+    Place attributePlace(const QString& name);      ///< of its first character
+    QString attributeSpelling(const QString& name); ///< what stands between the quotes
+    qint64 attributeLength(const QString& name);    ///< in bytes
+
+    QString spelling(const XmlText& text); ///< what stands between the tags, markup included
+    qint64 length(const XmlText& text);    ///< of that in bytes; 0 where bytes can't be told
+
+    Place endOfFile();
+
+    /// What a load finds malformed, and what can't be read. Comes last.
+    void reportEnd();
+
+private:
+    struct Range {
+        qint64 begin;
+        qint64 end;
+    };
+
+    TextPlaces& places();
+    qint64 end() const { return xml_.characterOffset(); }
+    qint64 cleanEnd();
+    qint64 skipBlanks(qint64 index);
+    QChar characterAt(qint64 index);
+    Place placeAt(qint64 index, bool isInEntity);
+    Place readersPlace();
+    std::optional<Range> attributeRange(const QString& name);
+
+    Listener& listener_;
+    const InputFile& file_;
+    std::unique_ptr<InputFile::Device> device_;
+    QXmlStreamReader xml_;
+    QString encodingName_; ///< in the declaration
+    std::unique_ptr<TextPlaces> places_;
+    bool hasExactPlaces_ = true; ///< the characters of the encoding can be told apart
+    bool hasOffsets_ = true;     ///< it is UTF-8
+    bool hasEntities_ = false;   ///< the document declares some, so that tokens may come out of them
+    bool isInEntity_ = false;    ///< the current token does
+    qint64 begin_ = 0;           ///< of the current token
+    qint64 previousEnd_ = 0;     ///< of the token before
+};
+
+} // namespace Nereo::Inspection

@@ -1,0 +1,66 @@
+#include "Checked.h"
+
+namespace Nereo::Inspection {
+namespace {
+
+constexpr auto Error = Severity::Error;
+constexpr auto Warning = Severity::Warning;
+
+TEST(ConfigurationXmlCheckTest, FindsNothingWrongInGoodFiles)
+{
+    for (const char* text : {
+             "<Nereo2Config/>",
+             "<?xml version='1.0'?>\n<Nereo2Config Version=\"2024.0.0.0\">\r\n<MaxIter> 5 "
+             "</MaxIter></Nereo2Config>\n",
+             "<Nereo2Config><MaxIter><!-- a -->5<?b?></MaxIter><JobPrefix/><AnalyzePath> "
+             "</AnalyzePath></Nereo2Config>",
+             "<other><Nereo2Config><StopTime>&#49;e&#53;</StopTime></Nereo2Config></other>",
+             "<!DOCTYPE a [<!ENTITY n '5'>]><Nereo2Config><MaxIter>&n;</MaxIter></Nereo2Config>",
+             "<?xml version='1.0' "
+             "encoding='ISO-8859-1'?><Nereo2Config><JobPrefix>\xE4</JobPrefix></Nereo2Config>",
+         })
+        expectClean("file.xml", text);
+}
+
+TEST(ConfigurationXmlCheckTest, FindsEachFaultAtItsPlace)
+{
+    const Fault faults[] = {
+        {"<Nereo2Config>\n<MaxIter>5[[]]", "malformed-xml",               Error,                                                          Effect::Fails,                                                             "",
+         "Premature end of document"},
+        {"<Nereo2Config><!-- \xC3\xA4 -->[[<MaxItr]]/></Nereo2Config>",                                "unknown-key", Warning,
+         Effect::Ignored,                                                                                     "MaxItr",                                                                                                                                                                                                                                                                                                                                                                                     "did you mean \"MaxIter\"?"},
+        {"<Nereo2Config><JobPrefix>\xF0\x9F\x98\x80</JobPrefix><MaxIter>[[5.5]]</MaxIter></Nereo2Config>",
+         "not-an-integer",                                  Error, Effect::Zero,                                                                                                                                                                                           "MaxIter"                                                                                                                                                                                                                                                                                                                                           },
+        {"<Nereo2Config><MaxIter/>[[]]</Nereo2Config>",                       "missing-value",                                                    Error,                                                                      Effect::Zero,"MaxIter"},
+        {"<Nereo2Config><MaxIter>5</MaxIter>\n[[<MaxIter]]>6</MaxIter></Nereo2Config>",                       "repeated-key",
+         Warning,                                      Effect::Ignored,                                                                                                                                                            "MaxIter"                                                                                                                                                                                                                                                                                                                                                                                            },
+        {"<Nereo2Config><MaxIter>[[2147483648]]</MaxIter></Nereo2Config>",                       "out-of-range",                                                    Error,
+         Effect::Zero,"MaxIter"},
+        {"<Nereo2Config><StopTime>[[]]</StopTime></Nereo2Config>",                       "missing-value",                                                    Error,                                                           Effect::Zero,
+         "StopTime"                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                  },
+        {"<Nereo2Config><MaxIter>[[abc]]</MaxIter></Nereo2Config>",                       "not-an-integer",                                                    Error,                                                          Effect::Zero,
+         "MaxIter"},
+        {"<Nereo2Config><StopTime>[[abc]]</StopTime></Nereo2Config>",                        "not-a-number",                                                     Error,                                                         Effect::Zero,
+         "StopTime"                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                 },
+        {"<Nereo2Config><StopTime> <!-- --> [[]]</StopTime></Nereo2Config>",                       "missing-value",                                                    Error,
+         Effect::Zero,                                                                                     "StopTime"},
+        {"<Nereo2Config><StopTime>[[1e999]]</StopTime></Nereo2Config>",                      "out-of-range",                                                   Error,
+         Effect::Infinite,       "StopTime"                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                    },
+        {"<Nereo2Config><MaxIter>5[[<b]]>6</b></MaxIter></Nereo2Config>",                      "unexpected-element",                                                   Error,
+         Effect::Fails,                                                                             "MaxIter","a load fails"},
+        {"<Nereo2Config a='1' Version = \"[[next]]\"/>",                       "bad-version",                                      Warning,                                                                                                    Effect::Zero,                                                    "version"                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                                               },
+        {"<Nereo2Config  Version=\"[[1.2.3.x]]\" />",                    "bad-version",                                        Warning,   Effect::Zero,"version"},
+        {"<Nereo2Config Version='[[1.2]]'/>",                    "bad-version",                                        Warning,                                                                                                    Effect::Zero,                                                                                                                                                             "version",
+         "read as 1.2.0.0"},
+        {"<Nereo2Config>\n <MaxIter>5</MaxIter>\n [[<Unheard]]><a/></Unheard>\n</Nereo2Config>\n",
+         "unknown-key",                                        Warning,                                                                                                               Effect::Ignored,                                                                                                                                                                                        "Unheard",                                                                                                                                                                                                                                                                                        "it is ignored"},
+        {"<Nereo2Config><MaxIter>5</Maxiter>[[]]</Nereo2Config>",                         "malformed-xml",Error,Effect::Fails,"",
+         "Opening and ending tag mismatch; a load fails"},
+        {"<Nereo2Config Version='[[]]'/>","bad-version",                  Warning,                                                                                                                             Effect::Ignored,                                                                                                                                                                                                                                                                                                                                                                                           "version"                                                                                                                                                                                                                                                                                                                                                    },
+    };
+    for (const Fault& fault : faults)
+        expectFinding("file.xml", fault, false);
+}
+
+} // namespace
+} // namespace Nereo::Inspection
