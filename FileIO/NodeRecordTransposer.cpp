@@ -22,8 +22,8 @@ constexpr qint64 nodeSize = sizeof(qint32);
 constexpr qint64 valueSize = sizeof(double);
 
 // Records are stored a tile at a time, and each field grows by its part of a tile just before: what a vector
-// clears as it grows should still be in the first-level cache when the values arrive. That part is 1,920
-// bytes; from 2 KiB on the C library clears memory in a way that takes long to start.
+// clears as it grows should still be in the first-level cache when the values arrive. That part is just under
+// 2 KiB, from which on C libraries may clear memory in a way that takes long to start.
 constexpr int recordsInTile = 240;
 
 // So many columns are read together. They lie in one or two cache lines of a record, so that the lines of a
@@ -60,7 +60,7 @@ double readValue(const char* bytes)
     return value;
 }
 
-/// Stores two values at once: what limits a run is the number of stores.
+/// Stores two values at once, as half as many stores are a little faster.
 template <class ByteOrder>
 void storePair(const char* first, const char* second, double* place)
 {

@@ -75,7 +75,16 @@ def compare(programs, rounds, case, folder):
         print(f"{statistics.median(ratios):.2f} {meaning} (best against best {best:.2f})", flush=True)
 
 
+def print_processor():
+    fields = dict(line.split(":", 1) for line in
+                  subprocess.run(["lscpu"], check=True, capture_output=True, text=True,
+                                 env={"LC_ALL": "C", "PATH": "/usr/bin:/bin"}).stdout.splitlines() if ":" in line)
+    names = ("Model name", "CPU family", "Model", "L1d cache", "L2 cache", "L3 cache")
+    print("; ".join(f"{name}: {fields.get(name, '').strip()}" for name in names), flush=True)
+
+
 def main(programs, rounds="9", *wanted):
+    print_processor()
     with tempfile.TemporaryDirectory() as folder:
         for case in CASES:
             if not wanted or case[0] in wanted:
