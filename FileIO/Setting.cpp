@@ -4,13 +4,27 @@
 
 #include <NereoUtility/StringConversion.h>
 
+#include <cmath>
+#include <limits>
 #include <utility>
 
 namespace Nereo::Io {
 
+namespace {
+
+bool isInt(double value)
+{
+    using Limits = std::numeric_limits<int>;
+    return value >= Limits::min() && value <= Limits::max() && value == std::trunc(value);
+}
+
+} // namespace
+
 Setting::Setting() = default;
 Setting::Setting(const Setting& other) = default;
 Setting& Setting::operator=(const Setting& other) = default;
+Setting::Setting(Setting&& other) noexcept = default;
+Setting& Setting::operator=(Setting&& other) noexcept = default;
 Setting::~Setting() = default;
 
 Setting::Setting(const std::string& name, QVariant value)
@@ -60,6 +74,43 @@ void Setting::setValueFromString(const std::string& text)
         return;
     }
     NEREO_ASSERT_AT(false, "FileIO/Setting", 63);
+}
+
+void Setting::setValue(const std::string& text)
+{
+    setValueFromString(text);
+}
+
+void Setting::setValue(int value)
+{
+    switch (type()) {
+    case Invalid:
+    case Int:
+        value_ = value;
+        return;
+    case Double:
+        value_ = double(value);
+        return;
+    case String:
+        value_ = QVariant(value).toString();
+        return;
+    }
+}
+
+void Setting::setValue(double value)
+{
+    switch (type()) {
+    case Invalid:
+    case Double:
+        value_ = value;
+        return;
+    case Int:
+        value_ = isInt(value) ? int(value) : 0;
+        return;
+    case String:
+        value_ = QVariant(value).toString();
+        return;
+    }
 }
 
 int Setting::valueAsInt() const

@@ -251,6 +251,24 @@ TEST(Nereo2ConfigFile, KeepsReferencesToTheObjectTheyWereTakenFrom)
     EXPECT_EQ(copy.setting(Nereo2ConfigFile::Width).valueAsInt(), 10);
 }
 
+TEST(Nereo2ConfigFile, CarriesNumbersThatAreSetInBothForms)
+{
+    const TemporaryFolder folder;
+    for (const char* name : {"run.xml", "run.cfg"}) {
+        Nereo2ConfigFile config;
+        config.setting(Nereo2ConfigFile::ConvergenceCriteria).setValue(1e-7);
+        config.setting(Nereo2ConfigFile::TimeStepSize).setValue(1.0 / 3.0);
+        config.setting(Nereo2ConfigFile::MaxIter).setValue(-2147483647 - 1);
+        ASSERT_TRUE(config.saveTo(folder.path(name)));
+
+        Nereo2ConfigFile loaded;
+        ASSERT_TRUE(loaded.loadFrom(folder.path(name)));
+        EXPECT_EQ(loaded.setting(Nereo2ConfigFile::ConvergenceCriteria).valueAsDouble(), 1e-7);
+        EXPECT_EQ(loaded.setting(Nereo2ConfigFile::TimeStepSize).valueAsDouble(), 1.0 / 3.0);
+        EXPECT_EQ(loaded.setting(Nereo2ConfigFile::MaxIter).valueAsInt(), -2147483647 - 1);
+    }
+}
+
 TEST(Nereo2ConfigFile, CarriesNumbersAtTheEdgesInBothForms)
 {
     const struct {

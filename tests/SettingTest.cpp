@@ -201,11 +201,103 @@ TEST(Setting, IsCopiedWhole)
     }
 }
 
+TEST(Setting, TakesAnIntAsItsTypeSays)
+{
+    const struct {
+        QVariant before;
+        QVariant after;
+    } cases[] = {
+        {5,             -7           },
+        {0.5,           -7.0         },
+        {QString("no"), QString("-7")},
+        {QVariant(),    -7           },
+    };
+    for (const auto& [before, after] : cases) {
+        Setting setting = settingWith(before);
+        setting.setValue(-7);
+        EXPECT_EQ(setting.*settingValue(), after);
+        EXPECT_EQ((setting.*settingValue()).userType(), after.userType());
+    }
+}
+
+TEST(Setting, TakesADoubleAsItsTypeSays)
+{
+    constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+    constexpr double infinity = std::numeric_limits<double>::infinity();
+    const struct {
+        QVariant before;
+        double value;
+        QVariant after;
+    } cases[] = {
+        {0.5,           1e-7,          1e-7                           },
+        {0.5,           0.1 + 0.2,     0.1 + 0.2                      },
+        {0.5,           infinity,      infinity                       },
+        {QString("no"), 1e-7,          QString("1e-07")               },
+        {QString("no"), 0.1 + 0.2,     QString("0.30000000000000004") },
+        {QVariant(),    2.0,           2.0                            },
+        {5,             7.0,           7                              },
+        {5,             1e6,           1000000                        },
+        {5,             -2147483648.0, std::numeric_limits<int>::min()},
+        {5,             2147483647.0,  std::numeric_limits<int>::max()},
+        {5,             2147483648.0,  0                              }, // no int from here on
+        {5,             -2147483649.0, 0                              },
+        {5,             7.5,           0                              },
+        {5,             -0.5,          0                              },
+        {5,             1e300,         0                              },
+        {5,             infinity,      0                              },
+        {5,             -infinity,     0                              },
+        {5,             notANumber,    0                              },
+    };
+    for (const auto& [before, value, after] : cases) {
+        Setting setting = settingWith(before);
+        setting.setValue(value);
+        EXPECT_EQ(setting.*settingValue(), after) << value;
+        EXPECT_EQ((setting.*settingValue()).userType(), after.userType()) << value;
+    }
+}
+
+TEST(Setting, TakesEveryIntAndDoubleExactly)
+{
+    Setting number = settingWith(0.0);
+    for (const int value : {0, 1, -1, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()}) {
+        number.setValue(value);
+        EXPECT_EQ(number.valueAsDouble(), value);
+    }
+    for (const double value : {5e-324, 1.7976931348623157e308, 1.0 / 3.0}) {
+        number.setValue(value);
+        EXPECT_EQ(number.valueAsDouble(), value);
+    }
+}
+
+TEST(Setting, TakesATextLikeOneFromAFile)
+{
+    const struct {
+        QVariant before;
+        const char* text;
+        QVariant after;
+    } cases[] = {
+        {5,             "12",      12                },
+        {5,             "12abc",   0                 },
+        {0.5,           "1e-7",    1e-7              },
+        {QString("no"), "Lüfter", QString("Lüfter")},
+        {QVariant(),    "12",      QString("12")     },
+    };
+    for (const auto& [before, text, after] : cases) {
+        Setting setting = settingWith(before);
+        setting.setValue(text);
+        EXPECT_EQ(setting.*settingValue(), after) << text;
+        EXPECT_EQ((setting.*settingValue()).userType(), after.userType()) << text;
+    }
+}
+
 TEST(SettingDeathTest, StopsAtAValueOfAnotherType)
 {
     Setting setting = settingWith(true);
     EXPECT_ASSERTION(setting.type(), "false", "FileIO/Setting, line 41");
     EXPECT_ASSERTION(setting.setValueFromString("1"), "false", "FileIO/Setting, line 63");
+    EXPECT_ASSERTION(setting.setValue("1"), "false", "FileIO/Setting, line 63");
+    EXPECT_ASSERTION(setting.setValue(1), "false", "FileIO/Setting, line 41");
+    EXPECT_ASSERTION(setting.setValue(1.0), "false", "FileIO/Setting, line 41");
 }
 
 } // namespace

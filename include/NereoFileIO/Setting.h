@@ -11,13 +11,13 @@ namespace Nereo::Io {
 
 /// One named value of the solver configuration: an integer, a floating-point number or a text.
 ///
-/// The type is the one of the value that the configuration created the setting with. Text never changes it:
-/// text from a file or a command line is converted to it, and text that is no number becomes zero. There is
-/// no boolean type; switches are the integers 0 and 1.
+/// The type is the one of the value that the configuration created the setting with. A new value never
+/// changes it: text from a file or a command line is converted to it, and text that is no number becomes
+/// zero. There is no boolean type; switches are the integers 0 and 1.
 class NEREOFILEIO_EXPORT Setting {
 public:
     enum Type : int {
-        Invalid = 0, ///< no value yet; the first text makes the setting a String
+        Invalid = 0, ///< no value yet; the first one gives the setting its type
         Int = 1,     ///< 32 bits, signed
         Double = 2,
         String = 3
@@ -26,6 +26,8 @@ public:
     Setting(); ///< no name, no value
     Setting(const Setting& other);
     Setting& operator=(const Setting& other); ///< takes name and type as well
+    Setting(Setting&& other) noexcept;
+    Setting& operator=(Setting&& other) noexcept;
     ~Setting();
 
     /// The key under which the configuration holds the setting.
@@ -38,6 +40,14 @@ public:
     /// a number past 32 bits; "1e400" makes a Double infinite. Integers are decimal. The decimal separator is
     /// a point whatever the locale.
     void setValueFromString(const std::string& text);
+
+    void setValue(const std::string& text); ///< as setValueFromString()
+
+    /// Replaces the value by the number. An Int takes an int and a Double either, exactly; a double makes an
+    /// Int 0 unless it is an int's value. A String gets the text that valueAsString() gives of the number. A
+    /// setting without a value gets the number's type.
+    void setValue(int value);
+    void setValue(double value);
 
     /// A Double is rounded, which means nothing beyond the range of an int; a String is parsed, and 0 when
     /// that fails.
