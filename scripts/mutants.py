@@ -1,5 +1,5 @@
 #!/usr/bin/python3
-"""mutants.py WORKERS COUNT SEED: changes the readers and writers in small ways and passes their tests.
+"""mutants.py WORKERS COUNT SEED: changes readers, writers and values in small ways and passes their tests.
 
 The script mutants.sh prepares what this needs: build/mutants/tests with the test programs, and for each worker a copy
 of the sources in build/mutants/<number> with a library of its own in build/. Neither is the work tree.
@@ -38,7 +38,7 @@ GEOMETRY_TESTS = ["GbiFileTest", "FileTest", "TypicalRunTest"]
 MATERIAL_TESTS = ["MaterialDatabaseFileXmlTest", "MaterialDatabaseFileTest", "FileTest", "TypicalRunTest"]
 RESULTS_TESTS = ["ResultsFileReaderTest", "ResultsFileTest", "FileTest"]
 
-# The readers, the writers and what they share, each with its test programs, its own first.
+# The readers, the writers, what they share and the values, each with its test programs, its own first.
 TESTS = {
     "FileIO/Nereo2ConfigFileXmlReader.cpp": ["Nereo2ConfigFileXmlTest", *CONFIGURATION_TESTS],
     "FileIO/Nereo2ConfigFileXmlWriter.cpp": ["Nereo2ConfigFileXmlTest", *CONFIGURATION_TESTS],
@@ -53,6 +53,17 @@ TESTS = {
     "FileIO/MaterialDatabaseFileXmlReader.cpp": MATERIAL_TESTS,
     "FileIO/MaterialDatabaseFileXmlWriter.cpp": MATERIAL_TESTS,
     "FileIO/MaterialReferenceValues.h": MATERIAL_TESTS,
+    "FileIO/ExactText.cpp": [*CONTROL_TESTS, *MATERIAL_TESTS, "GbiFileTest"],
+    "FileIO/Setting.cpp": ["SettingTest", "MovingTest", *CONFIGURATION_TESTS],
+    "FileIO/Flag.cpp": ["ControlFileTest", "MovingTest"],
+    "FileIO/BoundaryCondition.cpp": ["BoundaryConditionTest", "MovingTest", *GEOMETRY_TESTS],
+    "FileIO/Point.cpp": ["MaterialTest"],
+    "FileIO/MaterialProperty.cpp": ["MaterialTest", "MovingTest", *MATERIAL_TESTS],
+    "FileIO/Material.cpp": ["MaterialTest", "MovingTest", *MATERIAL_TESTS, *CONTROL_TESTS, *GEOMETRY_TESTS],
+    "FileIO/MaterialType.cpp": ["MaterialTypesTest", "TranslationTest", "MaterialTest", "ThreadsTest"],
+    "FileIO/PropertyType.cpp": ["MaterialTypesTest", "TranslationTest", "MaterialTest", "ThreadsTest"],
+    "FileIO/VariationType.cpp": ["MaterialTypesTest", "TranslationTest", "MaterialTest", "ThreadsTest"],
+    "FileIO/DisplayNames.cpp": ["MaterialTypesTest", "TranslationTest", "ThreadsTest"],
     "FileIO/XmlTokens.h": ["Nereo2ConfigFileXmlTest", *MATERIAL_TESTS],
     "FileIO/EntityLimit.cpp": ["XmlEntitiesTest"],
     "FileIO/NumberText.cpp": ["NumberTextTest", *CONTROL_TESTS, *MATERIAL_TESTS],
