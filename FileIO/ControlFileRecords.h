@@ -11,25 +11,25 @@ namespace Nereo::Io {
 
 // The fields in the order of the line, which is not always that of the record.
 
-constexpr std::tuple inflationFields {
+inline constexpr std::tuple inflationFields {
     &InflationData::switch1,  &InflationData::switch2,  &InflationData::switch3,  &InflationData::integer4,
     &InflationData::integer5, &InflationData::number6,  &InflationData::number7,  &InflationData::number8,
     &InflationData::number9,  &InflationData::number10, &InflationData::switch12, &InflationData::number11,
 };
 
-constexpr std::tuple autoYPlusFields {
+inline constexpr std::tuple autoYPlusFields {
     &AutoYPlusData::integer1, &AutoYPlusData::integer2, &AutoYPlusData::integer3,
     &AutoYPlusData::integer4, &AutoYPlusData::number5,  &AutoYPlusData::number6,
 };
 
-constexpr std::tuple smokeFields {
+inline constexpr std::tuple smokeFields {
     &SmokeData::on,
     &SmokeData::number2,
     &SmokeData::number3,
     &SmokeData::number4,
 };
 
-constexpr std::tuple thermalComfortFields {
+inline constexpr std::tuple thermalComfortFields {
     &ThermalComfortData::on,
     &ThermalComfortData::number2,
     &ThermalComfortData::number3,

@@ -22,7 +22,7 @@ namespace Nereo::Io {
 // they notice a failure.
 
 template <class Stream>
-constexpr QIODevice::OpenMode textMode = QIODevice::Text;
+inline constexpr QIODevice::OpenMode textMode = QIODevice::Text;
 template <>
 inline constexpr QIODevice::OpenMode textMode<QDataStream> = QIODevice::NotOpen;
 

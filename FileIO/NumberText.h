@@ -8,7 +8,7 @@
 namespace Nereo::Io {
 
 /// Room for the text of any number.
-constexpr int longestNumber = sizeof "-2.22507e-308" - 1;
+inline constexpr int longestNumber = sizeof "-2.22507e-308" - 1;
 
 /// Writes a number in the notation of the text files and gives the end of what it wrote, which is ASCII
 /// without a NUL. There must be room for longestNumber characters.
