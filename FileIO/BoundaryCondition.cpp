@@ -6,10 +6,13 @@
 
 namespace Nereo::Io {
 
+BoundaryCondition::BoundaryCondition() : BoundaryCondition(0) {}
 BoundaryCondition::BoundaryCondition(int kCode) : kCode_(kCode) {}
 
 BoundaryCondition::BoundaryCondition(const BoundaryCondition& other) = default;
 BoundaryCondition& BoundaryCondition::operator=(const BoundaryCondition& other) = default;
+BoundaryCondition::BoundaryCondition(BoundaryCondition&& other) noexcept = default;
+BoundaryCondition& BoundaryCondition::operator=(BoundaryCondition&& other) noexcept = default;
 BoundaryCondition::~BoundaryCondition() = default;
 
 int BoundaryCondition::kCode() const

@@ -127,6 +127,8 @@ ControlFile::ControlFile()
 
 ControlFile::ControlFile(const ControlFile& other) = default;
 ControlFile& ControlFile::operator=(const ControlFile& other) = default;
+ControlFile::ControlFile(ControlFile&& other) noexcept = default;
+ControlFile& ControlFile::operator=(ControlFile&& other) noexcept = default;
 ControlFile::~ControlFile() = default;
 
 ControlFile::Format ControlFile::format() const

@@ -84,13 +84,10 @@ constexpr int solidProperties[] = {
     kRho, kVisc, kCond, kGen, kMixF, kCp, kSurfT, kEmis, kTransmis, kElRes, kWallRough,
 };
 
-// The codes of the variations that have something on the property's line.
-enum Variation : int {
-    constant = 1,
-    equationOfState = 2,
-    adiabaticEquationOfState = 7,
-    sameAsKxx = 8,
-    piecewiseLinear = 15
+// The solver's codes. Several variations share one.
+enum VariationCode : int {
+#define VARIATION_TYPE(object, name, displayName, code, alias) object = code,
+#include <NereoFileIO/VariationType.def>
 };
 
 struct Criterion {
@@ -238,19 +235,21 @@ void ControlFileTextWriter::writeSolid(QTextStream& out, const Material& solid) 
 
 void ControlFileTextWriter::writeProperty(QTextStream& out, const Material& material, int code) const
 {
-    const MaterialProperty property = material.property(code);
+    const MaterialProperty missing; // what a material hasn't got is a constant zero
+    const MaterialProperty* const found = material.findProperty(code);
+    const MaterialProperty& property = found == nullptr ? missing : *found;
     const int variation = property.variationCode();
     out << nameOf(code) << ' ' << controlFile_->units() << ' ' << variation << ' ';
     switch (variation) {
-    case constant:
+    case Constant:
         return writeLine(out, property.value());
-    case equationOfState:
-    case adiabaticEquationOfState:
+    case EquationOfState:
+    case AdiabaticEquationOfState:
         return writeLine(out, material.gasConstant());
-    case sameAsKxx:
+    case SameAsKxx:
         out << '\n';
         return;
-    case piecewiseLinear:
+    case PiecewiseLinear:
         return writeCurve(out, property);
     default:
         return; // what follows goes on in the same line, which is how the solver knows these files

@@ -6,6 +6,8 @@ File::File() : version_(Util::Version::Current) {}
 
 File::File(const File& other) = default;
 File& File::operator=(const File& other) = default;
+File::File(File&& other) noexcept = default;
+File& File::operator=(File&& other) noexcept = default;
 File::~File() = default;
 
 bool File::loadFrom(const std::string& path)

@@ -7,6 +7,8 @@ namespace Nereo::Io {
 Flag::Flag() = default;
 Flag::Flag(const Flag& other) = default;
 Flag& Flag::operator=(const Flag& other) = default;
+Flag::Flag(Flag&& other) noexcept = default;
+Flag& Flag::operator=(Flag&& other) noexcept = default;
 Flag::~Flag() = default;
 
 std::string Flag::name() const

@@ -13,6 +13,8 @@ GbiFile::GbiFile()
 
 GbiFile::GbiFile(const GbiFile& other) = default;
 GbiFile& GbiFile::operator=(const GbiFile& other) = default;
+GbiFile::GbiFile(GbiFile&& other) = default;
+GbiFile& GbiFile::operator=(GbiFile&& other) noexcept = default;
 GbiFile::~GbiFile() = default;
 
 std::string GbiFile::jobName() const

@@ -21,7 +21,7 @@ constexpr std::array fluidProperties = {
     &PropertyType::Transmissivity, &PropertyType::Resistivity,    &PropertyType::Roughness,
 };
 
-// No slip: the files of solids have a viscosity and a surface tension, but no transmissivity.
+// No oversight: the files of solids have a viscosity and a surface tension, but no transmissivity.
 constexpr std::array solidProperties = {
     &PropertyType::Density,        &PropertyType::Viscosity,     &PropertyType::XConductivity,
     &PropertyType::YConductivity,  &PropertyType::ZConductivity, &PropertyType::SpecificHeat,
@@ -73,20 +73,24 @@ Flags flagsOf(const QString& typeName)
 
 } // namespace
 
+Material::Material() : Material("fluid") {}
+
 Material::Material(const std::string& type) : type_(Util::toQString(type))
 {
     const MaterialType knownType = MaterialType::fromName(type_);
     if (knownType == MaterialType::Fluid) {
         for (const PropertyType* property : fluidProperties)
-            addProperty(property->name());
+            addProperty(*property);
     } else if (knownType == MaterialType::Solid) {
         for (const PropertyType* property : solidProperties)
-            addProperty(property->name());
+            addProperty(*property);
     }
 }
 
 Material::Material(const Material& other) = default;
 Material& Material::operator=(const Material& other) = default;
+Material::Material(Material&& other) noexcept = default;
+Material& Material::operator=(Material&& other) noexcept = default;
 Material::~Material() = default;
 
 std::string Material::name() const
@@ -201,8 +205,14 @@ MaterialProperty Material::property(const std::string& name) const
 
 MaterialProperty Material::property(int code) const
 {
+    const MaterialProperty* const found = findProperty(code);
+    return found == nullptr ? MaterialProperty() : *found;
+}
+
+const MaterialProperty* Material::findProperty(int code) const
+{
     const auto found = properties_.find(code);
-    return found == properties_.end() ? MaterialProperty() : found->second;
+    return found == properties_.end() ? nullptr : &found->second;
 }
 
 std::list<int> Material::propertyCodes() const
@@ -223,11 +233,9 @@ int Material::resistFlag() const
     return flagsOf(type_).resist;
 }
 
-void Material::addProperty(const QString& name)
+void Material::addProperty(const PropertyType& type)
 {
-    MaterialProperty property;
-    property.type_ = name; // shared by all materials
-    properties_.insert_or_assign(property.typeCode(), property);
+    properties_[type.code()].type_ = type.name(); // the text is shared by all materials
 }
 
 bool operator==(const Material& left, const Material& right)

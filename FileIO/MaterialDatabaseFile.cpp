@@ -9,6 +9,7 @@
 #include <NereoUtility/StringConversion.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace Nereo::Io {
 
@@ -31,11 +32,18 @@ MaterialDatabaseFile& MaterialDatabaseFile::operator=(const MaterialDatabaseFile
     return *this;
 }
 
+MaterialDatabaseFile::MaterialDatabaseFile(MaterialDatabaseFile&& other) noexcept = default;
+MaterialDatabaseFile& MaterialDatabaseFile::operator=(MaterialDatabaseFile&& other) noexcept = default;
 MaterialDatabaseFile::~MaterialDatabaseFile() = default;
 
 void MaterialDatabaseFile::add(const Material& material)
 {
     materials_.push_back(std::make_unique<Material>(material));
+}
+
+void MaterialDatabaseFile::add(Material&& material)
+{
+    materials_.push_back(std::make_unique<Material>(std::move(material)));
 }
 
 void MaterialDatabaseFile::clear()

@@ -26,12 +26,12 @@ void requireStartOf(const char* element, const QXmlStreamReader& xml)
                     __LINE__);
 }
 
-std::string attribute(const QXmlStreamReader& xml, const char* name)
+QString attribute(const QXmlStreamReader& xml, const char* name)
 {
-    return Util::toStdString(xml.attributes().value(QLatin1String(name)).toString());
+    return xml.attributes().value(QLatin1String(name)).toString();
 }
 
-// What these three give of an element that is broken still counts.
+// Of an element that is broken these three give what came before the error, and that is stored like the rest.
 
 std::string readText(QXmlStreamReader& xml)
 {
@@ -70,7 +70,7 @@ void MaterialDatabaseFileXmlReader::readDatabase(QXmlStreamReader& xml)
 {
     requireStartOf("material_database", xml);
 
-    const QString version = xml.attributes().value(QLatin1String("version")).toString();
+    const QString version = attribute(xml, "version");
     if (!version.isEmpty())
         database_->setVersion(Util::Version(version));
 
@@ -86,10 +86,10 @@ void MaterialDatabaseFileXmlReader::readMaterial(QXmlStreamReader& xml)
 {
     requireStartOf("material", xml);
 
-    Material material(attribute(xml, "type"));
+    database_->add(Material(Util::toStdString(attribute(xml, "type"))));
+    Material& material = database_->material(database_->count() - 1);
     while (xml.readNextStartElement())
         readMaterialElement(xml, material);
-    database_->add(material);
 }
 
 void MaterialDatabaseFileXmlReader::readMaterialElement(QXmlStreamReader& xml, Material& material)
@@ -109,11 +109,12 @@ void MaterialDatabaseFileXmlReader::readMaterialElement(QXmlStreamReader& xml, M
 
 void MaterialDatabaseFileXmlReader::readPropertyOf(QXmlStreamReader& xml, Material& material)
 {
-    const std::string type = attribute(xml, "type");
-    if (Clt::PropertyType::fromName(Util::toQString(type)).isValid())
-        readProperty(xml, material.property(type));
+    const QString name = attribute(xml, "type");
+    const auto type = Clt::PropertyType::fromName(name);
+    if (type.isValid())
+        readProperty(xml, material.property(type.code()));
     else
-        xml.raiseError("Unknown property type \"" + Util::toQString(type) + '"');
+        xml.raiseError("Unknown property type \"" + name + '"');
 }
 
 void MaterialDatabaseFileXmlReader::readProperty(QXmlStreamReader& xml, MaterialProperty& property)
@@ -122,6 +123,7 @@ void MaterialDatabaseFileXmlReader::readProperty(QXmlStreamReader& xml, Material
 
     while (xml.readNextStartElement())
         readPropertyElement(xml, property);
+    property.giveBackRoom();
 }
 
 void MaterialDatabaseFileXmlReader::readPropertyElement(QXmlStreamReader& xml, MaterialProperty& property)

@@ -21,8 +21,7 @@ void writeNumberElement(QXmlStreamWriter& xml, const QString& name, double numbe
 void writeReferenceValues(QXmlStreamWriter& xml, const Material& material)
 {
     const auto type = Clt::MaterialType::fromName(toExactQString(material.type()));
-    for (const auto& [element, value, setValue] : materialReferenceValues) {
-        const bool isOfSolids = value == &Material::refTemperature;
+    for (const auto& [element, value, setValue, isOfSolids] : materialReferenceValues) {
         if (type == Clt::MaterialType::Fluid || (type == Clt::MaterialType::Solid && isOfSolids))
             writeNumberElement(xml, element, (material.*value)());
     }
@@ -75,7 +74,7 @@ void writeMaterial(QXmlStreamWriter& xml, const Material& material)
         xml.writeTextElement("id", QString::number(material.id()));
     writeReferenceValues(xml, material);
     for (const int code : material.propertyCodes())
-        writeProperty(xml, material.property(code));
+        writeProperty(xml, *material.findProperty(code));
     xml.writeEndElement();
 }
 

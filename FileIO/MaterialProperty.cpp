@@ -21,6 +21,8 @@ MaterialProperty::MaterialProperty(const std::string& type) : MaterialProperty()
 
 MaterialProperty::MaterialProperty(const MaterialProperty& other) = default;
 MaterialProperty& MaterialProperty::operator=(const MaterialProperty& other) = default;
+MaterialProperty::MaterialProperty(MaterialProperty&& other) noexcept = default;
+MaterialProperty& MaterialProperty::operator=(MaterialProperty&& other) noexcept = default;
 MaterialProperty::~MaterialProperty() = default;
 
 std::string MaterialProperty::type() const
@@ -104,6 +106,13 @@ void MaterialProperty::removePoint(int index)
 {
     NEREO_ASSERT_INDEX(index, pointCount(), "QList<T>::removeAt", "FileIO/MaterialProperty");
     points_.erase(points_.begin() + index);
+}
+
+void MaterialProperty::giveBackRoom()
+{
+    constexpr std::size_t manyPoints = 16 * 1024; // room for so many has pages that were never touched
+    if (points_.size() < manyPoints)
+        points_.shrink_to_fit();
 }
 
 bool operator==(const MaterialProperty& left, const MaterialProperty& right)

@@ -12,6 +12,7 @@
 #include <QFileInfo>
 
 #include <stdexcept>
+#include <utility>
 
 namespace Nereo::Io {
 
@@ -50,6 +51,20 @@ Nereo2ConfigFile::Nereo2ConfigFile()
 
 Nereo2ConfigFile::Nereo2ConfigFile(const Nereo2ConfigFile& other) = default;
 Nereo2ConfigFile& Nereo2ConfigFile::operator=(const Nereo2ConfigFile& other) = default;
+
+// Each object keeps the defaults, which are the same in all.
+Nereo2ConfigFile::Nereo2ConfigFile(Nereo2ConfigFile&& other)
+    : File(std::move(other)), settings_(std::move(other.settings_)), defaults_(other.defaults_)
+{
+}
+
+Nereo2ConfigFile& Nereo2ConfigFile::operator=(Nereo2ConfigFile&& other) noexcept
+{
+    File::operator=(std::move(other));
+    settings_ = std::move(other.settings_);
+    return *this;
+}
+
 Nereo2ConfigFile::~Nereo2ConfigFile() = default;
 
 std::vector<std::string> Nereo2ConfigFile::keys() const

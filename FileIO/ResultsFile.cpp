@@ -9,6 +9,8 @@ namespace Nereo::Io {
 ResultsFile::ResultsFile() = default;
 ResultsFile::ResultsFile(const ResultsFile& other) = default;
 ResultsFile& ResultsFile::operator=(const ResultsFile& other) = default;
+ResultsFile::ResultsFile(ResultsFile&& other) noexcept = default;
+ResultsFile& ResultsFile::operator=(ResultsFile&& other) noexcept = default;
 ResultsFile::~ResultsFile() = default;
 
 std::string ResultsFile::title() const

@@ -22,6 +22,7 @@ struct Row {
 
 struct Registry {
     QVector<Row> rows;
+    Row invalid;
     QHash<QString, int> indices; // of the names and of the aliases
 };
 
@@ -31,9 +32,10 @@ Registry& registry() // exists before the first row asks for it
     return instance;
 }
 
-Row row(int index)
+const Row& row(int index)
 {
-    return registry().rows.value(index);
+    const Registry& known = registry();
+    return index >= 0 && index < known.rows.size() ? known.rows[index] : known.invalid;
 }
 
 template <class Predicate>

@@ -1,5 +1,6 @@
 #include "support/Assertions.h"
 
+#include <NereoFileIO/FieldVariable.h>
 #include <NereoFileIO/Material.h>
 
 #include <gmock/gmock.h>
@@ -153,6 +154,16 @@ TEST(Material, AddsNothingWhenAskedForACopy)
     EXPECT_THAT(material.propertyCodes(), IsEmpty());
     static_assert(std::is_same_v<decltype(material.property(25)), MaterialProperty>);
     static_assert(std::is_same_v<decltype(material.property("density")), MaterialProperty>);
+}
+
+TEST(Material, GivesAPropertyItselfOrNone)
+{
+    Material solid("solid");
+    const Material& constant = solid;
+    EXPECT_EQ(constant.findProperty(kRho), &solid.property(kRho));
+    EXPECT_EQ(constant.findProperty(kTransmis), nullptr);
+    EXPECT_EQ(constant.findProperty(-1), nullptr);
+    EXPECT_EQ(solid.propertyCodes().size(), 10U);
 }
 
 TEST(Material, HasOnePropertyForEachCode)

@@ -15,9 +15,12 @@ class NEREOFILEIO_EXPORT BoundaryCondition {
 public:
     /// A condition that sets the quantity of a FieldVariable or NodeFlag, which can't be changed later. Its
     /// value is 0.0, and it has no entity (0), no time curve (-1) and no extra values.
-    explicit BoundaryCondition(int kCode = 0);
+    explicit BoundaryCondition(int kCode);
+    BoundaryCondition(); ///< of code 0
     BoundaryCondition(const BoundaryCondition& other);
     BoundaryCondition& operator=(const BoundaryCondition& other);
+    BoundaryCondition(BoundaryCondition&& other) noexcept;
+    BoundaryCondition& operator=(BoundaryCondition&& other) noexcept;
     ~BoundaryCondition();
 
     int kCode() const;

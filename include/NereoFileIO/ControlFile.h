@@ -117,6 +117,8 @@ public:
     ControlFile(); ///< everything with its default
     ControlFile(const ControlFile& other);
     ControlFile& operator=(const ControlFile& other);
+    ControlFile(ControlFile&& other) noexcept;
+    ControlFile& operator=(ControlFile&& other) noexcept;
     ~ControlFile() override;
 
     Format format() const;
@@ -217,26 +219,27 @@ protected:
 private:
     void setDefaults();
 
+    // What has no initial value here gets it from setDefaults().
     Format format_ = DefaultFormat;
     QString headerLine1_;
     QString headerLine2_;
     QString title_;
-    std::array<int, EquationCount> equationFlags_ {};
+    std::array<int, EquationCount> equationFlags_;
     int units_ = 0;
     int transientForm_ = 0;
     int numberOfTimeSteps_ = 0;
-    double timeStepSize_ = 0.0;
-    double stopTime_ = 0.0;
+    double timeStepSize_;
+    double stopTime_;
     SeqSolverType sequentialSolver_;
     std::array<PhiSolveType, SolvedVariableCount> phiSolve_; // here and below, each at its code - 1
     std::array<double, RelaxedVariableCount> phiUnderRelax_ {};
     std::array<double, RelaxedVariableCount> phiInertRelax_ {};
-    bool isAutoConvOn_ = false;
-    bool isAutoStopOn_ = false;
+    bool isAutoConvOn_;
+    bool isAutoStopOn_;
     AutoConvData autoConvData_;
     MaterialDatabaseFile materialDatabase_;
     std::array<double, ConstantCount> constants_ {};
-    std::array<double, ConstantCount> originalConstants_ {};
+    std::array<double, ConstantCount> originalConstants_;
     InflationData inflationData_;
     AutoYPlusData autoYPlusData_;
     SmokeData smokeData_;

@@ -23,12 +23,17 @@ namespace Nereo::Io {
 /// Where memory runs out, std::bad_alloc comes out of both and the object stays usable, a save having changed
 /// nothing in it; only the making of Qt's streams doesn't stand that, which docs/reliability.md tells of.
 ///
+/// Files, and the values in them, can be copied and moved. What was moved from can be used on and be assigned
+/// to; which content it has isn't promised.
+///
 /// An object is used by one thread at a time; different objects may be used by different threads.
 class NEREOFILEIO_EXPORT File {
 public:
     File(); ///< with Version::Current and an empty path
     File(const File& other);
     File& operator=(const File& other);
+    File(File&& other) noexcept;
+    File& operator=(File&& other) noexcept;
     virtual ~File();
 
     /// Reads the file at the path into this object. False when the file can't be opened, in which case only

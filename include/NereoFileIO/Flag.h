@@ -17,6 +17,8 @@ public:
     Flag(); ///< name and value are empty
     Flag(const Flag& other);
     Flag& operator=(const Flag& other);
+    Flag(Flag&& other) noexcept;
+    Flag& operator=(Flag&& other) noexcept;
     ~Flag();
 
     std::string name() const;

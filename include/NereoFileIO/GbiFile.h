@@ -30,6 +30,8 @@ public:
     GbiFile(); ///< XYZ in Meter, with the product line of this build and all else empty
     GbiFile(const GbiFile& other);
     GbiFile& operator=(const GbiFile& other);
+    GbiFile(GbiFile&& other); ///< may throw std::bad_alloc
+    GbiFile& operator=(GbiFile&& other) noexcept;
     ~GbiFile() override;
 
     std::string jobName() const;

@@ -9,6 +9,10 @@
 #include <map>
 #include <string>
 
+namespace Clt {
+class PropertyType;
+} // namespace Clt
+
 namespace Nereo::Io {
 
 /// A material: a named fluid, solid, fan, heat sink or the like with its reference values and properties.
@@ -30,9 +34,12 @@ public:
 
     static constexpr int InvalidId = 0; ///< the id of a material that has none
 
-    explicit Material(const std::string& type = "fluid");
+    Material(); ///< a "fluid"
+    explicit Material(const std::string& type);
     Material(const Material& other);
     Material& operator=(const Material& other);
+    Material(Material&& other) noexcept;
+    Material& operator=(Material&& other) noexcept;
     ~Material();
 
     std::string name() const;
@@ -76,6 +83,9 @@ public:
     MaterialProperty property(const std::string& name) const;
     MaterialProperty property(int code) const;
 
+    /// The property itself, or null when it isn't there. Holds as a reference to it does.
+    const MaterialProperty* findProperty(int code) const;
+
     std::list<int> propertyCodes() const; ///< of the properties that are there, ascending
 
     int fluidFlag() const;  ///< 1 for a fluid and for what the solver models as a part of one, otherwise 0
@@ -90,7 +100,7 @@ public:
 private:
     friend class MaterialDatabaseFile; // compares many names
 
-    void addProperty(const QString& name);
+    void addProperty(const Clt::PropertyType& type);
 
     QString name_;
     QString type_;

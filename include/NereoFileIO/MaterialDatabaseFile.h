@@ -29,9 +29,12 @@ public:
     MaterialDatabaseFile(); ///< empty
     MaterialDatabaseFile(const MaterialDatabaseFile& other);
     MaterialDatabaseFile& operator=(const MaterialDatabaseFile& other);
+    MaterialDatabaseFile(MaterialDatabaseFile&& other) noexcept; ///< references to materials hold
+    MaterialDatabaseFile& operator=(MaterialDatabaseFile&& other) noexcept;
     ~MaterialDatabaseFile() override;
 
     void add(const Material& material); ///< a copy, at the end
+    void add(Material&& material);      ///< the same without a copy
     void clear();                       ///< keeps the version
     bool contains(const std::string& name) const;
     int count() const;

@@ -24,6 +24,8 @@ public:
     explicit MaterialProperty(const std::string& type); ///< constant zero
     MaterialProperty(const MaterialProperty& other);
     MaterialProperty& operator=(const MaterialProperty& other);
+    MaterialProperty(MaterialProperty&& other) noexcept;
+    MaterialProperty& operator=(MaterialProperty&& other) noexcept;
     ~MaterialProperty();
 
     std::string type() const; ///< "density", or empty
@@ -58,6 +60,9 @@ public:
 
 private:
     friend class Material; // gives its properties their types
+    friend class MaterialDatabaseFileXmlReader;
+
+    void giveBackRoom(); // that points were to be added to
 
     QString type_;
     QString variationType_;

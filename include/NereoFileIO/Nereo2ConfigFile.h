@@ -34,6 +34,9 @@ public:
     Nereo2ConfigFile(); ///< every setting with its default
     Nereo2ConfigFile(const Nereo2ConfigFile& other);
     Nereo2ConfigFile& operator=(const Nereo2ConfigFile& other);
+    /// Leaves a configuration without settings, until they are reset. May throw std::bad_alloc.
+    Nereo2ConfigFile(Nereo2ConfigFile&& other);
+    Nereo2ConfigFile& operator=(Nereo2ConfigFile&& other) noexcept;
     ~Nereo2ConfigFile() override;
 
     std::vector<std::string> keys() const; ///< those that are present, ascending

@@ -33,6 +33,8 @@ public:
     ResultsFile();                         ///< no fields, all numbers zero, all texts empty
     ResultsFile(const ResultsFile& other); ///< shares the values of the fields until one side changes them
     ResultsFile& operator=(const ResultsFile& other);
+    ResultsFile(ResultsFile&& other) noexcept;
+    ResultsFile& operator=(ResultsFile&& other) noexcept;
     ~ResultsFile() override;
 
     std::string title() const;
