@@ -158,6 +158,23 @@ ROW(BrokenXml, "A load gives false", "The XML is malformed, cut off or empty.")
     EXPECT_EQ(maxIter(config), 7);
 }
 
+ROW(XmlInUtf16, "A load gives false",
+    "The XML is UTF-16 and says that it is UTF-8, or holds the byte 0x0D, as `č` does and the line ends of "
+    "Windows.")
+{
+    const auto inUtf16 = [](const QString& declared, const QString& text) {
+        const QString document = QStringLiteral("\uFEFF<?xml version=\"1.0\" encoding=\"%1\"?>"
+                                                "<Nereo2Config><AnalyzePath>%2</AnalyzePath></Nereo2Config>")
+                                     .arg(declared, text);
+        return std::string(reinterpret_cast<const char*>(document.utf16()), std::size_t(document.size()) * 2);
+    };
+    Nereo2ConfigFile config;
+    EXPECT_TRUE(load(config, "a.xml", inUtf16("UTF-16", "c\n")));
+    EXPECT_FALSE(load(config, "a.xml", inUtf16("UTF-8", "c\n")));
+    EXPECT_FALSE(load(config, "a.xml", inUtf16("UTF-16", QStringLiteral("\u010D"))));
+    EXPECT_FALSE(load(config, "a.xml", inUtf16("UTF-16", "c\r\n")));
+}
+
 ROW(UnknownPropertyType, "A load gives false",
     "A material database has a property of a type that isn't known.")
 {
