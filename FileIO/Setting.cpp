@@ -83,34 +83,24 @@ void Setting::setValue(const std::string& text)
 
 void Setting::setValue(int value)
 {
-    switch (type()) {
-    case Invalid:
-    case Int:
-        value_ = value;
-        return;
-    case Double:
+    const Type before = type();
+    if (before == Double)
         value_ = double(value);
-        return;
-    case String:
+    else if (before == String)
         value_ = QVariant(value).toString();
-        return;
-    }
+    else
+        value_ = value;
 }
 
 void Setting::setValue(double value)
 {
-    switch (type()) {
-    case Invalid:
-    case Double:
-        value_ = value;
-        return;
-    case Int:
+    const Type before = type();
+    if (before == Int)
         value_ = isInt(value) ? int(value) : 0;
-        return;
-    case String:
+    else if (before == String)
         value_ = QVariant(value).toString();
-        return;
-    }
+    else
+        value_ = value;
 }
 
 int Setting::valueAsInt() const

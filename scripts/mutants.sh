@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Changes the readers and writers in small ways, one at a time, and fails when their tests notice less than 95 % of the
+# Changes readers, writers and values in small ways, one at a time, and fails when their tests notice less than 95 % of the
 # changes. Those that make no difference, as mutants-accepted.txt explains, aren't counted.
 #   scripts/mutants.sh [COUNT] [SEED]   how many changes, 100 by default, and which, 1 by default
 set -euo pipefail
