@@ -1,5 +1,6 @@
-# Runs the first program of the README, NEREO_PROGRAM, with the arguments that the README gives it, in a folder with the
-# sample configuration. It must print what the README says, and say what is wrong where something is.
+# Runs the first program of the README, NEREO_PROGRAM, which may begin with an emulator, with the arguments that the README
+# gives it, in a folder with the sample configuration. It must print what the README says, and say what is wrong where
+# something is.
 file(READ "${NEREO_README}" readme)
 if(NOT readme MATCHES "    \\$ program ([^\n]*)\n    ([^\n]*)\n")
     message(FATAL_ERROR "the README doesn't say how its program is run")
@@ -9,7 +10,7 @@ set(output "${CMAKE_MATCH_2}\n")
 
 # run(EXIT_CODE OUTPUT ERRORS argument...): what the program must give with the arguments
 function(run exit_code output errors)
-    execute_process(COMMAND "${NEREO_PROGRAM}" ${ARGN} WORKING_DIRECTORY "${NEREO_FOLDER}"
+    execute_process(COMMAND ${NEREO_PROGRAM} ${ARGN} WORKING_DIRECTORY "${NEREO_FOLDER}"
         RESULT_VARIABLE actual_code OUTPUT_VARIABLE actual_output ERROR_VARIABLE actual_errors)
     if(NOT "${actual_code}|${actual_output}|${actual_errors}" STREQUAL "${exit_code}|${output}|${errors}")
         message(SEND_ERROR "program ${ARGN}\n${actual_code}\n${actual_output}${actual_errors}")
