@@ -5,6 +5,7 @@
 #include <FileIO/ConfigurationForms.h>
 
 #include <algorithm>
+#include <limits>
 
 namespace Nereo::Inspection {
 
@@ -54,8 +55,10 @@ public:
         while (!text_.atEnd()) {
             begin_ = text_.nextIndex();
             line_.clear();
-            if (!text_.appendLine(line_))
-                break; // the device has failed
+            if (!text_.appendLine(line_)) {
+                meetNoLine();
+                break;
+            }
             const Range key = wordFrom(line_, 0);
             if (key.size() > 0)
                 readLine(key);
@@ -94,8 +97,19 @@ private:
         if (std::optional<Discovery> fault = values_.faultOf(key, spelling)) {
             fault->place = placeAt(value.begin);
             listener_.finding(*fault);
-            text_.cover(begin_ + value.begin, begin_ + value.end);
+            return text_.cover(begin_ + value.begin, begin_ + value.end);
         }
+        text_.addPart(begin_ + value.begin, begin_ + value.end, key);
+    }
+
+    /// The stream has said that there is more, but no character comes of it. Either the device has failed; or
+    /// a load goes on, as it does where white space is left.
+    void meetNoLine()
+    {
+        if (!text_.atEnd() || blankEnd_ >= 0)
+            return;
+        blankEnd_ = begin_;
+        text_.cover(begin_ - 1, std::numeric_limits<qint64>::max());
     }
 
     /// White space alone is no line, unless no line follows it.

@@ -10,7 +10,7 @@ namespace Nereo::Inspection {
 
 namespace {
 
-constexpr QLatin1String versionAddress("version");
+constexpr char versionAddress[] = "version";
 
 /// The way through one file.
 class ConfigurationXmlWalk {
@@ -44,10 +44,11 @@ private:
             return;
         const QString text = xml_.attribute(name);
         const Place place = xml_.attributePlace(name);
-        checkVersion(text, true, place, versionAddress, listener_);
+        checkVersion(text, true, place, QLatin1String(versionAddress), listener_);
         if (listener_.wantsItems()) {
-            listener_.item({versionAddress, Item::Type::Version, place, xml_.attributeLength(name),
-                            xml_.attributeSpelling(name), Util::Version(text).toString()});
+            listener_.item({QLatin1String(versionAddress), Item::Type::Version, place,
+                            xml_.attributeLength(name), xml_.attributeSpelling(name),
+                            Util::Version(text).toString()});
         }
     }
 

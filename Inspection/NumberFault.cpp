@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace Nereo::Inspection {
 
@@ -14,9 +15,9 @@ bool isDigit(QChar character)
 
 bool isOfNumber(QChar character)
 {
-    static constexpr QLatin1String others("+-.eE");
+    static constexpr char others[] = {'+', '-', '.', 'e', 'E'};
     return isDigit(character) || character.isSpace()
-        || std::find(others.begin(), others.end(), character) != others.end();
+        || std::find(std::begin(others), std::end(others), character) != std::end(others);
 }
 
 /// Whether a text can be no number, which spares a long one the conversion and its memory.

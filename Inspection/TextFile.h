@@ -28,12 +28,16 @@ public:
     Place place(qint64 index) { return places_.place(index); }
     qint64 length(qint64 begin, qint64 end) { return places_.length(begin, end); }
 
-    /// Says that a finding is about the characters from the one up to the other, so that bad ones among them
-    /// need no finding of their own.
-    void cover(qint64 begin, qint64 end) { places_.ignoreFaults(begin, end); }
+    /// Says what findings of bad characters are about; or that there is a finding already, so that bad
+    /// characters need none of their own. Parts come in the order of the file.
+    void addPart(qint64 begin, qint64 end, const QString& address)
+    {
+        places_.addPart({begin, end, address, false});
+    }
+    void cover(qint64 begin, qint64 end) { places_.addPart({begin, end, {}, true}); }
 
     /// Tells of the characters up to the next line that are none, and at the end of the file of all that are
-    /// left. What covers any of them comes before.
+    /// left. The parts that they are in come before.
     void reportCharacters();
     void reportEnd(); ///< and whether the file was read to its end
 

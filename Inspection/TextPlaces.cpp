@@ -295,11 +295,6 @@ QString TextPlaces::text(qint64 begin, qint64 end)
     return text.remove(QLatin1Char('\r'));
 }
 
-void TextPlaces::ignoreFaults(qint64 begin, qint64 end)
-{
-    ignored_.push_back({begin, end});
-}
-
 void TextPlaces::reportFaults(qint64 end, Listener& listener)
 {
     while (!isAtEnd_ && states_.back().index < end)
@@ -310,11 +305,10 @@ void TextPlaces::reportFaults(qint64 end, Listener& listener)
         faults_.clear();
         told_ = 0;
     }
-    while (ignoredBefore_ < ignored_.size() && ignored_[ignoredBefore_].end <= end)
-        ++ignoredBefore_;
-    if (ignoredBefore_ == ignored_.size()) {
-        ignored_.clear();
-        ignoredBefore_ = 0;
+    passParts(end);
+    if (passedParts_ == parts_.size()) {
+        parts_.clear();
+        passedParts_ = 0;
     }
 }
 
@@ -444,14 +438,22 @@ TextPlaces::Step TextPlaces::stepAt(const QByteArray& bytes, int at, bool isVali
 
 void TextPlaces::report(const Fault& fault, Listener& listener)
 {
-    while (ignoredBefore_ < ignored_.size() && ignored_[ignoredBefore_].end <= fault.index)
-        ++ignoredBefore_;
+    passParts(fault.index);
     // A carriage return stands before the character that it is counted with.
     const bool isReturn = fault.rule == Rule::StrayCarriageReturn;
-    const bool isIgnored =
-        ignoredBefore_ < ignored_.size() && ignored_[ignoredBefore_].begin + isReturn <= fault.index;
-    if (!isIgnored)
+    const bool isInPart =
+        passedParts_ < parts_.size() && parts_[passedParts_].begin + isReturn <= fault.index;
+    if (!isInPart)
         listener.finding({fault.rule, fault.place, {}, fault.found});
+    else if (!parts_[passedParts_].isCovered)
+        listener.finding({fault.rule, fault.place, parts_[passedParts_].address, fault.found});
+}
+
+/// Forgets the parts that end before a character.
+void TextPlaces::passParts(qint64 index)
+{
+    while (passedParts_ < parts_.size() && parts_[passedParts_].end <= index)
+        ++passedParts_;
 }
 
 } // namespace Nereo::Inspection

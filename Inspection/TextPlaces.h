@@ -42,9 +42,17 @@ public:
     /// The characters from the one up to the other.
     QString text(qint64 begin, qint64 end);
 
-    /// Says nothing of bad characters in this part, of which there is a finding already. Parts come in the
-    /// order of the file.
-    void ignoreFaults(qint64 begin, qint64 end);
+    /// What a walk knows of the characters from the one up to the other.
+    struct Part {
+        qint64 begin;
+        qint64 end;
+        QString address;
+        bool isCovered; ///< there is a finding of them, so that bad characters need none of their own
+    };
+
+    /// What findings of bad characters say of a part. Parts come in the order of the file, before what is in
+    /// them is reported.
+    void addPart(const Part& part) { parts_.push_back(part); }
 
     /// Tells of the bad characters before this one, as far as they haven't been told.
     void reportFaults(qint64 end, Listener& listener);
@@ -81,11 +89,6 @@ private:
         QString found;
     };
 
-    struct Range {
-        qint64 begin;
-        qint64 end;
-    };
-
     /// What stands at a byte: how many bytes and how many numbers it takes. None where the block ends before
     /// it does.
     struct Step {
@@ -102,6 +105,7 @@ private:
     bool openBlockOf(qint64 index);
     Step stepAt(const QByteArray& bytes, int at, bool isValid, int pending) const;
     void report(const Fault& fault, Listener& listener);
+    void passParts(qint64 index);
 
     std::unique_ptr<QFile> device_;
     Encoding encoding_;
@@ -113,8 +117,8 @@ private:
     std::vector<Character> characters_; ///< those of the open block, an entry for each number
     std::vector<Fault> faults_;         ///< that were met and not told
     std::size_t told_ = 0;
-    std::vector<Range> ignored_;
-    std::size_t ignoredBefore_ = 0;
+    std::vector<Part> parts_;
+    std::size_t passedParts_ = 0;
     Place firstBadByte_;
 };
 

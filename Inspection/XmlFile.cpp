@@ -6,6 +6,7 @@
 #include <QTextCodec>
 
 #include <algorithm>
+#include <iterator>
 
 namespace Nereo::Inspection {
 
@@ -17,9 +18,9 @@ constexpr int longestNumber = 4096;
 
 bool isOfNumber(QChar character)
 {
-    static constexpr QLatin1String others("+-.eE");
+    static constexpr char others[] = {'+', '-', '.', 'e', 'E'};
     return character.isSpace() || (character >= QLatin1Char('0') && character <= QLatin1Char('9'))
-        || std::find(others.begin(), others.end(), character) != others.end();
+        || std::find(std::begin(others), std::end(others), character) != std::end(others);
 }
 
 /// Whether a long piece of a text makes it no number, however it goes on.
@@ -136,8 +137,8 @@ XmlText XmlFile::readText(XmlText::Use use, const QString& address)
 {
     XmlText text;
     text.begin = end();
-    const bool isInEntity = isInEntity_;
-    text.place = placeAt(text.begin, isInEntity);
+    text.isInEntity = isInEntity_;
+    text.place = placeAt(text.begin, text.isInEntity);
     while (next() && !xml_.isEndElement()) {
         if (xml_.isStartElement()) {
             listener_.finding({Rule::UnexpectedElement, place(), address, name().toString()});
@@ -152,7 +153,11 @@ XmlText XmlFile::readText(XmlText::Use use, const QString& address)
     }
     text.isWhole = text.isWhole && !xml_.hasError();
     text.size = std::max(begin_ - text.begin, qint64(0));
-    text.end = placeAt(begin_, isInEntity);
+    text.end = placeAt(begin_, text.isInEntity);
+    if (hasExactPlaces_ && !text.isInEntity) {
+        places().addPart({text.begin, text.begin + text.size, address, !text.isWhole});
+        places().reportFaults(text.begin + text.size, listener_);
+    }
     return text;
 }
 
@@ -184,7 +189,7 @@ qint64 XmlFile::attributeLength(const QString& name)
 
 QString XmlFile::spelling(const XmlText& text)
 {
-    if (!text.place.hasLine() || !hasExactPlaces_)
+    if (text.isInEntity || !hasExactPlaces_)
         return text.text;
     return places().text(text.begin, text.begin + text.size);
 }

@@ -24,6 +24,7 @@ struct XmlText {
     Place end;        ///< of the end tag
     qint64 begin = 0; ///< the first character
     qint64 size = 0;  ///< in characters of the file
+    bool isInEntity = false;
     bool isWhole =
         true; ///< no element stands in it and nothing is malformed; otherwise there is a finding of that
 };

@@ -67,16 +67,17 @@ TEST(ConfigurationTextCheckTest, FindsBadCharacters)
     };
     const Row rows[] = {
         {"AnalyzePath a\xFF"
-         "b\xFF\n",           "1:14: warning: not-utf8 replaced FF\n"               },
-        {"AnalyzePath \xC3\xA4\xC3",   "1:14: warning: not-utf8 ignored C3\n"                },
-        {"AnalyzePath a\rb\r\n",       "1:14: warning: stray-character ignored \n"           },
-        {"AnalyzePath a\0b\n"s,        "1:14: warning: stray-character none \n"              },
+         "b\xFF\n",           "1:14: warning: not-utf8 replaced AnalyzePath FF\n"      },
+        {"AnalyzePath \xC3\xA4\xC3",   "1:14: warning: not-utf8 ignored  C3\n"                  },
+        {"AnalyzePath a\rb\r\n",       "1:14: warning: stray-character ignored AnalyzePath \n"  },
+        {"AnalyzePath a\0b\n"s,        "1:14: warning: stray-character none AnalyzePath \n"     },
         {"AnalyzePath \xEF\xBB\xBF"
-         "b\n",               "1:13: warning: stray-character ignored \n"           },
-        {"MaxIter 5\xFF\n",            "1:9: error: not-an-integer zero 5\xEF\xBF\xBD\n"     },
-        {"MaxIter 5\0\n"s,             "1:9: error: not-an-integer zero 5\0\n"s              },
-        {"Max\xFFIter 5\nMaxIter 6\n", "1:1: error: unknown-key throws Max\xEF\xBF\xBDIter\n"},
-        {"Max\rIter 5\n",              "1:4: warning: stray-character ignored \n"            },
+         "b\n",               "1:13: warning: stray-character ignored AnalyzePath \n"  },
+        {"MaxIter 5\xFF\n",            "1:9: error: not-an-integer zero MaxIter 5\xEF\xBF\xBD\n"},
+        {"MaxIter 5\0\n"s,             "1:9: error: not-an-integer zero MaxIter 5\0\n"s         },
+        {"Max\xFFIter 5\nMaxIter 6\n",
+         "1:1: error: unknown-key throws Max\xEF\xBF\xBDIter Max\xEF\xBF\xBDIter\n"             },
+        {"Max\rIter 5\n",              "1:4: warning: stray-character ignored  \n"              },
     };
     for (const auto& [bytes, lines] : rows) {
         const CheckedFile checked = checkedBytes("file.cfg", bytes, FileKind::ConfigurationText);
@@ -84,7 +85,8 @@ TEST(ConfigurationTextCheckTest, FindsBadCharacters)
         for (const Finding& finding : checked.findings) {
             found += std::to_string(finding.place.line) + ':' + std::to_string(finding.place.column) + ": "
                 + severityName(finding.severity).toStdString() + ": " + finding.code.toStdString() + ' '
-                + effectName(finding.effect).toStdString() + ' ' + finding.found.toStdString() + '\n';
+                + effectName(finding.effect).toStdString() + ' ' + finding.address.toStdString() + ' '
+                + finding.found.toStdString() + '\n';
         }
         EXPECT_EQ(found, lines) << bytes;
     }

@@ -209,7 +209,8 @@ TEST(TextPlacesTest, DoesNotTellTwice)
     const InputFile file(folder.write("file", "a\xFF\nb\xFF\nc\xFF\nd\xFF\n"));
     TextPlaces places(file);
     Recorder recorder;
-    places.ignoreFaults(3, 5);
+    places.addPart({3, 5, {}, true});
+    places.addPart({6, 8, "c", false});
     places.reportFaults(3, recorder);
     EXPECT_EQ(recorder.discoveries.size(), 1U);
     places.reportFaults(6, recorder);
@@ -218,6 +219,8 @@ TEST(TextPlacesTest, DoesNotTellTwice)
     EXPECT_EQ(recorder.discoveries.size(), 1U);
     places.reportFaults(recorder);
     ASSERT_EQ(recorder.discoveries.size(), 3U);
+    EXPECT_EQ(recorder.discoveries[0].address, "");
+    EXPECT_EQ(recorder.discoveries[1].address, "c");
     EXPECT_EQ(recorder.discoveries[1].place.line, 3);
     EXPECT_EQ(recorder.discoveries[1].found, "FF");
     EXPECT_EQ(recorder.discoveries[2].place.line, 4);
