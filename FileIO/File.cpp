@@ -1,5 +1,7 @@
 #include <NereoFileIO/File.h>
 
+#include <utility>
+
 namespace Nereo::Io {
 
 File::File() : version_(Util::Version::Current) {}
@@ -25,6 +27,11 @@ bool File::saveTo(const std::string& path) const
 std::string File::filePath() const
 {
     return filePath_;
+}
+
+void File::setFilePath(std::string path)
+{
+    filePath_ = std::move(path);
 }
 
 Util::Version File::version() const

@@ -2,7 +2,11 @@
 
 #include "Assertion.h"
 #include "FileAccess.h"
+#include "ResultsDevice.h"
+#include "ResultsFileLoad.h"
 #include "ResultsFileReader.h"
+
+#include <utility>
 
 namespace Nereo::Io {
 
@@ -145,6 +149,38 @@ void ResultsFile::requireNewField(int code) const
     if (containsFieldData(code))
         NEREO_ASSERT_AT(false, "FileIO/ResultsFile", 166);
     NEREO_ASSERT_COUNT(nodeCount_, "FileIO/ResultsFile");
+}
+
+ResultsLoadResult ResultsFile::loadFrom(const std::string& path, const ResultsLoadOptions& options)
+{
+    ResultsDevice device;
+    if (!openFile(device, path, QIODevice::ReadOnly))
+        return {};
+    ResultsFile loaded;
+    std::string newPath = path;
+    QDataStream in(&device);
+    const ResultsLoadResult result = ResultsFileLoad(loaded, options).read(in, &device);
+    if (result.isLoaded()) {
+        takeContent(loaded); // from here on nothing can fail
+        setFilePath(std::move(newPath));
+    }
+    return result;
+}
+
+void ResultsFile::takeContent(ResultsFile& other)
+{
+    setVersion(other.version());
+    dateTimeString_.swap(other.dateTimeString_);
+    title_.swap(other.title_);
+    nodeCount_ = other.nodeCount_;
+    elementCount_ = other.elementCount_;
+    startingIteration_ = other.startingIteration_;
+    currentIteration_ = other.currentIteration_;
+    startingTimeStep_ = other.startingTimeStep_;
+    currentTimeStep_ = other.currentTimeStep_;
+    currentTime_ = other.currentTime_;
+    timeStepSize_ = other.timeStepSize_;
+    fieldData_.swap(other.fieldData_);
 }
 
 bool ResultsFile::doLoadFrom(const std::string& path)

@@ -32,7 +32,7 @@ bool ResultsFileHeader::readFrom(const std::string& path)
     QDataStream in(&device);
     ResultsFileWalk walk(in);
     ResultsFileHeaderReader(header).read(walk, device.sizeWhenOpened());
-    if (device.hasFailed())
+    if (walk.hasEnded() && device.hasFailed())
         header.problems_.assign({
             {ResultsProblem::ReadFailed, walk.position()}
         });

@@ -1,5 +1,7 @@
 #include "ResultsFileWalk.h"
 
+#include "ResultsProgressMeter.h"
+
 #include <NereoFileIO/CodeNameTable.h>
 #include <NereoUtility/StringConversion.h>
 
@@ -78,6 +80,7 @@ private:
 } // namespace
 
 ResultsFileWalk::ResultsFileWalk(QDataStream& in) : in_(in) {}
+ResultsFileWalk::ResultsFileWalk(QDataStream& in, ResultsProgressMeter& meter) : in_(in), meter_(&meter) {}
 
 ResultsFileWalk::Marker ResultsFileWalk::readHeader(ResultsFacts& facts)
 {
@@ -127,19 +130,27 @@ bool ResultsFileWalk::readFieldName(int column, char* bytes, ResultsFieldName& n
 
 qint64 ResultsFileWalk::readAvailable(char* buffer, qint64 size)
 {
-    constexpr qint64 mostAtOnce = 1 << 30; // an int counts it
+    constexpr qint64 mostThatAnIntCounts = 1 << 30;
+    const qint64 mostAtOnce = meter_ != nullptr ? ResultsProgressMeter::longestStep : mostThatAnIntCounts;
     qint64 done = 0;
     while (done < size && !hasEnded()) {
-        const int count = in_.readRawData(buffer + done, int(std::min(size - done, mostAtOnce)));
-        done += std::max(count, 0);
+        const int count = std::max(in_.readRawData(buffer + done, int(std::min(size - done, mostAtOnce))), 0);
+        done += count;
+        position_ += count;
+        if (meter_ != nullptr)
+            meter_->advanceTo(position_);
     }
-    position_ += done;
     return done;
+}
+
+bool ResultsFileWalk::isCancelled() const
+{
+    return meter_ != nullptr && meter_->isCancelled();
 }
 
 bool ResultsFileWalk::hasEnded() const
 {
-    return in_.status() != QDataStream::Ok;
+    return in_.status() != QDataStream::Ok || isCancelled();
 }
 
 } // namespace Nereo::Io

@@ -13,6 +13,8 @@
 
 namespace Nereo::Io {
 
+class ResultsProgressMeter;
+
 /// Where things stand in a results file, in bytes from its start, and how long they are.
 namespace ResultsLayout {
 
@@ -69,6 +71,7 @@ struct ResultsFieldName {
 class ResultsFileWalk {
 public:
     explicit ResultsFileWalk(QDataStream& in);
+    ResultsFileWalk(QDataStream& in, ResultsProgressMeter& meter); ///< ends also where that cancels
 
     enum Marker { Right, Wrong, Missing };
 
@@ -90,12 +93,14 @@ public:
     qint64 readAvailable(char* buffer, qint64 size);
 
     qint64 position() const { return position_; } ///< how many bytes were there so far
-    bool hasEnded() const;                        ///< whether less was there than was asked for
+    bool isCancelled() const;
+    bool hasEnded() const; ///< whether less was read than was asked for
 
 private:
     bool readFieldName(int column, char* bytes, ResultsFieldName& name);
 
     QDataStream& in_;
+    ResultsProgressMeter* meter_ = nullptr;
     qint64 position_ = 0;
 };
 

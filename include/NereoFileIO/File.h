@@ -59,6 +59,8 @@ protected:
     virtual bool doLoadFrom(const std::string& path) = 0;
     virtual bool doSaveTo(const std::string& path) const = 0;
 
+    void setFilePath(std::string path); ///< without a load or save
+
 private:
     Util::Version version_;
     mutable std::string filePath_; // saving changes no content, and records the path nevertheless

@@ -2,6 +2,8 @@
 
 #include <NereoFileIO/Export.h>
 #include <NereoFileIO/File.h>
+#include <NereoFileIO/ResultsLoadOptions.h>
+#include <NereoFileIO/ResultsLoadResult.h>
 
 #include <QList>
 #include <QVector>
@@ -36,6 +38,14 @@ public:
     ResultsFile(ResultsFile&& other) noexcept;
     ResultsFile& operator=(ResultsFile&& other) noexcept;
     ~ResultsFile() override;
+
+    using File::loadFrom;
+
+    /// Replaces what this object holds by what the options say of the file. Whatever is in the file, this
+    /// neither stops the process nor throws; only memory that runs out within the limit throws
+    /// std::bad_alloc, and the progress function may throw. Unless the result is that something was loaded,
+    /// the object stays what it was, filePath() included.
+    ResultsLoadResult loadFrom(const std::string& path, const ResultsLoadOptions& options);
 
     std::string title() const;
     void setTitle(const std::string& title);
@@ -85,8 +95,10 @@ protected:
 
 private:
     friend class ResultsFileReader; // fills whole fields
+    friend class ResultsFileLoad;   // likewise
 
     void requireNewField(int code) const; // and a number of nodes that a field can have
+    void takeContent(ResultsFile& other);
 
     std::string dateTimeString_;
     std::string title_;
