@@ -54,16 +54,17 @@ public:
     {
         while (!text_.atEnd()) {
             begin_ = text_.nextIndex();
-            line_.clear();
+            line_.resize(0); // which keeps its memory
             if (!text_.appendLine(line_)) {
                 meetNoLine();
                 break;
             }
             const Range key = wordFrom(line_, 0);
-            if (key.size() > 0)
-                readLine(key);
-            else
+            if (key.size() == 0) {
                 skipLine();
+                continue;
+            }
+            readLine(key);
             text_.reportCharacters();
         }
         if (blankEnd_ >= 0)
@@ -75,12 +76,14 @@ private:
     void readLine(const Range& key)
     {
         blankEnd_ = -1;
-        const QString name = line_.mid(key.begin, key.size());
+        const QString name = excerpt(QStringView(line_).mid(key.begin, key.size())); // no key is that long
         if (!values_.isKey(name)) {
             text_.cover(begin_ + key.begin, begin_ + key.end);
-            return values_.reportUnknown(Rule::UnknownKey, name, placeAt(key.begin));
+            if (!listener_.onlyCounts(Rule::UnknownKey))
+                values_.reportUnknown(Rule::UnknownKey, name, placeAt(key.begin));
+            return;
         }
-        if (values_.isRepeated(name))
+        if (values_.isRepeated(name) && !listener_.onlyCounts(Rule::RepeatedKey))
             listener_.finding({Rule::RepeatedKey, placeAt(key.begin), name, name});
         readValue(name, restFrom(line_, key.end));
     }
@@ -95,8 +98,10 @@ private:
         }
         // White space within makes a number none in either form, and is no byte-order mark.
         if (std::optional<Discovery> fault = values_.faultOf(key, spelling)) {
-            fault->place = placeAt(value.begin);
-            listener_.finding(*fault);
+            if (!listener_.onlyCounts(fault->rule)) {
+                fault->place = placeAt(value.begin);
+                listener_.finding(*fault);
+            }
             return text_.cover(begin_ + value.begin, begin_ + value.end);
         }
         text_.addPart(begin_ + value.begin, begin_ + value.end, key);

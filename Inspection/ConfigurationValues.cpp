@@ -1,6 +1,5 @@
 #include "ConfigurationValues.h"
 
-#include "NearestName.h"
 #include "NumberFault.h"
 
 #include <NereoUtility/StringConversion.h>
@@ -49,11 +48,14 @@ std::optional<Rule> ruleOf(Setting::Type type, QStringView text)
     }
 }
 
-QStringList keysOf(const Io::Nereo2ConfigFile& configuration)
+const QStringList& knownKeys()
 {
-    QStringList keys;
-    for (const std::string& key : configuration.keys())
-        keys.append(Util::toQString(key));
+    static const QStringList keys = [] {
+        QStringList names;
+        for (const std::string& key : Io::Nereo2ConfigFile().keys())
+            names.append(Util::toQString(key));
+        return names;
+    }();
     return keys;
 }
 
@@ -78,8 +80,8 @@ bool ConfigurationValues::isRepeated(const QString& key)
 
 void ConfigurationValues::reportUnknown(Rule rule, const QString& name, const Place& place)
 {
-    Discovery discovery {rule, place, addressPart(excerpt(name)), name};
-    discovery.consequence = suggestion(name, keysOf(configuration_));
+    Discovery discovery {rule, place, addressPart(name), name};
+    discovery.knownNames = &knownKeys();
     listener_.finding(discovery);
 }
 

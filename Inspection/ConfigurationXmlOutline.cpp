@@ -56,10 +56,11 @@ private:
     {
         const QString key = xml_.name().toString();
         if (!values_.isKey(key)) {
-            values_.reportUnknown(Rule::UnknownElementKey, key, xml_.place());
+            if (!listener_.onlyCounts(Rule::UnknownElementKey))
+                values_.reportUnknown(Rule::UnknownElementKey, key, xml_.place());
             return xml_.skipElement();
         }
-        if (values_.isRepeated(key))
+        if (values_.isRepeated(key) && !listener_.onlyCounts(Rule::RepeatedKey))
             listener_.finding({Rule::RepeatedKey, xml_.place(), key, key});
         const XmlText text = xml_.readText(useOf(key), key);
         if (listener_.wantsItems())

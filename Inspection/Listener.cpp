@@ -1,5 +1,7 @@
 #include "Listener.h"
 
+#include "NearestName.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -50,6 +52,10 @@ Finding findingOf(const Discovery& discovery)
         texts.append(excerpt(detail));
     finding.expected = filledIn(row.expected, texts);
     finding.message = filledIn(row.message, texts);
+    const QString suggested =
+        discovery.knownNames != nullptr ? suggestion(discovery.found, *discovery.knownNames) : QString();
+    if (!suggested.isEmpty())
+        finding.message += QLatin1String("; ") + suggested;
     if (!discovery.consequence.isEmpty())
         finding.message += QLatin1String("; ") + discovery.consequence;
     return finding;
@@ -80,6 +86,14 @@ void FindingListener::finding(const Discovery& discovery)
         findings_.push_back(findingOf(discovery));
 }
 
+bool FindingListener::onlyCounts(Rule rule)
+{
+    qint64& count = countOf(rowOf(rule).code);
+    const bool isFull = count >= mostOfACode;
+    count += isFull;
+    return isFull;
+}
+
 std::vector<Finding> FindingListener::takeFindings()
 {
     std::stable_sort(findings_.begin(), findings_.end(), [](const Finding& left, const Finding& right) {
@@ -99,7 +113,9 @@ std::vector<Finding> FindingListener::takeFindings()
 
 qint64& FindingListener::countOf(const char* code)
 {
-    const auto isOfCode = [code](const CodeCount& known) { return std::strcmp(known.code, code) == 0; };
+    const auto isOfCode = [code](const CodeCount& known) {
+        return known.code == code || std::strcmp(known.code, code) == 0;
+    };
     const auto known = std::find_if(counts_.begin(), counts_.end(), isOfCode);
     if (known != counts_.end())
         return known->count;

@@ -22,6 +22,8 @@ struct Discovery {
     QString found = {};
     QStringList details = {};          ///< %2, %3 of the rule's texts
     std::optional<Effect> effect = {}; ///< what a load of this very file does, where the rule has another
+    const QStringList* knownNames =
+        nullptr;              ///< of which the one is offered that is nearest to what was found
     QString consequence = {}; ///< what a load then makes of what stands behind, as a part of a sentence
 };
 
@@ -34,6 +36,10 @@ public:
     virtual bool wantsItems() const = 0;
     virtual void item(const Item& item) = 0;
     virtual void finding(const Discovery& discovery) = 0;
+
+    /// True if a finding of the rule would only be counted, which then is done: where there are many, a walk
+    /// needn't find out their places and texts.
+    virtual bool onlyCounts(Rule) { return false; }
 };
 
 /// Hands the values on.
@@ -44,6 +50,7 @@ public:
     bool wantsItems() const override { return true; }
     void item(const Item& item) override { visit_(item); }
     void finding(const Discovery&) override {}
+    bool onlyCounts(Rule) override { return true; }
 
 private:
     const ItemVisitor& visit_;
@@ -57,6 +64,7 @@ public:
     bool wantsItems() const override { return false; }
     void item(const Item&) override {}
     void finding(const Discovery& discovery) override;
+    bool onlyCounts(Rule rule) override;
 
     /// All of them in the order of the file. Nothing may be found afterwards.
     std::vector<Finding> takeFindings();

@@ -19,15 +19,18 @@ TextFile::~TextFile() = default;
 
 bool TextFile::appendLine(QString& text)
 {
-    if (!in_.readLineInto(&piece_, pieceSize))
+    const int before = text.size();
+    QString& first = before == 0 ? text : piece_;
+    if (!in_.readLineInto(&first, pieceSize))
         return false;
-    qint64 size = piece_.size();
-    text += piece_;
-    while (piece_.size() == pieceSize && in_.readLineInto(&piece_, pieceSize)) {
+    if (before != 0)
         text += piece_;
-        size += piece_.size();
+    int size = first.size();
+    while (size == pieceSize && in_.readLineInto(&piece_, pieceSize)) {
+        text += piece_;
+        size = piece_.size();
     }
-    nextIndex_ += size + 1;
+    nextIndex_ += text.size() - before + 1;
     return true;
 }
 

@@ -39,32 +39,46 @@ DetectedEncoding detectedEncoding(const QByteArray& start)
     return {Encoding::Utf8, start.startsWith("\xEF\xBB\xBF") ? 3 : 0};
 }
 
-int markLengthOf(TextPlaces::Encoding encoding, const QByteArray& start)
-{
-    const DetectedEncoding detected = detectedEncoding(start);
-    return detected.encoding == encoding ? detected.markLength : 0;
-}
+/// Bytes as UTF-8, if all of them are that but for a character at their end that goes on behind them.
+struct DecodedUtf8 {
+    explicit DecodedUtf8(const QByteArray& bytes, int from)
+    {
+        QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+        text = utf8().toUnicode(bytes.constData() + from, bytes.size() - from, &state);
+        isValid = state.invalidChars == 0;
+        bytesLeft = state.remainingChars;
+    }
 
-/// Whether each byte is a character that needs no thought.
-bool isPlain(const QByteArray& bytes)
-{
-    uint special = 0;
-    for (const char byte : bytes)
-        special |= uint(uchar(byte) >= 0x80) | uint(byte == '\0') | uint(byte == '\r');
-    return special == 0;
-}
+    /// Whether each character is one for a load, too, and nothing has to be said of any.
+    bool isPlain() const
+    {
+        return isValid && !text.contains(QLatin1Char('\r')) && !text.contains(QChar(QChar::Null));
+    }
 
-bool isValidUtf8(const char* bytes, int count)
+    QString text;
+    bool isValid;
+    int bytesLeft;
+};
+
+/// How many characters a text has, of which some are pairs.
+qint64 charactersIn(QStringView text)
 {
-    QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-    utf8().toUnicode(bytes, count, &state);
-    return state.invalidChars == 0;
+    return text.size() - std::count_if(text.begin(), text.end(), [](QChar c) { return c.isLowSurrogate(); });
 }
 
 /// How many bytes a well-formed character has that begins with this one.
 int lengthOfUtf8(uchar first)
 {
     return first < 0x80 ? 1 : first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
+}
+
+/// The character that the bytes are, which are well-formed.
+uint characterOf(const char* bytes, int length)
+{
+    uint character = uchar(bytes[0]) & (0xFFU >> (length + 1));
+    for (int i = 1; i < length; ++i)
+        character = character << 6 | (uchar(bytes[i]) & 0x3FU);
+    return character;
 }
 
 uint unit16(const char* at, bool isLittleEndian)
@@ -100,16 +114,19 @@ public:
     }
 
     /// Gives the characters and faults to the vectors that are there.
-    State run(std::vector<Character>* characters, std::vector<Fault>* faults)
+    State run(std::vector<Character>* characters, QString* units, std::vector<Fault>* faults)
     {
         characters_ = characters;
+        units_ = units;
         faults_ = faults;
-        if (characters == nullptr && isPlainAscii())
-            return passPlain();
-
-        const bool isValid =
-            places_.encoding_ != Encoding::Utf8 || isValidUtf8(bytes_.constData(), bytes_.size());
         at_ = base_ == 0 ? std::min(places_.markLength_, bytes_.size()) : 0;
+        bool isValid = true;
+        if (places_.encoding_ == Encoding::Utf8) {
+            const DecodedUtf8 decoded(bytes_, at_);
+            isValid = decoded.isValid;
+            if (characters == nullptr && state_.returnLength == 0 && decoded.isPlain())
+                return passPlain(decoded);
+        }
         while (at_ < bytes_.size()) {
             const Step step = places_.stepAt(bytes_, at_, isValid, pending_);
             if (step.bytes == 0)
@@ -122,9 +139,10 @@ public:
     }
 
     /// What is left when there are no more bytes.
-    State runEnd(std::vector<Character>* characters, std::vector<Fault>* faults)
+    State runEnd(std::vector<Character>* characters, QString* units, std::vector<Fault>* faults)
     {
         characters_ = characters;
+        units_ = units;
         faults_ = faults;
         const bool isHalfPair =
             (places_.encoding_ == Encoding::Utf16 || places_.encoding_ == Encoding::Utf16LittleEndian)
@@ -140,23 +158,18 @@ public:
     }
 
 private:
-    bool isPlainAscii() const
+    State passPlain(const DecodedUtf8& decoded)
     {
-        return (places_.encoding_ == Encoding::Utf8 || places_.encoding_ == Encoding::SingleByte)
-            && pending_ == 0 && state_.returnLength == 0 && isPlain(bytes_);
-    }
-
-    State passPlain()
-    {
-        const auto lines = std::count(bytes_.begin(), bytes_.end(), '\n');
-        state_.index += bytes_.size();
-        state_.line += lines;
-        if (lines == 0) {
-            state_.column += bytes_.size();
-        } else {
-            state_.column = bytes_.size() - bytes_.lastIndexOf('\n');
+        const QStringView text = decoded.text;
+        const int lastLine = decoded.text.lastIndexOf(QLatin1Char('\n'));
+        if (lastLine >= 0) {
+            state_.line += decoded.text.count(QLatin1Char('\n'));
+            state_.column = 1;
             state_.isLineBad = false;
         }
+        state_.column += charactersIn(text.mid(lastLine + 1));
+        state_.index += text.size();
+        state_.pending = bytes_.right(decoded.bytesLeft);
         return state_;
     }
 
@@ -210,9 +223,21 @@ private:
         if (characters_ != nullptr) {
             const Character character {begin - pending_, at_ + step.bytes - pending_, state_.line,
                                        state_.column};
-            characters_->insert(characters_->end(), std::size_t(step.width), character);
+            for (int number = 0; number < step.width; ++number)
+                characters_->push_back(character);
+            addUnits(step);
         }
         state_.index += step.width;
+    }
+
+    void addUnits(const Step& step)
+    {
+        if (step.width == 2) {
+            *units_ += QChar(QChar::highSurrogate(step.value));
+            *units_ += QChar(QChar::lowSurrogate(step.value));
+        } else {
+            *units_ += QChar(ushort(step.value));
+        }
     }
 
     void addFault(Rule rule, const Place& place, const QString& found = {})
@@ -228,6 +253,7 @@ private:
     State state_;
     int at_ = 0;
     std::vector<Character>* characters_ = nullptr;
+    QString* units_ = nullptr;
     std::vector<Fault>* faults_ = nullptr;
 };
 
@@ -242,7 +268,17 @@ TextPlaces::TextPlaces(const InputFile& file)
 TextPlaces::TextPlaces(const InputFile& file, Encoding encoding)
     : device_(file.openBytes()), encoding_(encoding), states_(1)
 {
-    markLength_ = markLengthOf(encoding, bytesAt(0, blockSize));
+    const DetectedEncoding detected = detectedEncoding(bytesAt(0, blockSize));
+    markLength_ = detected.encoding == encoding ? detected.markLength : 0;
+}
+
+TextPlaces::TextPlaces(const InputFile& file, const QTextCodec& codec)
+    : device_(file.openBytes()), encoding_(Encoding::SingleByte), states_(1)
+{
+    for (std::size_t byte = 0; byte < singleBytes_.size(); ++byte) {
+        const char character = char(byte);
+        singleBytes_[byte] = codec.toUnicode(&character, 1)[0].unicode();
+    }
 }
 
 TextPlaces::~TextPlaces() = default;
@@ -271,28 +307,14 @@ qint64 TextPlaces::length(qint64 begin, qint64 end)
 
 QString TextPlaces::text(qint64 begin, qint64 end)
 {
-    const QByteArray bytes = bytesAt(place(begin).offset, length(begin, end));
     QString text;
-    switch (encoding_) {
-    case Encoding::Utf8: {
-        QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
-        text = utf8().toUnicode(bytes.constData(), bytes.size(), &state);
-        break;
+    while (begin < end && openBlockOf(begin)) {
+        const qint64 first = states_[openBlock_].index;
+        const qint64 last = std::min(end, states_[openBlock_ + 1].index);
+        text += units_.midRef(int(begin - first), int(last - begin));
+        begin = last;
     }
-    case Encoding::SingleByte:
-        text = QString::fromLatin1(bytes);
-        break;
-    default:
-        for (int at = 0; at < bytes.size();) {
-            const Step step = stepAt(bytes, at, true, 0);
-            if (step.bytes == 0)
-                break;
-            const uint character = step.value;
-            text += QString::fromUcs4(&character, 1);
-            at += step.bytes;
-        }
-    }
-    return text.remove(QLatin1Char('\r'));
+    return text;
 }
 
 void TextPlaces::reportFaults(qint64 end, Listener& listener)
@@ -348,7 +370,8 @@ bool TextPlaces::passBlock()
     const std::size_t met = faults_.size();
     Pass pass(*this, start, bytes);
     isAtEnd_ = bytes.isEmpty();
-    states_.push_back(isAtEnd_ ? pass.runEnd(nullptr, &faults_) : pass.run(nullptr, &faults_));
+    states_.push_back(isAtEnd_ ? pass.runEnd(nullptr, nullptr, &faults_)
+                               : pass.run(nullptr, nullptr, &faults_));
     for (std::size_t i = met; i < faults_.size() && !firstBadByte_.hasOffset(); ++i) {
         if (faults_[i].rule == Rule::NotUtf8 || faults_[i].rule == Rule::NotUtf8AtEnd)
             firstBadByte_ = faults_[i].place;
@@ -374,12 +397,13 @@ bool TextPlaces::openBlockOf(qint64 index)
     openBlock_ = std::size_t(behind - states_.begin()) - 1;
     const State& start = states_[openBlock_];
     characters_.clear();
+    units_.clear();
     const QByteArray bytes = bytesAt(start.offset, states_[openBlock_ + 1].offset - start.offset);
     Pass pass(*this, start, bytes);
     if (bytes.isEmpty())
-        pass.runEnd(&characters_, nullptr);
+        pass.runEnd(&characters_, &units_, nullptr);
     else
-        pass.run(&characters_, nullptr);
+        pass.run(&characters_, &units_, nullptr);
     return std::size_t(index - start.index) < characters_.size(); // unless the file has changed
 }
 
@@ -389,14 +413,15 @@ TextPlaces::Step TextPlaces::stepAt(const QByteArray& bytes, int at, bool isVali
     const int left = bytes.size() - at;
     switch (encoding_) {
     case Encoding::SingleByte:
-        return {1, 1, uchar(*first), false};
+        return {1, 1, singleBytes_[std::size_t(uchar(*first))], false};
     case Encoding::Utf8: {
         const uchar lead = uchar(*first);
         if (lead < 0x80)
             return {1, 1, lead, false};
         if (isValid) {
             const int length = lengthOfUtf8(lead);
-            return length <= left ? Step {length, length == 4 ? 2 : 1, 0xFFFF, false} : Step {0, 0, 0, false};
+            return length <= left ? Step {length, length == 4 ? 2 : 1, characterOf(first, length), false}
+                                  : Step {0, 0, 0, false};
         }
         for (int length = 1; length <= left; ++length) {
             QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
@@ -405,7 +430,7 @@ TextPlaces::Step TextPlaces::stepAt(const QByteArray& bytes, int at, bool isVali
                 > 0) // one byte is replaced, but all of those that the last block ended with
                 return {at < pending ? pending - at : 1, 1, QChar::ReplacementCharacter, true};
             if (width > 0)
-                return {length, width, 0xFFFF, false};
+                return {length, width, characterOf(first, length), false};
         }
         return {0, 0, 0, false};
     }

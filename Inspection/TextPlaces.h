@@ -9,6 +9,7 @@
 #include <QString>
 #include <QTextCodec>
 
+#include <array>
 #include <memory>
 #include <vector>
 
@@ -28,6 +29,8 @@ public:
     /// In the encoding that a text stream finds out by itself.
     explicit TextPlaces(const InputFile& file);
     TextPlaces(const InputFile& file, Encoding encoding);
+    /// In an encoding whose characters are a byte each.
+    TextPlaces(const InputFile& file, const QTextCodec& codec);
     ~TextPlaces();
 
     Encoding encoding() const { return encoding_; }
@@ -109,11 +112,13 @@ private:
 
     std::unique_ptr<QFile> device_;
     Encoding encoding_;
-    int markLength_ = 0;        ///< of the byte-order mark
+    std::array<ushort, 256> singleBytes_ {}; ///< the characters that the bytes are, where each is one
+    int markLength_ = 0;                     ///< of the byte-order mark
     std::vector<State> states_; ///< of each block that has been passed, and of the one behind them
     bool isAtEnd_ = false;
 
     std::size_t openBlock_ = 0;
+    QString units_;                     ///< the numbers of the open block
     std::vector<Character> characters_; ///< those of the open block, an entry for each number
     std::vector<Fault> faults_;         ///< that were met and not told
     std::size_t told_ = 0;

@@ -42,8 +42,9 @@ bool isSingleByte(const QTextCodec& codec)
     return true;
 }
 
-/// The encoding that the reader takes a document for; none if its characters can't be told apart by looking.
-std::optional<Encoding> encodingOf(const InputFile& file, const QString& declared)
+/// The places of a document in the encoding that the reader takes it for; none if its characters can't be
+/// told apart by looking.
+std::unique_ptr<TextPlaces> placesOf(const InputFile& file, const QString& declared)
 {
     struct Start {
         QByteArray bytes;
@@ -62,14 +63,14 @@ std::optional<Encoding> encodingOf(const InputFile& file, const QString& declare
     const QByteArray bytes = file.openBytes()->read(4);
     for (const Start& start : starts) {
         if (bytes.startsWith(start.bytes))
-            return start.encoding;
+            return std::make_unique<TextPlaces>(file, start.encoding);
     }
     constexpr int utf8Mib = 106; // in the Internet's register of encodings
     const QTextCodec* const codec =
         declared.isEmpty() ? nullptr : QTextCodec::codecForName(declared.toLatin1());
     if (codec == nullptr || codec->mibEnum() == utf8Mib)
-        return Encoding::Utf8;
-    return isSingleByte(*codec) ? std::optional(Encoding::SingleByte) : std::nullopt;
+        return std::make_unique<TextPlaces>(file, Encoding::Utf8);
+    return isSingleByte(*codec) ? std::make_unique<TextPlaces>(file, *codec) : nullptr;
 }
 
 /// What the reader says of bytes that are no characters.
@@ -102,6 +103,7 @@ bool XmlFile::next()
     if (xml_.isStartDocument())
         encodingName_ = xml_.documentEncoding().toString();
     hasEntities_ = hasEntities_ || xml_.isDTD();
+    depth_ += xml_.isStartElement() - xml_.isEndElement();
     begin_ = previousEnd_;
     isInEntity_ = false;
     if (hasEntities_ && xml_.isStartElement()) {
@@ -164,8 +166,8 @@ XmlText XmlFile::readText(XmlText::Use use, const QString& address)
 Place XmlFile::place()
 {
     places();
-    if (hasExactPlaces_)
-        begin_ = skipBlanks(begin_);
+    if (hasExactPlaces_ && depth_ == 1)
+        begin_ = skipBlanks(begin_); // which are no token before the root
     return placeAt(begin_, isInEntity_);
 }
 
@@ -232,10 +234,11 @@ void XmlFile::reportEnd()
 TextPlaces& XmlFile::places()
 {
     if (places_ == nullptr) {
-        const std::optional<Encoding> encoding = encodingOf(file_, encodingName_);
-        hasExactPlaces_ = encoding.has_value();
-        hasOffsets_ = encoding == Encoding::Utf8;
-        places_ = std::make_unique<TextPlaces>(file_, encoding.value_or(Encoding::SingleByte));
+        places_ = placesOf(file_, encodingName_);
+        hasExactPlaces_ = places_ != nullptr;
+        if (!hasExactPlaces_)
+            places_ = std::make_unique<TextPlaces>(file_); // of which nothing is asked
+        hasOffsets_ = hasExactPlaces_ && places_->encoding() == Encoding::Utf8;
     }
     return *places_;
 }
@@ -254,6 +257,8 @@ qint64 XmlFile::cleanEnd()
 qint64 XmlFile::skipBlanks(qint64 index)
 {
     constexpr int atOnce = 256;
+    if (!isXmlBlank(characterAt(index))) // as nearly always
+        return index;
     for (;;) {
         const QString text = places().text(index, index + atOnce);
         const auto end = std::find_if_not(text.begin(), text.end(), isXmlBlank);

@@ -96,6 +96,7 @@ private:
     bool hasOffsets_ = true;     ///< it is UTF-8
     bool hasEntities_ = false;   ///< the document declares some, so that tokens may come out of them
     bool isInEntity_ = false;    ///< the current token does
+    int depth_ = 0;              ///< of the current element; that of the root is 1
     qint64 begin_ = 0;           ///< of the current token
     qint64 previousEnd_ = 0;     ///< of the token before
 };
