@@ -130,6 +130,11 @@ void NodeRecordTransposer::addColumn(int column)
     columns_.push_back(nodeSize + valueSize * column);
 }
 
+void NodeRecordTransposer::dropColumns()
+{
+    columns_.clear();
+}
+
 void NodeRecordTransposer::storeOnly(int firstNode, int lastNode)
 {
     firstNode_ = firstNode;

@@ -34,6 +34,7 @@ public:
 
     /// Reads the values of a column for turn() only.
     void addColumn(int column);
+    void dropColumns();
 
     /// Stores the nodes from the first to the last only, which are among those there are. The first value of
     /// a field is then that of the first node, and its vector needs room for no more than these.
@@ -62,6 +63,8 @@ public:
     /// record with one; -1 where there is none.
     qint64 storeUpToBadNode(char* block, qint64 size);
 
+    int nodeAt(const char* record) const; ///< which is whole as far as its number
+
     /// Forgets the fields, whose lengths stay as they are.
     void abandon();
 
@@ -80,7 +83,6 @@ private:
 
     int completeLast(char* block, qint64 size) const;
     qint64 placeOfBadNode(const char* records) const;
-    int nodeAt(const char* record) const;
     void growTo(QVector<double>& values, int size) const;
     template <class ByteOrder>
     bool storeRecords(const char* records, int count);

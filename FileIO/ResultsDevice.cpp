@@ -10,6 +10,16 @@ bool ResultsDevice::open(OpenMode mode)
     return true;
 }
 
+bool ResultsDevice::seek(qint64 position)
+{
+    if (!QFile::seek(position))
+        return false;
+    bytesRead_ = position;
+    hasEnded_ = false;
+    hasFailed_ = false;
+    return true;
+}
+
 qint64 ResultsDevice::readData(char* data, qint64 maxSize)
 {
     if (hasEnded_)

@@ -14,6 +14,7 @@ public:
     qint64 sizeWhenOpened() const { return sizeWhenOpened_; } ///< -1 where it has none, as a pipe
 
     bool open(OpenMode mode) override;
+    bool seek(qint64 position) override; ///< to read again from there
 
 protected:
     qint64 readData(char* data, qint64 maxSize) override;

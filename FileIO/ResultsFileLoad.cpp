@@ -2,10 +2,7 @@
 
 #include "FieldMemory.h"
 #include "NodeRecordTransposer.h"
-#include "ResultsDevice.h"
-#include "ResultsFileHeaderReader.h"
-#include "ResultsFileWalk.h"
-#include "ResultsProgressMeter.h"
+#include "ResultsSession.h"
 
 #include <NereoFileIO/FieldVariable.h>
 #include <NereoFileIO/ResultsFile.h>
@@ -42,56 +39,19 @@ ResultsFileLoad::ResultsFileLoad(ResultsFile& results, const ResultsLoadOptions&
 
 ResultsLoadResult ResultsFileLoad::read(QDataStream& in, const ResultsDevice* file)
 {
-    ResultsProgressMeter meter(options_->progress);
-    ResultsFileWalk walk(in, meter);
-    file_ = file;
     if (memoryOfAnyLoad > options_->memoryLimit) {
         result_.memoryNeeded = memoryOfAnyLoad;
         result_.outcome = ResultsLoadResult::OverLimit;
         return result_;
     }
-
-    readHeader(walk, meter, in.device()->isSequential() ? -1 : in.device()->size());
+    ResultsSession session(in, file, options_->progress, 0);
+    header_ = &session.header();
+    result_ = session.result();
     if (result_.isLoaded() && isFreeOfContradictions() && isWithinLimit()) {
         keepFacts();
-        readValues(walk);
+        readValues(session);
     }
-    if (meter.isCancelled() || (result_.isLoaded() && !meter.finish())) {
-        result_ = {};
-        result_.outcome = ResultsLoadResult::Cancelled;
-    }
-    return result_;
-}
-
-void ResultsFileLoad::readHeader(ResultsFileWalk& walk, ResultsProgressMeter& meter, qint64 bytesThere)
-{
-    meter.setBytesInAll(bytesThere);
-    ResultsFileHeaderReader(header_, 0).read(walk, bytesThere);
-    const bool isShorter = header_.bytesAnnounced() >= 0 && header_.bytesAnnounced() < bytesThere;
-    meter.setBytesInAll(isShorter || bytesThere < 0 ? header_.bytesAnnounced() : bytesThere);
-    result_.recordsAnnounced = header_.recordsAnnounced();
-    conclude(walk);
-}
-
-/// What the walk has come to so far.
-void ResultsFileLoad::conclude(const ResultsFileWalk& walk)
-{
-    const bool hasFailed = walk.hasEnded() && file_ != nullptr && file_->hasFailed();
-    const bool isTooShort = walk.position() < ResultsLayout::fieldNamesOffset;
-    if (hasFailed) {
-        end(ResultsLoadResult::ReadFailed, {ResultsProblem::ReadFailed, walk.position()});
-    } else if (!header_.isResultsFile()) {
-        end(ResultsLoadResult::NoResultsFile, header_.problems().front());
-    } else if (walk.hasEnded()) {
-        end(ResultsLoadResult::CutShort,
-            {isTooShort ? ResultsProblem::TooShort : ResultsProblem::CountsPastTheFile, walk.position()});
-    } else {
-        end(ResultsLoadResult::Loaded, {});
-    }
-    if (header_.recordSize() > 0) {
-        const qint64 bytes = std::max(walk.position() - header_.recordsOffset(), qint64(0));
-        result_.wholeRecords = int(bytes / header_.recordSize());
-    }
+    return session.finish(result_);
 }
 
 void ResultsFileLoad::end(ResultsLoadResult::Outcome outcome, const ResultsProblem& problem)
@@ -102,7 +62,7 @@ void ResultsFileLoad::end(ResultsLoadResult::Outcome outcome, const ResultsProbl
 
 bool ResultsFileLoad::isFreeOfContradictions()
 {
-    const ResultsProblem* const contradiction = contradictionIn(header_);
+    const ResultsProblem* const contradiction = contradictionIn(*header_);
     if (contradiction != nullptr)
         end(ResultsLoadResult::ContradictsItself, *contradiction);
     return contradiction == nullptr;
@@ -110,12 +70,12 @@ bool ResultsFileLoad::isFreeOfContradictions()
 
 bool ResultsFileLoad::isWithinLimit()
 {
-    for (const ResultsFileHeader::Field& field : header_.fields()) {
+    for (const ResultsFileHeader::Field& field : header_->fields()) {
         if (field.isUsed() && isWanted(field.code))
             fields_.push_back(&field);
     }
     firstNode_ = std::max(options_->firstNode, 1);
-    lastNode_ = std::max(std::min(options_->lastNode, header_.recordsAnnounced()), firstNode_ - 1);
+    lastNode_ = std::max(std::min(options_->lastNode, header_->recordsAnnounced()), firstNode_ - 1);
     const bool fitsVector = fields_.empty() || lastNode_ - firstNode_ < mostValuesOfField;
     const qint64 memory = memoryNeeded();
     if (fitsVector && memory <= options_->memoryLimit)
@@ -134,33 +94,33 @@ bool ResultsFileLoad::isWanted(int code) const
 qint64 ResultsFileLoad::memoryNeeded() const
 {
     const qint64 valueCount = lastNode_ - firstNode_ + 1;
-    const qint64 recordSize = std::max(header_.recordSize(), qint64(1));
+    const qint64 recordSize = std::max(header_->recordSize(), qint64(1));
     return memoryOfAnyLoad + std::max(NodeRecordTransposer::blockSizeFor(recordSize), recordSize)
         + (qint64(sizeof(double)) * valueCount + memoryOfAField) * qint64(fields_.size());
 }
 
 void ResultsFileLoad::keepFacts()
 {
-    const bool areAllNodes = firstNode_ == 1 && lastNode_ == header_.recordsAnnounced();
-    results_->setVersion(header_.version());
-    results_->setDateTimeString(header_.dateTimeString());
-    results_->setTitle(header_.title());
-    results_->setNodeCount(areAllNodes ? header_.nodeCount() : lastNode_ - firstNode_ + 1);
-    results_->setElementCount(header_.elementCount());
-    results_->setIterations(header_.startingIteration(), header_.currentIteration());
-    results_->setTimeSteps(header_.startingTimeStep(), header_.currentTimeStep());
-    results_->setCurrentTime(header_.currentTime());
-    results_->setTimeStepSize(header_.timeStepSize());
+    const bool areAllNodes = firstNode_ == 1 && lastNode_ == header_->recordsAnnounced();
+    results_->setVersion(header_->version());
+    results_->setDateTimeString(header_->dateTimeString());
+    results_->setTitle(header_->title());
+    results_->setNodeCount(areAllNodes ? header_->nodeCount() : lastNode_ - firstNode_ + 1);
+    results_->setElementCount(header_->elementCount());
+    results_->setIterations(header_->startingIteration(), header_->currentIteration());
+    results_->setTimeSteps(header_->startingTimeStep(), header_->currentTimeStep());
+    results_->setCurrentTime(header_->currentTime());
+    results_->setTimeStepSize(header_->timeStepSize());
 }
 
-void ResultsFileLoad::readValues(ResultsFileWalk& walk)
+void ResultsFileLoad::readValues(ResultsSession& session)
 {
-    const bool isLittleEndian = header_.byteOrder() == ResultsFileHeader::LittleEndian;
-    NodeRecordTransposer transposer(header_.fieldCount(), header_.nodeCount(),
+    const bool isLittleEndian = header_->byteOrder() == ResultsFileHeader::LittleEndian;
+    NodeRecordTransposer transposer(header_->fieldCount(), header_->nodeCount(),
                                     isLittleEndian ? QDataStream::LittleEndian : QDataStream::BigEndian);
     transposer.storeOnly(firstNode_, lastNode_);
     transposer.setMissingValue(options_->missingValue);
-    if (header_.holdsKnownField())
+    if (header_->holdsKnownField())
         transposer.requireNodes();
     try {
         for (const ResultsFileHeader::Field* field : fields_) {
@@ -168,21 +128,22 @@ void ResultsFileLoad::readValues(ResultsFileWalk& walk)
             auto& stored = results_->fieldData_.emplace(field->code, std::move(values)).first->second;
             transposer.addField(field->column, stored);
         }
-        if (!walk.hasEnded())
-            readRecords(walk, transposer);
+        if (!session.walk().hasEnded())
+            readRecords(session, transposer);
     } catch (...) {
         transposer.abandon();
         throw;
     }
-    if (!result_.isLoaded() || walk.isCancelled())
+    if (!result_.isLoaded() || session.meter().isCancelled())
         transposer.abandon();
 }
 
-void ResultsFileLoad::readRecords(ResultsFileWalk& walk, NodeRecordTransposer& transposer)
+void ResultsFileLoad::readRecords(ResultsSession& session, NodeRecordTransposer& transposer)
 {
+    ResultsFileWalk& walk = session.walk();
     ResultsProblem badNode;
     walk.readInt(); // means nothing
-    walk.readRecords(header_.recordsAnnounced(), transposer.recordSize(), transposer.blockSize(),
+    walk.readRecords(header_->recordsAnnounced(), transposer.recordSize(), transposer.blockSize(),
                      [&](char* block, qint64 size) {
                          const qint64 place = transposer.storeUpToBadNode(block, size);
                          if (place < 0)
@@ -190,7 +151,7 @@ void ResultsFileLoad::readRecords(ResultsFileWalk& walk, NodeRecordTransposer& t
                          badNode = {ResultsProblem::NodeOutOfRange, walk.position() - size + place};
                          return false;
                      });
-    conclude(walk);
+    result_ = session.result();
     if (badNode.kind != ResultsProblem::None)
         end(ResultsLoadResult::ContradictsItself, badNode);
 }

@@ -80,7 +80,10 @@ private:
 } // namespace
 
 ResultsFileWalk::ResultsFileWalk(QDataStream& in) : in_(in) {}
-ResultsFileWalk::ResultsFileWalk(QDataStream& in, ResultsProgressMeter& meter) : in_(in), meter_(&meter) {}
+ResultsFileWalk::ResultsFileWalk(QDataStream& in, ResultsProgressMeter& meter, qint64 position)
+    : in_(in), meter_(&meter), position_(position)
+{
+}
 
 ResultsFileWalk::Marker ResultsFileWalk::readHeader(ResultsFacts& facts)
 {
@@ -143,14 +146,9 @@ qint64 ResultsFileWalk::readAvailable(char* buffer, qint64 size)
     return done;
 }
 
-bool ResultsFileWalk::isCancelled() const
-{
-    return meter_ != nullptr && meter_->isCancelled();
-}
-
 bool ResultsFileWalk::hasEnded() const
 {
-    return in_.status() != QDataStream::Ok || isCancelled();
+    return in_.status() != QDataStream::Ok || (meter_ != nullptr && meter_->isCancelled());
 }
 
 } // namespace Nereo::Io

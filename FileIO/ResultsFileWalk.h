@@ -33,6 +33,11 @@ inline constexpr qint64 recordSize(qint64 fieldCount)
     return nodeSize + valueSize * fieldCount;
 }
 
+inline constexpr qint64 valueOffset(qint64 column) // in a record
+{
+    return nodeSize + valueSize * column;
+}
+
 inline constexpr qint64 recordsOffset(qint64 fieldCount)
 {
     return fieldNamesOffset + fieldNameSize * fieldCount + qint64(sizeof(qint32));
@@ -71,7 +76,9 @@ struct ResultsFieldName {
 class ResultsFileWalk {
 public:
     explicit ResultsFileWalk(QDataStream& in);
-    ResultsFileWalk(QDataStream& in, ResultsProgressMeter& meter); ///< ends also where that cancels
+
+    /// Ends also where the meter cancels. The position is that of the stream.
+    ResultsFileWalk(QDataStream& in, ResultsProgressMeter& meter, qint64 position = 0);
 
     enum Marker { Right, Wrong, Missing };
 
@@ -93,8 +100,7 @@ public:
     qint64 readAvailable(char* buffer, qint64 size);
 
     qint64 position() const { return position_; } ///< how many bytes were there so far
-    bool isCancelled() const;
-    bool hasEnded() const; ///< whether less was read than was asked for
+    bool hasEnded() const;                        ///< whether less was read than was asked for
 
 private:
     bool readFieldName(int column, char* bytes, ResultsFieldName& name);

@@ -22,14 +22,19 @@ void ResultsProgressMeter::setBytesInAll(qint64 bytes)
     bytesInAll_ = bytes;
 }
 
+void ResultsProgressMeter::beginAgain()
+{
+    bytesBefore_ = bytesDone_;
+}
+
 bool ResultsProgressMeter::advanceTo(qint64 bytesDone)
 {
-    bytesDone_ = bytesDone;
-    if (isCancelled_ || !progress_ || bytesDone - bytesAtLook_ < mostBetweenLooks)
+    bytesDone_ = bytesBefore_ + bytesDone;
+    if (isCancelled_ || !progress_ || bytesDone_ - bytesAtLook_ < mostBetweenLooks)
         return !isCancelled_;
-    bytesAtLook_ = bytesDone;
+    bytesAtLook_ = bytesDone_;
     const Clock::time_point now = Clock::now();
-    const bool isDue = bytesDone + longestStep - bytesAtCall_ > mostBetweenCalls;
+    const bool isDue = bytesDone_ + longestStep - bytesAtCall_ > mostBetweenCalls;
     return isDue || now - lastCall_ >= shortestPause ? call(now) : true;
 }
 

@@ -17,6 +17,8 @@ public:
 
     void setBytesInAll(qint64 bytes);
 
+    void beginAgain(); ///< with a file that is read once more, which counts too
+
     bool advanceTo(qint64 bytesDone); ///< false from the moment on when the function has cancelled
     bool finish();                    ///< the last call, likewise
 
@@ -29,6 +31,7 @@ private:
 
     const ResultsProgress& progress_;
     qint64 bytesInAll_ = 0;
+    qint64 bytesBefore_ = 0; // those that it was read before
     qint64 bytesDone_ = 0;
     qint64 bytesAtLook_ = 0; // at the clock
     qint64 bytesAtCall_ = 0;

@@ -1,0 +1,263 @@
+#include "FieldStatistics.h"
+
+#include "DoublePair.h"
+
+#include <algorithm>
+#include <cfloat>
+#include <cmath>
+#include <limits>
+
+namespace Nereo::Io {
+
+namespace {
+
+// Values are taken by fours, in two pairs that the processor works on independently.
+constexpr int pairSize = 2;
+constexpr int step = 2 * pairSize;
+
+// Squares are scaled outside these bounds. Between them no square overflows, and the largest doesn't lose
+// bits.
+constexpr double huge = 0x1p500;
+constexpr double tiny = 0x1p-400;
+constexpr int scaleOfHuge = -600;
+constexpr int scaleOfTiny = 600;
+
+bool haveNotFinite(const double* values, int count)
+{
+    const auto difference = [values](int i) { return DoublePair(values + i) - DoublePair(values + i); };
+    DoublePair even(0.0); // stays 0 as long as values are finite, and is a NaN from then on
+    DoublePair odd(0.0);
+    int i = 0;
+    for (; i + step <= count; i += step) {
+        even = even + difference(i);
+        odd = odd + difference(i + pairSize);
+    }
+    double rest = sum(even + odd);
+    for (; i < count; ++i)
+        rest += values[i] - values[i];
+    return rest != 0;
+}
+
+struct Extremes {
+    double minimum;
+    double maximum;
+};
+
+Extremes extremesOf(const double* values, int count)
+{
+    DoublePair low(values[0]);
+    DoublePair high(values[0]);
+    int i = 0;
+    for (; i + pairSize <= count; i += pairSize) {
+        const DoublePair pair(values + i);
+        low = smaller(low, pair);
+        high = larger(high, pair);
+    }
+    Extremes extremes {std::min(low.first(), low.second()), std::max(high.first(), high.second())};
+    for (; i < count; ++i) {
+        extremes.minimum = std::min(extremes.minimum, values[i]);
+        extremes.maximum = std::max(extremes.maximum, values[i]);
+    }
+    return extremes;
+}
+
+/// The square as 4 to the power of the scale times what it is.
+double scaledSquare(double value, int scale)
+{
+    const double scaled = std::ldexp(value, scale);
+    return scaled * scaled;
+}
+
+void addEach(const double* values, int count, ExactSum& sum)
+{
+    for (int i = 0; i < count; ++i)
+        sum.add(values[i]);
+}
+
+#if FLT_EVAL_METHOD == 0
+
+/// Splits values in two: high bits that are so few, and all of the same number, that their sum is exact, and
+/// the rest. The power must be larger than the count times each value.
+class Cut {
+public:
+    explicit Cut(double power) : power_(power) {}
+
+    DoublePair rest(DoublePair values)
+    {
+        const DoublePair high = (values + power_) - power_;
+        sum_ = sum_ + high;
+        return values - high;
+    }
+
+    DoublePair sumOfHighBits() const { return sum_; }
+
+private:
+    DoublePair power_;
+    DoublePair sum_ {0.0};
+};
+
+/// Adds values with few additions to the sum. They are cut in three by their bits; the last part is mostly 0.
+void addTogether(const double* values, int count, double largest, ExactSum& total)
+{
+    constexpr int bitsOfCount = 8; // of the longest run
+    static_assert(FieldStatistics::longestRun < 1 << bitsOfCount);
+    constexpr int bitsOfCut = std::numeric_limits<double>::digits - bitsOfCount - 1;
+    constexpr double smallestPower = 0x1p-800; // below, the bits of a rest might not exist
+    constexpr double largestPower = 0x1p1000;
+
+    const double power = std::ldexp(1.0, std::ilogb(largest) + 1 + bitsOfCount);
+    if (power < smallestPower || power > largestPower)
+        return addEach(values, count, total);
+
+    const double secondPower = std::ldexp(power, -bitsOfCut);
+    Cut even(power);
+    Cut odd(power);
+    Cut secondEven(secondPower);
+    Cut secondOdd(secondPower);
+    DoublePair lowest(0.0); // of what is left
+    DoublePair highest(0.0);
+    double left[FieldStatistics::longestRun];
+    const int cut = count - count % step;
+    for (int i = 0; i < cut; i += step) {
+        const DoublePair leftEven = secondEven.rest(even.rest(DoublePair(values + i)));
+        const DoublePair leftOdd = secondOdd.rest(odd.rest(DoublePair(values + i + pairSize)));
+        leftEven.store(left + i);
+        leftOdd.store(left + i + pairSize);
+        lowest = smaller(lowest, smaller(leftEven, leftOdd));
+        highest = larger(highest, larger(leftEven, leftOdd));
+    }
+    total.add(sum(even.sumOfHighBits() + odd.sumOfHighBits()));
+    total.add(sum(secondEven.sumOfHighBits() + secondOdd.sumOfHighBits()));
+    if (sum(highest - lowest) > 0)
+        addEach(left, cut, total);
+    addEach(values + cut, count - cut, total);
+}
+
+#else
+
+// Intermediate results have more bits than a double, so that there is no cutting.
+void addTogether(const double* values, int count, double, ExactSum& sum)
+{
+    addEach(values, count, sum);
+}
+
+#endif
+
+} // namespace
+
+void FieldStatistics::add(double* values, const RecordRun& run, qint64 valueOffset)
+{
+    RecordRun finite = run;
+    int nodesOfFinite[longestRun];
+    if (haveNotFinite(values, run.count)) {
+        finite.count = removeNotFinite(values, nodesOfFinite, run, valueOffset);
+        finite.nodes = nodesOfFinite;
+    }
+    if (finite.count > 0)
+        addFinite(values, finite);
+}
+
+/// Counts the values that are no finite numbers and closes the gaps. Gives the number of the others, and
+/// their nodes.
+int FieldStatistics::removeNotFinite(double* values, int* nodes, const RecordRun& run, qint64 valueOffset)
+{
+    int finite = 0;
+    for (int i = 0; i < run.count; ++i) {
+        if (std::isfinite(values[i])) {
+            nodes[finite] = run.nodes[i];
+            values[finite++] = values[i];
+        } else if (notFinite_++ == 0) {
+            firstNotFiniteNode_ = run.nodes[i];
+            firstNotFiniteOffset_ = run.offset + i * run.recordSize + valueOffset;
+        }
+    }
+    return finite;
+}
+
+void FieldStatistics::addFinite(const double* values, const RecordRun& run)
+{
+    const auto [minimum, maximum] = extremesOf(values, run.count);
+    take(minimum, minimum < minimum_.value, values, run, minimum_);
+    take(maximum, maximum > maximum_.value, values, run, maximum_);
+    count_ += run.count;
+
+    const double largest = std::max(-minimum, maximum);
+    if (largest > 0) {
+        addTogether(values, run.count, largest, sum_);
+        addSquares(values, run.count, largest);
+    }
+}
+
+/// Of nodes with the same value the smallest one counts, and its zero where these have two signs.
+void FieldStatistics::take(double value, bool isBeyond, const double* values, const RecordRun& run,
+                           Extreme& extreme) const
+{
+    const bool isFirst = isBeyond || count_ == 0;
+    if (!isFirst && (value != extreme.value || run.smallestNode >= extreme.node))
+        return;
+    if (isFirst)
+        extreme.node = std::numeric_limits<int>::max();
+    for (int i = 0; i < run.count; ++i) {
+        if (values[i] == value && run.nodes[i] <= extreme.node)
+            extreme = {values[i], run.nodes[i]};
+    }
+}
+
+void FieldStatistics::addSquares(const double* values, int count, double largest)
+{
+    double squares[longestRun];
+    if (largest >= huge)
+        return addSquaresOneByOne(values, count);
+    int i = 0;
+    for (; i + pairSize <= count; i += pairSize)
+        (DoublePair(values + i) * DoublePair(values + i)).store(squares + i);
+    for (; i < count; ++i)
+        squares[i] = values[i] * values[i];
+    addTogether(squares, count, largest * largest, squares_);
+    if (largest < tiny) {
+        for (i = 0; i < count; ++i)
+            squaresOfTiny_.add(scaledSquare(values[i], scaleOfTiny));
+    }
+}
+
+/// The huge ones among the values apart.
+void FieldStatistics::addSquaresOneByOne(const double* values, int count)
+{
+    for (int i = 0; i < count; ++i) {
+        if (std::fabs(values[i]) >= huge)
+            squaresOfHuge_.add(scaledSquare(values[i], scaleOfHuge));
+        else
+            squares_.add(scaledSquare(values[i], 0));
+    }
+}
+
+double FieldStatistics::rootMeanSquare() const
+{
+    const double largest = std::max(-minimum_.value, maximum_.value);
+    if (largest < tiny)
+        return std::ldexp(std::sqrt(squaresOfTiny_.dividedBy(count_)), -scaleOfTiny);
+    if (largest < huge)
+        return std::sqrt(squares_.dividedBy(count_));
+    const double meanSquare = squaresOfHuge_.dividedBy(count_) + squares_.dividedBy(count_, 2 * scaleOfHuge);
+    return std::ldexp(std::sqrt(meanSquare), -scaleOfHuge);
+}
+
+ResultsStatistics FieldStatistics::result() const
+{
+    constexpr double none = std::numeric_limits<double>::quiet_NaN();
+
+    ResultsStatistics statistics;
+    statistics.count = count_;
+    statistics.minimum = count_ > 0 ? minimum_.value : none;
+    statistics.maximum = count_ > 0 ? maximum_.value : none;
+    statistics.mean = count_ > 0 ? sum_.dividedBy(count_) : none;
+    statistics.rootMeanSquare = count_ > 0 ? rootMeanSquare() : none;
+    statistics.minimumNode = minimum_.node;
+    statistics.maximumNode = maximum_.node;
+    statistics.notFinite = notFinite_;
+    statistics.firstNotFiniteNode = firstNotFiniteNode_;
+    statistics.firstNotFiniteOffset = firstNotFiniteOffset_;
+    return statistics;
+}
+
+} // namespace Nereo::Io
