@@ -10,8 +10,8 @@
 
 namespace Nereo::Io {
 
-constexpr char configurationElement[] = "Nereo2Config";
-constexpr char configurationVersionAttribute[] = "Version";
+inline constexpr char configurationElement[] = "Nereo2Config";
+inline constexpr char configurationVersionAttribute[] = "Version";
 
 /// Whether a configuration with this name is XML; otherwise it is text.
 inline bool isXmlConfiguration(const std::string& path)
