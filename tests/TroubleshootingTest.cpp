@@ -9,6 +9,7 @@
 #include <NereoFileIO/MaterialDatabaseFile.h>
 #include <NereoFileIO/Nereo2ConfigFile.h>
 #include <NereoFileIO/ResultsFile.h>
+#include <NereoFileIO/ResultsFileHeader.h>
 
 #include <gmock/gmock.h>
 
@@ -41,6 +42,12 @@ bool load(File& file, const std::string& name, const std::string& bytes)
 bool load(ResultsFile& results, const ResultsBytes& bytes)
 {
     return load(results, "a.res", bytes.bytes().toStdString());
+}
+
+ResultsLoadResult load(ResultsFile& results, const QByteArray& bytes, const ResultsLoadOptions& options)
+{
+    const TemporaryFolder folder;
+    return results.loadFrom(folder.write("a.res", bytes.toStdString()), options);
 }
 
 /// What a save of the object writes.
@@ -175,6 +182,21 @@ ROW(XmlInUtf16, "A load gives false",
     EXPECT_FALSE(load(config, "a.xml", inUtf16("UTF-16", "c\r\n")));
 }
 
+ROW(LongEntity, "A load gives false",
+    "The XML declares an entity that makes it longer by more than 4096 characters, or by fewer where there "
+    "are "
+    "more than 15,625 ampersands.")
+{
+    const auto withEntity = [](std::size_t length, std::size_t ampersands) {
+        return "<!DOCTYPE a [<!ENTITY e '" + std::string(length, 'x') + "'>]>"
+            + inConfiguration("<JobPrefix>&e;</JobPrefix><!--" + std::string(ampersands, '&') + "-->");
+    };
+    Nereo2ConfigFile config;
+    EXPECT_FALSE(load(config, "a.xml", withEntity(4200, 0)));
+    EXPECT_FALSE(load(config, "a.xml", withEntity(4000, 20'000)));
+    EXPECT_TRUE(load(config, "a.xml", withEntity(4000, 15'000)));
+}
+
 ROW(UnknownPropertyType, "A load gives false",
     "A material database has a property of a type that isn't known.")
 {
@@ -261,7 +283,17 @@ ROW(MoreNodesThanMemory, "A load throws",
     "`std::bad_alloc`: a results file announces more nodes than there is memory for, whatever its size.")
 {
     ResultsFile results;
-    EXPECT_THROW(load(results, fields(2'000'000'000, {"kU"})), std::bad_alloc);
+    const ResultsBytes bytes = fields(2'000'000'000, {"kU"});
+    EXPECT_THROW(load(results, bytes), std::bad_alloc);
+
+    ResultsLoadOptions options;
+    options.memoryLimit = 1'000'000;
+    EXPECT_EQ(load(results, bytes, options).outcome, ResultsLoadResult::OverLimit);
+    const TemporaryFolder folder;
+    ResultsFileHeader header;
+    EXPECT_TRUE(header.readFrom(folder.write("a.res", bytes.bytes().toStdString())));
+    EXPECT_EQ(header.nodeCount(), 2'000'000'000);
+    EXPECT_EQ(header.wholeRecords(), 0);
 }
 
 ROW(WrongNumberOfFlags, "The process stops",
@@ -289,14 +321,18 @@ ROW(RepeatedField, "The process stops",
     ResultsFile results;
     EXPECT_DEATH(load(results, fields(1, {"kU", "kU"})), HasSubstr("in file FileIO/ResultsFile,"));
     EXPECT_DEATH(load(results, fields(1, {"kCond", "kKXX"})), HasSubstr("in file FileIO/ResultsFile,"));
+    EXPECT_EQ(load(results, fields(1, {"kU", "kU"}), {}).outcome, ResultsLoadResult::ContradictsItself);
 }
 
 ROW(WrongNodeNumber, "The process stops",
     "A results file holds a node number below 1 or above the number of nodes.")
 {
     ResultsFile results;
-    for (const int node : {0, -1, 3})
-        EXPECT_DEATH(load(results, fields(2, {"kU"}).record(node, {1.0})), stopsInTheLibrary) << node;
+    for (const int node : {0, -1, 3}) {
+        const ResultsBytes bytes = fields(2, {"kU"}).record(node, {1.0});
+        EXPECT_DEATH(load(results, bytes), stopsInTheLibrary) << node;
+        EXPECT_EQ(load(results, bytes, {}).outcome, ResultsLoadResult::ContradictsItself) << node;
+    }
 }
 
 ROW(ValueWithoutAPlace, "The process stops",
@@ -600,9 +636,14 @@ ROW(FileThatIsCutOff, "Half of the values are zero", "The results file is cut of
     EXPECT_EQ(whole.bytes().size(), 354 + 21 * 2 + 4 * (4 + 8 * 2));
 
     ResultsFile results;
-    EXPECT_TRUE(load(results, "a.res", whole.bytes().chopped(2 * (4 + 8 * 2)).toStdString()));
+    const QByteArray half = whole.bytes().chopped(2 * (4 + 8 * 2));
+    EXPECT_TRUE(load(results, "a.res", half.toStdString()));
     EXPECT_THAT(results.fieldData(kU), ElementsAre(1.0, 2.0, 0.0, 0.0));
     EXPECT_THAT(results.fieldData(kP), ElementsAre(5.0, 6.0, 0.0, 0.0));
+
+    const ResultsLoadResult result = load(results, half, {});
+    EXPECT_EQ(result.outcome, ResultsLoadResult::CutShort);
+    EXPECT_EQ(result.wholeRecords, 2);
 }
 
 ROW(NodesWithoutARecord, "Half of the values are zero", "The file has no record for these nodes.")

@@ -27,9 +27,8 @@ namespace Nereo::Io {
 /// number outside 1 to nodeCount() where a field is known; a negative count of fields, or of nodes where a
 /// field is known. A field of too many nodes for memory, or for a QVector (268 million), throws
 /// std::bad_alloc out of loadFrom(). Each field that is named takes memory for the announced number of nodes,
-/// whether or not the file holds them: a file of 400 bytes may announce gigabytes. Before loading files from
-/// strangers, compare their size with the counts in their header, or load them in a process of their own with
-/// limited memory.
+/// whether or not the file holds them: a file of 400 bytes may announce gigabytes. Load files from strangers
+/// with ResultsLoadOptions: that load keeps to a limit of memory, and says what is wrong with a file.
 class NEREOFILEIO_EXPORT ResultsFile : public File {
 public:
     ResultsFile();                         ///< no fields, all numbers zero, all texts empty
