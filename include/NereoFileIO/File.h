@@ -38,7 +38,8 @@ public:
 
     /// Reads the file at the path into this object. False when the file can't be opened, in which case only
     /// filePath() has changed, or where the format is XML, when the document is malformed, breaks the format
-    /// or lets its entities make it longer by more than 64 million characters.
+    /// or declares entities of which one makes it longer by more than 4096 characters, or by more than 64
+    /// million divided by the number of its ampersands.
     bool loadFrom(const std::string& path);
 
     /// Writes this object to the file at the path and replaces what was there. False when the file can't be
