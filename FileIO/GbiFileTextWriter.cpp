@@ -2,6 +2,7 @@
 
 #include "Assertion.h"
 #include "ExactText.h"
+#include "GbiFileSections.h"
 #include "TextBlock.h"
 
 #include <NereoFileIO/CodeNameTable.h>
@@ -11,44 +12,6 @@
 
 namespace Nereo::Io {
 namespace {
-
-// In the order of the enumerators.
-constexpr const char* coordinateSystemWords[] = {"", "XY", "XR", "RY", "RT", "ZY", "XZ", "XYZ", "RTZ"};
-constexpr const char* unitsWords[] = {"meter", "cm", "mm", "feet", "inch", "inch-WATT"};
-
-const char meshSections[] = R"(*** Extruded Parts Summary
-0
-*** Nodes
-*** Elements
-*** Shell Elements
-*** Shell Surface Node Links
-*** 3D Shells Data
-*** Part Surfaces
-*** Surface Connectivity Data
-*** Extrusion Nodal Data
-*** Extrusion Face List
-*** Periodic Nodal Data
-*** Periodic Face List
-*** Periodic Transform
-*** Rotating Region Data
-*** Moving Region Data
-*** Fan Thermostats
--1 kP 0.0
-*** PCB Regions
--1 kP 0.0
-*** Heat Sink Model Info
--1 kP 0.0
-)";
-
-const char otherConditions[] = R"(*** Spatial nodal boundary conditions
--1
-*** Region element boundary conditions
--1
-*** Region initial conditions
--1
-*** Surface initial conditions
--1
-)";
 
 template <std::size_t count>
 const char* word(const char* const (&words)[count], int index)
@@ -64,48 +27,59 @@ GbiFileTextWriter::GbiFileTextWriter(const GbiFile& file) : file_(&file) {}
 void GbiFileTextWriter::write(QTextStream& out)
 {
     writeHeader(out);
-    writeCoordinateSystem(out);
-    writeMaterials(out);
-    writeUnits(out);
-    out << meshSections;
-    writeSurfaceConditions(out);
-    out << otherConditions;
+    for (const GbiSection& section : gbiSections) {
+        out << gbiTitleStart << section.name << '\n' << section.lines;
+        writeContent(out, section.content);
+    }
+}
+
+void GbiFileTextWriter::writeContent(QTextStream& out, GbiContent content) const
+{
+    switch (content) {
+    case GbiContent::Fixed:
+        return;
+    case GbiContent::CoordinateSystem:
+        return writeCoordinateSystem(out);
+    case GbiContent::Materials:
+        return writeMaterials(out);
+    case GbiContent::Units:
+        return writeUnits(out);
+    case GbiContent::SurfaceConditions:
+        return writeSurfaceConditions(out);
+    }
 }
 
 void GbiFileTextWriter::writeHeader(QTextStream& out) const
 {
     out << toExactQString(file_->jobName()) << '\n';
     out << toExactQString(file_->productLine()) << '\n';
-    out << "Version " << file_->version().toString() << '\n';
-    out << "\n*** Summary\n";
+    out << gbiVersionWord << ' ' << file_->version().toString() << "\n\n";
 }
 
 void GbiFileTextWriter::writeCoordinateSystem(QTextStream& out) const
 {
     const char* const name = word(coordinateSystemWords, file_->coordinateSystem());
-    out << "*** Coordinate System\n" << name << ' ' << name << '\n'; // twice: that is the format
+    out << name << ' ' << name << '\n'; // twice: that is the format
 }
 
 void GbiFileTextWriter::writeMaterials(QTextStream& out) const
 {
-    out << "*** Properties\n";
     const MaterialDatabaseFile& materials = file_->materialDatabase();
     for (int i = 0; i < materials.count(); ++i) {
         const Material& material = materials.material(i);
         out << material.id() << " \"" << toExactQString(material.name()) << "\" " << material.fluidFlag()
             << ' ' << material.resistFlag() << '\n';
     }
-    out << "-1\n";
+    out << gbiListEnd << '\n';
 }
 
 void GbiFileTextWriter::writeUnits(QTextStream& out) const
 {
-    out << "*** Units\n" << word(unitsWords, file_->units()) << '\n';
+    out << word(unitsWords, file_->units()) << '\n';
 }
 
 void GbiFileTextWriter::writeSurfaceConditions(QTextStream& out) const
 {
-    out << "*** Surface nodal boundary conditions\n";
     const CodeNameTable& names = CodeNameTable::instance();
     TextBlock block(out);
     for (int i = 0; i < file_->surfaceBoundaryConditionCount(); ++i) {
@@ -117,7 +91,7 @@ void GbiFileTextWriter::writeSurfaceConditions(QTextStream& out) const
         block << condition.timeCurveFlag() << ' ' << condition.timeCurveId() << '\n';
     }
     block.flush();
-    out << "-1\n";
+    out << gbiListEnd << '\n';
 }
 
 } // namespace Nereo::Io

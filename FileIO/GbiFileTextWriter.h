@@ -7,6 +7,7 @@
 namespace Nereo::Io {
 
 class GbiFile;
+enum class GbiContent;
 
 /// Writes the sections of the geometry and boundary input file; those about the mesh are empty.
 class NEREOFILEIO_EXPORT GbiFileTextWriter : public Writer<QTextStream> {
@@ -17,6 +18,7 @@ public:
 
 private:
     void writeHeader(QTextStream& out) const;
+    void writeContent(QTextStream& out, GbiContent content) const;
     void writeCoordinateSystem(QTextStream& out) const;
     void writeMaterials(QTextStream& out) const;
     void writeUnits(QTextStream& out) const;
