@@ -91,10 +91,10 @@ QString textOf(const QByteArray& start)
 }
 
 template <class Predicate>
-bool anyLine(const QString& text, Predicate predicate)
+auto countLines(const QString& text, Predicate predicate)
 {
     const QVector<QStringRef> lines = text.splitRef(QLatin1Char('\n'));
-    return std::any_of(lines.begin(), lines.end(), predicate);
+    return std::count_if(lines.begin(), lines.end(), predicate);
 }
 
 FileKind kindOfText(const QString& text)
@@ -113,11 +113,14 @@ FileKind kindOfText(const QString& text)
         return configuration.contains(Util::toStdString(word));
     };
 
-    if (text.startsWith(QLatin1String("NEREO control file")) || anyLine(text, isControlTitle))
+    if (text.startsWith(QLatin1String("NEREO control file")))
         return FileKind::Control;
-    if (anyLine(text, isGeometryTitle))
-        return FileKind::GeometryBoundary;
-    return anyLine(text, isSetting) ? FileKind::ConfigurationText : FileKind::Unknown;
+    // A title that is written like those of the other kind makes no file of that kind.
+    const auto controlTitles = countLines(text, isControlTitle);
+    const auto geometryTitles = countLines(text, isGeometryTitle);
+    if (controlTitles + geometryTitles > 0)
+        return controlTitles >= geometryTitles ? FileKind::Control : FileKind::GeometryBoundary;
+    return countLines(text, isSetting) > 0 ? FileKind::ConfigurationText : FileKind::Unknown;
 }
 
 } // namespace

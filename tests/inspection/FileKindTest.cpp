@@ -78,6 +78,8 @@ TEST(FileKindTest, GoesByTheContent)
         {"anything\nat all\n *** Title\n",                           FileKind::Control          },
         {"\xFE\xFF\0 \0*\0*\0*\0 \0T\0\n"s,                          FileKind::Control          },
         {"job\nNEREO\nVersion\n\n*** Summary\n",                     FileKind::GeometryBoundary },
+        {" *** job\nNEREO\nVersion\n\n*** Summary\n*** Units\n",     FileKind::GeometryBoundary },
+        {"a\nb\n *** Title\nc\n*** Units\n",                         FileKind::Control          },
         {"MaxIter 5\n",                                              FileKind::ConfigurationText},
         {"\n\tMaxIter\n",                                            FileKind::ConfigurationText},
         {"Unknown 5\r\nMaxIter 5\r\n",                               FileKind::ConfigurationText},
