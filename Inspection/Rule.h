@@ -28,8 +28,9 @@ constexpr Kinds XmlKinds = ConfigurationXmlKind | MaterialsKind;
 constexpr Kinds SectionKinds = ControlKind | GeometryBoundaryKind;
 constexpr Kinds TextKinds = ConfigurationKinds | SectionKinds | MaterialsKind;
 constexpr Kinds AnyKind = TextKinds | ResultsKind;
-constexpr Kinds HeaderKinds = SectionKinds;
+constexpr Kinds LoadedTextKinds = ConfigurationKinds | ControlKind | MaterialsKind; ///< with a reader
 constexpr Kinds VersionKinds = XmlKinds | SectionKinds;
+constexpr Kinds LoadedVersionKinds = XmlKinds | ControlKind;
 constexpr Kinds NamingKinds = MaterialsKind | SectionKinds;
 
 /// What a walk finds: the row of Rules.def.

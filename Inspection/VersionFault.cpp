@@ -21,12 +21,16 @@ bool isInteger(const QString& text)
 
 } // namespace
 
+bool isVersion(const QString& text)
+{
+    const QStringList numbers = text.trimmed().split(QLatin1Char('.'));
+    return numbers.size() == versionNumbers && std::all_of(numbers.begin(), numbers.end(), isInteger);
+}
+
 bool checkVersion(const QString& text, bool isEmptyIgnored, const Place& place, const QString& address,
                   Listener& listener)
 {
-    const QStringList numbers = text.trimmed().split(QLatin1Char('.'));
-    const bool areIntegers = std::all_of(numbers.begin(), numbers.end(), isInteger);
-    if (areIntegers && numbers.size() == versionNumbers)
+    if (isVersion(text))
         return false;
     const bool isIgnored = text.isEmpty() && isEmptyIgnored;
     listener.finding({isIgnored ? Rule::IgnoredVersion : Rule::BadVersion,

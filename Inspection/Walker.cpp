@@ -12,6 +12,7 @@ struct Walker {
 constexpr Walker walkers[] = {
     {FileKind::ConfigurationXml,  walkConfigurationXml },
     {FileKind::ConfigurationText, walkConfigurationText},
+    {FileKind::GeometryBoundary,  walkGeometryBoundary },
 };
 
 } // namespace

@@ -26,6 +26,7 @@ struct Input {
 constexpr Input inputs[] = {
     {FileKind::ConfigurationXml,  "input.xml"},
     {FileKind::ConfigurationText, "input.cfg"},
+    {FileKind::GeometryBoundary,  "input.gbi"},
 };
 
 /// Writes the bytes to a file, which all inputs have one after the other.
