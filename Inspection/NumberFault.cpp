@@ -42,6 +42,42 @@ void takeSign(QStringView& text)
         text = text.mid(1);
 }
 
+void takeMinus(QStringView& text)
+{
+    if (text.startsWith(QLatin1Char('-')))
+        text = text.mid(1);
+}
+
+/// Whether a text is an integer of so few digits that it is surely read, as most are: that spares it the
+/// conversion.
+bool isShortInteger(QStringView text)
+{
+    constexpr int mostDigits = 9;
+    takeMinus(text);
+    return text.size() <= mostDigits && takeDigits(text) && text.isEmpty();
+}
+
+bool isShortNumber(QStringView text)
+{
+    constexpr int mostDigits = 18;
+    constexpr int mostDigitsOfExponent = 2;
+    if (text.size() > mostDigits)
+        return false;
+    takeMinus(text);
+    if (!takeDigits(text))
+        return false;
+    if (text.startsWith(QLatin1Char('.'))) {
+        text = text.mid(1);
+        if (!takeDigits(text))
+            return false;
+    }
+    if (!text.startsWith(QLatin1Char('e')))
+        return text.isEmpty();
+    text = text.mid(1);
+    takeSign(text);
+    return text.size() <= mostDigitsOfExponent && takeDigits(text) && text.isEmpty();
+}
+
 /// Whether a text that couldn't be read has the form of an integer all the same, so that only its size is
 /// wrong.
 bool isInteger(QStringView text)
@@ -70,6 +106,8 @@ bool isDecimal(QStringView text)
 
 std::optional<Rule> integerFault(QStringView text)
 {
+    if (isShortInteger(text))
+        return {};
     if (isHopeless(text))
         return Rule::NotAnInteger;
     bool isRead = false;
@@ -84,6 +122,8 @@ std::optional<Rule> integerFault(QStringView text)
 
 std::optional<Rule> numberFault(QStringView text)
 {
+    if (isShortNumber(text))
+        return {};
     if (isHopeless(text))
         return Rule::NotANumber;
     bool isRead = false;

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <random>
 #include <string>
 
 namespace Nereo::Inspection {
@@ -105,6 +106,22 @@ TEST(NumberFaultTest, LooksAtLongTextsToTheirEnd)
     EXPECT_EQ(nameOf(numberFault(QString(5000, '5'))), "NumberTooLarge");
     EXPECT_EQ(nameOf(numberFault(QString(5000, 'x'))), "NotANumber");
     EXPECT_EQ(nameOf(integerFault(QString(5000, ' '))), "MissingValue");
+}
+
+TEST(NumberFaultTest, AgreesWithTheConversions)
+{
+    std::mt19937 bits(20240917);
+    for (int i = 0; i < 200'000; ++i) {
+        QString text;
+        for (unsigned count = 1 + bits() % 12; count > 0; --count)
+            text += QLatin1Char("0123456789-+.e"[bits() % 14]);
+        bool isInteger = false;
+        bool isNumber = false;
+        text.toInt(&isInteger);
+        text.toDouble(&isNumber);
+        ASSERT_EQ(!integerFault(text), isInteger) << text.toStdString();
+        ASSERT_EQ(!numberFault(text), isNumber) << text.toStdString();
+    }
 }
 
 } // namespace
