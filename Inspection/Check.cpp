@@ -8,7 +8,10 @@ namespace {
 
 void walk(const InputFile& file, FileKind kind, Listener& listener)
 {
-    if (kind == FileKind::Unknown)
+    const QString error = kind == FileKind::Unknown ? file.readError() : QString();
+    if (!error.isEmpty())
+        listener.finding({Rule::CannotRead, {}, {}, error});
+    else if (kind == FileKind::Unknown)
         listener.finding({Rule::UnknownKind, {}});
     else if (const Walk walkIt = walkOf(kind))
         walkIt(file, listener);

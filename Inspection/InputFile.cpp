@@ -26,6 +26,13 @@ InputFile::InputFile(const std::string& path) : path_(path), name_(Util::toQStri
 
 InputFile::~InputFile() = default;
 
+QString InputFile::readError() const
+{
+    const std::unique_ptr<QFile> device = openBytes();
+    device->read(1);
+    return device->error() == QFileDevice::NoError ? QString() : device->errorString();
+}
+
 std::unique_ptr<InputFile::Device> InputFile::open(QIODevice::OpenMode mode) const
 {
     auto device = std::make_unique<Device>();

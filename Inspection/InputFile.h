@@ -26,6 +26,9 @@ public:
     bool isOpen() const { return isOpen_; }
     QString errorString() const { return error_; } ///< why it isn't, in the words of the system
 
+    /// Why not a byte of it can be read; empty if one can be.
+    QString readError() const;
+
     const std::string& path() const { return path_; } ///< as it was given
     qint64 size() const { return size_; }
 

@@ -3,7 +3,9 @@
 #include <QCoreApplication>
 
 #include <algorithm>
-#include <vector>
+#include <array>
+#include <cstdlib>
+#include <numeric>
 
 namespace Nereo::Inspection {
 
@@ -12,30 +14,35 @@ namespace {
 constexpr int longestName = 64;
 
 /// How many letters have to be inserted, removed, replaced or swapped with their neighbour to make one word
-/// of the other.
-int editDistance(const QString& left, const QString& right)
+/// of the other; any number that isn't less where it isn't less than a limit.
+int editDistance(QStringView left, QStringView right, int limit)
 {
-    const auto width = std::size_t(right.size()) + 1;
-    std::vector<int> beforeLast(width);
-    std::vector<int> last(width);
-    std::vector<int> current(width);
-    for (std::size_t j = 0; j < width; ++j)
-        last[j] = int(j);
+    using Row = std::array<int, longestName + 1>; // a number for each beginning of the right word
+    std::array<Row, 3> rows;
+    Row* beforeLast = &rows[0];
+    Row* last = &rows[1];
+    Row* current = &rows[2];
+    const QChar* const l = left.data();
+    const QChar* const r = right.data();
+    const int width = int(right.size());
+    std::iota(last->begin(), last->begin() + width + 1, 0);
     for (int i = 1; i <= left.size(); ++i) {
-        current[0] = i;
-        for (int j = 1; j <= right.size(); ++j) {
+        int least = (*current)[0] = i;
+        for (int j = 1; j <= width; ++j) {
             const auto at = std::size_t(j);
-            const bool isSame = left[i - 1] == right[j - 1];
-            current[at] = std::min({last[at] + 1, current[at - 1] + 1, last[at - 1] + !isSame});
-            const bool isSwapped =
-                i > 1 && j > 1 && left[i - 1] == right[j - 2] && left[i - 2] == right[j - 1];
-            if (isSwapped)
-                current[at] = std::min(current[at], beforeLast[at - 2] + 1);
+            int distance = std::min(
+                {(*last)[at] + 1, (*current)[at - 1] + 1, (*last)[at - 1] + (l[i - 1] == r[j - 1] ? 0 : 1)});
+            if (i > 1 && j > 1 && l[i - 1] == r[j - 2] && l[i - 2] == r[j - 1])
+                distance = std::min(distance, (*beforeLast)[at - 2] + 1);
+            (*current)[at] = distance;
+            least = std::min(least, distance);
         }
-        beforeLast.swap(last);
-        last.swap(current);
+        if (least > limit) // a swap goes back by two rows, and costs one
+            return limit;
+        std::swap(beforeLast, last);
+        std::swap(last, current);
     }
-    return last.back();
+    return (*last)[std::size_t(width)];
 }
 
 } // namespace
@@ -48,9 +55,9 @@ QString nearestName(const QString& word, const QStringList& names)
     QString nearest;
     int least = std::max(1, word.size() / 3) + 1;
     for (const QString& name : names) {
-        if (std::abs(name.size() - word.size()) >= least)
+        if (name.size() > longestName || std::abs(name.size() - word.size()) >= least)
             continue;
-        const int distance = editDistance(folded, name.toCaseFolded());
+        const int distance = editDistance(folded, name.toCaseFolded(), least);
         if (distance < least) {
             least = distance;
             nearest = name;

@@ -36,6 +36,8 @@ CONFIGURATION_TESTS = ["Nereo2ConfigFileTest", "FileTest", "TypicalRunTest"]
 CONTROL_TESTS = ["ControlFileTextTest", "ControlFileTest", "FileTest", "TypicalRunTest"]
 GEOMETRY_TESTS = ["GbiFileTest", "FileTest", "TypicalRunTest"]
 MATERIAL_TESTS = ["MaterialDatabaseFileXmlTest", "MaterialDatabaseFileTest", "FileTest", "TypicalRunTest"]
+INSPECTION_TESTS = ["inspection/ConfigurationCheckTest", "inspection/CheckTest",
+                    "inspection/ConfigurationAgreementTest"]
 RESULTS_TESTS = ["ResultsFileReaderTest", "ResultsFileTest", "FileTest"]
 
 # The readers, the writers, what they share and the values, each with its test programs, its own first.
@@ -81,7 +83,27 @@ TESTS = {
     "FileIO/FileAccess.h": ["FileTest", "faults/SystemCallFaultTest", "faults/AllocationFaultTest",
                             "Nereo2ConfigFileXmlTest", "XmlEntitiesTest", "Nereo2ConfigFileTextTest",
                             *CONTROL_TESTS, *GEOMETRY_TESTS, *MATERIAL_TESTS, *RESULTS_TESTS],
+    "FileIO/ConfigurationForms.h": [*CONFIGURATION_TESTS, *INSPECTION_TESTS],
+    "Inspection/Check.cpp": ["inspection/CheckTest", "inspection/InspectionFaultTest"],
+    "Inspection/ConfigurationTextOutline.cpp": INSPECTION_TESTS,
+    "Inspection/ConfigurationValues.cpp": INSPECTION_TESTS,
+    "Inspection/ConfigurationXmlOutline.cpp": INSPECTION_TESTS,
+    "Inspection/FileKind.cpp": ["inspection/FileKindTest"],
+    "Inspection/Finding.cpp": ["inspection/CheckTest"],
+    "Inspection/InputFile.cpp": ["inspection/CheckTest", "inspection/InspectionFaultTest"],
+    "Inspection/Json.cpp": ["inspection/CheckTest"],
+    "Inspection/Listener.cpp": INSPECTION_TESTS,
+    "Inspection/NearestName.cpp": ["inspection/RulesTest", *INSPECTION_TESTS],
+    "Inspection/NumberFault.cpp": ["inspection/RulesTest", *INSPECTION_TESTS],
+    "Inspection/Outline.cpp": ["inspection/CheckTest"],
+    "Inspection/TextFile.cpp": ["inspection/TextPlacesTest", "inspection/InspectionFaultTest", *INSPECTION_TESTS],
+    "Inspection/TextPlaces.cpp": ["inspection/TextPlacesTest", *INSPECTION_TESTS],
+    "Inspection/VersionFault.cpp": INSPECTION_TESTS,
+    "Inspection/XmlFile.cpp": ["inspection/InspectionFaultTest", *INSPECTION_TESTS],
 }
+
+# What is changed, and the folders in which it is built.
+LIBRARIES = {"NereoFileIO": "FileIO", "NereoInspection": "Inspection"}
 
 # Skipped is what doesn't compile, or compiles to the same library as before.
 RESULTS = CAUGHT, SURVIVED, EQUIVALENT, SKIPPED = "caught", "survived", "equivalent", "skipped"
@@ -114,12 +136,13 @@ class Worker:
     def build(self):
         """A sum of the library's bytes, or None when it doesn't compile."""
         build = self.root / "build"
-        if subprocess.run(["ninja", "-C", build, "NereoFileIO"], capture_output=True, check=False).returncode != 0:
+        if subprocess.run(["ninja", "-C", build, *LIBRARIES], capture_output=True, check=False).returncode != 0:
             return None
-        return hashlib.sha256((build / "FileIO/libNereoFileIO.so").read_bytes()).digest()
+        return hashlib.sha256(b"".join((build / LIBRARIES[name] / f"lib{name}.so").read_bytes()
+                                       for name in LIBRARIES)).digest()
 
     def passes(self, program):
-        libraries = ":".join(str((self.root / "build" / name).resolve()) for name in ("FileIO", "Utility"))
+        libraries = ":".join(str((self.root / "build" / name).resolve()) for name in ("FileIO", "Inspection", "Utility"))
         environment = {**os.environ, **CHECKED_MEMORY, "LD_LIBRARY_PATH": libraries}
         tests = subprocess.Popen(["prlimit", f"--cpu={PROCESSOR_TIME}", (FOLDER / "tests/tests" / program).resolve(),
                                   "--gtest_brief=1", "--gtest_fail_fast"],

@@ -11,6 +11,7 @@
 #include <NereoFileIO/PropertyType.h>
 #include <NereoFileIO/ResultsFile.h>
 #include <NereoFileIO/VariationType.h>
+#include <NereoInspection/Check.h>
 
 #include <gtest/gtest.h>
 
@@ -106,6 +107,18 @@ std::string displayNames(const std::string&)
     return all;
 }
 
+std::string checks(const std::string& prefix)
+{
+    std::string path = prefix + "broken.cfg";
+    writeBytes(path, "MaxItr x\nMaxIter x\n");
+    std::vector<Inspection::CheckedFile> files =
+        Inspection::check({path, NEREO_SAMPLES_DIR "/NEREO2_default.xml", NEREO_SAMPLES_DIR "/solver.cfg",
+                           NEREO_SAMPLES_DIR "/cavity.ctl", NEREO_SAMPLES_DIR "/materials.xml",
+                           NEREO_SAMPLES_DIR "/cavity.res"});
+    files.front().file.clear(); // which each thread has another of
+    return Inspection::toJson(files).toStdString();
+}
+
 const struct {
     const char* name;
     std::string (*run)(const std::string& prefix);
@@ -118,6 +131,7 @@ const struct {
     {"results",               results              },
     {"codeNames",             codeNames            },
     {"displayNames",          displayNames         },
+    {"checks",                checks               },
 };
 constexpr int workCount = int(std::size(everyWork));
 

@@ -1,8 +1,10 @@
 #include "support/OwnProcess.h"
+#include "support/TemporaryFolder.h"
 
 #include <NereoFileIO/MaterialType.h>
 #include <NereoFileIO/PropertyType.h>
 #include <NereoFileIO/VariationType.h>
+#include <NereoInspection/Check.h>
 
 #include <gmock/gmock.h>
 
@@ -225,9 +227,27 @@ TEST(TranslationDeathTest, TranslatesOnceWhileManyThreadsAsk)
     });
 }
 
+TEST(TranslationDeathTest, SaysWhatIsFoundInTheLanguageOfTheMoment)
+{
+    inAProcessOfItsOwn([] {
+        const TemporaryFolder folder;
+        const std::string path = folder.write("file.cfg", "MaxIter x\nMaxItr 5\n");
+        const auto found = [&](std::size_t index) {
+            return Nereo::Inspection::check(path).findings.at(index).message;
+        };
+        GermanApplication application;
+        EXPECT_EQ(found(0), "\"x\" is not a whole number; it is read as 0");
+
+        application.speakGerman();
+        EXPECT_EQ(found(0), "„x“ ist keine ganze Zahl; gelesen wird 0");
+        EXPECT_EQ(found(1),
+                  "„MaxItr“ ist keine Einstellung; das Laden wirft eine Ausnahme; Ist „MaxIter“ gemeint?");
+    });
+}
+
 using Texts = std::map<std::string, std::set<std::string>>; // by their contexts
 
-Texts displayNames()
+Texts allTexts()
 {
     Texts texts;
 #define MATERIAL_TYPE(object, name, displayName) texts["Clt::MaterialType"].insert(displayName);
@@ -238,6 +258,11 @@ Texts displayNames()
 #define VARIATION_TYPE(object, name, displayName, code, alias)                                               \
     texts["Clt::VariationType"].insert(displayName);
 #include <NereoFileIO/VariationType.def>
+#define FINDING(rule, code, severity, effect, kinds, expected, message)                                      \
+    texts["Nereo::Inspection"].insert({expected, message});
+#include <Inspection/Rules.def>
+    texts["Nereo::Inspection"].insert("did you mean \"%1\"?");
+    texts["Nereo::Inspection"].erase("");
     return texts;
 }
 
@@ -267,9 +292,9 @@ struct TranslationFile {
     Texts translations;
 };
 
-TEST(Translation, HasAllDisplayNames)
+TEST(Translation, HasAllTexts)
 {
-    const Texts expected = displayNames();
+    const Texts expected = allTexts();
     EXPECT_THAT(expected.at("Clt::MaterialType"), SizeIs(15));
     EXPECT_THAT(expected.at("Clt::PropertyType"), SizeIs(69)); // two properties share one
     EXPECT_THAT(expected.at("Clt::VariationType"), SizeIs(55));
@@ -279,7 +304,7 @@ TEST(Translation, HasAllDisplayNames)
             << name << ": build the target nereo_update_translations";
 }
 
-TEST(Translation, IsFinishedAndGivesEachTypeANameOfItsOwn)
+TEST(Translation, IsFinishedAndGivesEachTextOneOfItsOwn)
 {
     const TranslationFile german("NereoFileIO_de.ts");
     for (const auto& [context, sources] : german.sources) {

@@ -11,3 +11,9 @@
 #define VARIATION_TYPE(object, name, displayName, code, alias)                                               \
     QT_TRANSLATE_NOOP("Clt::VariationType", displayName)
 #include <NereoFileIO/VariationType.def>
+
+#define FINDING(rule, code, severity, effect, kinds, expected, message)                                      \
+    QT_TRANSLATE_NOOP("Nereo::Inspection", expected) QT_TRANSLATE_NOOP("Nereo::Inspection", message)
+#include <Inspection/Rules.def>
+
+QT_TRANSLATE_NOOP("Nereo::Inspection", "did you mean \"%1\"?")
