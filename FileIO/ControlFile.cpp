@@ -1,6 +1,7 @@
 #include <NereoFileIO/ControlFile.h>
 
 #include "Assertion.h"
+#include "ControlFileSections.h"
 #include "ControlFileTextReader.h"
 #include "ControlFileTextWriter.h"
 #include "ExactText.h"
@@ -113,7 +114,7 @@ void fill(Array& array, int firstCode, int lastCode, const Value& value)
 
 Util::Version versionIn(const QString& headerLine)
 {
-    const QString mark = QStringLiteral(" Ver ");
+    const QString mark = QLatin1String(versionMark);
     const int found = headerLine.lastIndexOf(mark);
     return Util::Version(found < 0 ? headerLine : headerLine.mid(found + mark.size()));
 }

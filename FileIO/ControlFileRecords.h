@@ -5,7 +5,7 @@
 
 #include <tuple>
 
-/// The lines of the section "Constants" that hold a record, for the reader and the writer.
+/// The lines that hold a record, for the reader, the writer and whoever else looks at control files.
 
 namespace Nereo::Io {
 
@@ -58,5 +58,18 @@ bool visitRecord(ControlFileType& controlFile, int code, Visit visit)
         return false;
     }
 }
+
+/// A line of the section "Auto Convergence Control".
+struct Criterion {
+    const char* text;
+    double AutoConvData::*threshold;
+};
+
+constexpr Criterion criteria[] = {
+    {"Instantaneous Convergence Curve Slope",    &AutoConvData::instantaneousSlope  },
+    {"Time-Average Convergence Curve Slope",     &AutoConvData::timeAverageSlope    },
+    {"Time-Average Convergence Curve Concavity", &AutoConvData::timeAverageConcavity},
+    {"Field Fluctuation",                        &AutoConvData::fieldFluctuation    },
+};
 
 } // namespace Nereo::Io

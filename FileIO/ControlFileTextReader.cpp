@@ -2,6 +2,7 @@
 
 #include "Assertion.h"
 #include "ControlFileRecords.h"
+#include "ControlFileSections.h"
 
 #include <NereoFileIO/CodeNameTable.h>
 #include <NereoFileIO/ControlFile.h>
@@ -13,18 +14,10 @@ namespace Nereo::Io {
 
 namespace {
 
-bool isTitle(const QString& line)
-{
-    return line.startsWith(QLatin1String(" *** "));
-}
-
-/// The name in a title line, simplified; empty when the line doesn't match ^\s\*\*\*\s(.+). White space other
-/// than a blank is possible in the first title only.
+/// The name in a title line, simplified; empty when there is none.
 QString sectionName(const QString& line)
 {
-    const bool matches = line.size() > 5 && line[0].isSpace() && line.midRef(1, 3) == QLatin1String("***")
-        && line[4].isSpace();
-    return matches ? line.mid(5).simplified() : QString();
+    return hasSectionName(line) ? line.mid(5).simplified() : QString();
 }
 
 // A number that is missing or can't be read is zero: the stream's operators say so themselves.
@@ -127,15 +120,15 @@ ControlFileTextReader::SectionReader ControlFileTextReader::readerOf(const QStri
         SectionReader read;
     };
     static constexpr Section sections[] = {
-        {"Title",                        &ControlFileTextReader::readTitle                     },
-        {"Equation Selection",           &ControlFileTextReader::readEquationSelection         },
-        {"Units",                        &ControlFileTextReader::readUnits                     },
-        {"Transient Data",               &ControlFileTextReader::readTransientData             },
-        {"Sequential Solver Iterations", &ControlFileTextReader::readSequentialSolverIterations},
-        {"Solution Control",             &ControlFileTextReader::readSolutionControl           },
-        {"Relaxation",                   &ControlFileTextReader::readRelaxation                },
-        {"Constants",                    &ControlFileTextReader::readConstants                 },
-        {"Flag section",                 &ControlFileTextReader::readFlagSection               },
+        {SectionName::title,             &ControlFileTextReader::readTitle                     },
+        {SectionName::equationSelection, &ControlFileTextReader::readEquationSelection         },
+        {SectionName::units,             &ControlFileTextReader::readUnits                     },
+        {SectionName::transientData,     &ControlFileTextReader::readTransientData             },
+        {SectionName::sequentialSolver,  &ControlFileTextReader::readSequentialSolverIterations},
+        {SectionName::solutionControl,   &ControlFileTextReader::readSolutionControl           },
+        {SectionName::relaxation,        &ControlFileTextReader::readRelaxation                },
+        {SectionName::constants,         &ControlFileTextReader::readConstants                 },
+        {SectionName::flags,             &ControlFileTextReader::readFlagSection               },
     };
     for (const Section& known : sections) {
         if (section == QLatin1String(known.name))

@@ -1,6 +1,7 @@
 #include "ControlFileTextWriter.h"
 
 #include "ControlFileRecords.h"
+#include "ControlFileSections.h"
 #include "ExactText.h"
 #include "NumberText.h"
 
@@ -13,101 +14,20 @@ namespace Nereo::Io {
 
 namespace {
 
-// The sections that are the same in every file.
-
-const char fieldVariableInitialization[] = R"( *** Field Variable Initialization
-kT 293 0
-)";
-
-const char freeSurface[] = R"( *** Free Surface
-0
-0 0 0
-0 0
-0 0
-0 0
-)";
-
-const char outputSettings[] = R"( *** Output Setting
-0 0 0 23 832
- *** Results Output Frequency
-steps 1 0
- *** Summary Output Frequency
-steps 1 0
-)";
-
-const char restartToSolarHeating[] = R"( *** Restart
-0 0 0 0
- *** Batch
-0
- *** Solar Heating
-0 0
-0 0 0
-0 0 0
-0
-2015 5 18 14 22 47
-1 0 0
-0 1 0
-0 0
-United*States Charlottesville*Va.
-0 0
-0
-293.15
-)";
-
-const char interfaceSection[] = R"( *** Interface
-TARNDESK TARNVIEW
-)";
-
-const char monitorPoints[] = R"( *** Monitor Points
-0
-)";
-
-const char fluidSettings[] = R"(1 1 1 0 1 2
-0 0 0
-0 0 0
-0
-0 0 0
-0 0 0
-0 0 0
-0 0 0
-0 0 0
-0 0 0
-)";
-
-const char endOfMaterial[] = "-----end of this index property data\n";
-
-constexpr int fluidProperties[] = {
-    kRho, kVisc, kCond, kCp, kSurfT, kEmis, kTransmis, kElRes, kWallRough,
-};
-
-constexpr int solidProperties[] = {
-    kRho, kVisc, kCond, kGen, kMixF, kCp, kSurfT, kEmis, kTransmis, kElRes, kWallRough,
-};
-
-// The solver's codes. Several variations share one.
-enum VariationCode : int {
-#define VARIATION_TYPE(object, name, displayName, code, alias) object = code,
-#include <NereoFileIO/VariationType.def>
-};
-
-struct Criterion {
-    const char* text;
-    double AutoConvData::*threshold;
-};
-
-constexpr Criterion criteria[] = {
-    {"Instantaneous Convergence Curve Slope",    &AutoConvData::instantaneousSlope  },
-    {"Time-Average Convergence Curve Slope",     &AutoConvData::timeAverageSlope    },
-    {"Time-Average Convergence Curve Concavity", &AutoConvData::timeAverageConcavity},
-    {"Field Fluctuation",                        &AutoConvData::fieldFluctuation    },
-};
-
-constexpr int lastListedVariable = kLiqFrac;    // from kU on, where a section doesn't list all
-constexpr int firstListedConstant = kTurbRatio; // what comes before are no constants but fields
-
 QString nameOf(int code)
 {
     return CodeNameTable::instance().nameForCode(code, false);
+}
+
+void writeTitleLine(QTextStream& out, const char* name)
+{
+    out << titleStart << name << '\n';
+}
+
+void writeSection(QTextStream& out, const FixedSection& section)
+{
+    writeTitleLine(out, section.name);
+    out << section.lines;
 }
 
 template <class Item>
@@ -156,20 +76,24 @@ void ControlFileTextWriter::write(QTextStream& out)
     writeEquationSelection(out);
     writeUnits(out);
     writePropertySettings(out);
-    out << fieldVariableInitialization;
+    writeSection(out, FixedSections::fieldVariableInitialization);
     writeTransientData(out);
-    out << freeSurface;
+    writeSection(out, FixedSections::freeSurface);
     writeSequentialSolverIterations(out);
     writeSolutionControl(out);
     writeRelaxation(out);
     writeAutoConvergenceControl(out);
-    out << outputSettings;
+    writeSection(out, FixedSections::outputSetting);
+    writeSection(out, FixedSections::resultsOutputFrequency);
+    writeSection(out, FixedSections::summaryOutputFrequency);
     writeFieldVariableOutput(out);
-    out << restartToSolarHeating;
+    writeSection(out, FixedSections::restart);
+    writeSection(out, FixedSections::batch);
+    writeSection(out, FixedSections::solarHeating);
     writeConstants(out);
-    out << interfaceSection;
+    writeSection(out, FixedSections::interfaceSection);
     writeFlagSection(out);
-    out << monitorPoints;
+    writeSection(out, FixedSections::monitorPoints);
 }
 
 void ControlFileTextWriter::writeHeader(QTextStream& out) const
@@ -180,26 +104,26 @@ void ControlFileTextWriter::writeHeader(QTextStream& out) const
 
 void ControlFileTextWriter::writeTitle(QTextStream& out) const
 {
-    out << " *** Title\n";
+    writeTitleLine(out, SectionName::title);
     out << toExactQString(controlFile_->title()) << '\n';
 }
 
 void ControlFileTextWriter::writeEquationSelection(QTextStream& out) const
 {
-    out << " *** Equation Selection\n";
+    writeTitleLine(out, SectionName::equationSelection);
     for (int i = 0; i < ControlFile::EquationCount; ++i)
         writeLine(out, controlFile_->equationFlag(i));
 }
 
 void ControlFileTextWriter::writeUnits(QTextStream& out) const
 {
-    out << " *** Units\n";
+    writeTitleLine(out, SectionName::units);
     writeLine(out, controlFile_->units());
 }
 
 void ControlFileTextWriter::writePropertySettings(QTextStream& out) const
 {
-    out << " *** Property Settings\n";
+    writeTitleLine(out, SectionName::propertySettings);
     const MaterialDatabaseFile& materials = controlFile_->materialDatabase();
     for (int i = 0; i < materials.count(); ++i)
         writeMaterial(out, materials.material(i));
@@ -213,15 +137,15 @@ void ControlFileTextWriter::writeMaterial(QTextStream& out, const Material& mate
         writeFluid(out, material);
     else if (material.type() == "solid")
         writeSolid(out, material);
-    out << endOfMaterial;
+    out << MaterialLines::end << '\n';
 }
 
 void ControlFileTextWriter::writeFluid(QTextStream& out, const Material& fluid) const
 {
     writeLine(out, fluid.refPressure(), fluid.refTemperature(), fluid.refCompressibility(),
               fluid.vaporPressure());
-    out << fluidSettings;
-    for (const int code : fluidProperties)
+    out << MaterialLines::fluidSettings;
+    for (const int code : MaterialLines::fluidProperties)
         writeProperty(out, fluid, code);
     writeLine(out, nameOf(kSpecDifu), controlFile_->units(), 1, fluid.diffusionCoefficient());
 }
@@ -229,7 +153,7 @@ void ControlFileTextWriter::writeFluid(QTextStream& out, const Material& fluid) 
 void ControlFileTextWriter::writeSolid(QTextStream& out, const Material& solid) const
 {
     writeLine(out, solid.refTemperature());
-    for (const int code : solidProperties)
+    for (const int code : MaterialLines::solidProperties)
         writeProperty(out, solid, code);
 }
 
@@ -241,15 +165,15 @@ void ControlFileTextWriter::writeProperty(QTextStream& out, const Material& mate
     const int variation = property.variationCode();
     out << nameOf(code) << ' ' << controlFile_->units() << ' ' << variation << ' ';
     switch (variation) {
-    case Constant:
+    case MaterialLines::Constant:
         return writeLine(out, property.value());
-    case EquationOfState:
-    case AdiabaticEquationOfState:
+    case MaterialLines::EquationOfState:
+    case MaterialLines::AdiabaticEquationOfState:
         return writeLine(out, material.gasConstant());
-    case SameAsKxx:
+    case MaterialLines::SameAsKxx:
         out << '\n';
         return;
-    case PiecewiseLinear:
+    case MaterialLines::PiecewiseLinear:
         return writeCurve(out, property);
     default:
         return; // what follows goes on in the same line, which is how the solver knows these files
@@ -258,7 +182,7 @@ void ControlFileTextWriter::writeProperty(QTextStream& out, const Material& mate
 
 void ControlFileTextWriter::writeTransientData(QTextStream& out) const
 {
-    out << " *** Transient Data \n";
+    out << titleStart << SectionName::transientData << " \n"; // this title alone has a blank behind it
     writeLine(out, controlFile_->transientForm(), controlFile_->numberOfTimeSteps());
     writeLine(out, controlFile_->timeStepSize());
     writeLine(out, controlFile_->stopTime());
@@ -267,7 +191,7 @@ void ControlFileTextWriter::writeTransientData(QTextStream& out) const
 void ControlFileTextWriter::writeSequentialSolverIterations(QTextStream& out) const
 {
     const SeqSolverType& solver = controlFile_->sequentialSolver();
-    out << " *** Sequential Solver Iterations\n";
+    writeTitleLine(out, SectionName::sequentialSolver);
     writeLine(out, solver.integer1);
     writeLine(out, solver.integer2);
     writeLine(out, solver.integer3);
@@ -276,7 +200,7 @@ void ControlFileTextWriter::writeSequentialSolverIterations(QTextStream& out) co
 
 void ControlFileTextWriter::writeSolutionControl(QTextStream& out) const
 {
-    out << " *** Solution Control\n";
+    writeTitleLine(out, SectionName::solutionControl);
     for (int code = kU; code <= lastListedVariable; ++code) {
         const PhiSolveType& solve = controlFile_->phiSolve(code);
         writeLine(out, nameOf(code), solve.integer1, solve.integer2, 1, solve.tolerance); // 1 in every file
@@ -285,14 +209,14 @@ void ControlFileTextWriter::writeSolutionControl(QTextStream& out) const
 
 void ControlFileTextWriter::writeRelaxation(QTextStream& out) const
 {
-    out << " *** Relaxation\n";
+    writeTitleLine(out, SectionName::relaxation);
     for (int code = kU; code <= ControlFile::RelaxedVariableCount; ++code)
         writeLine(out, nameOf(code), controlFile_->phiUnderRelax(code), controlFile_->phiInertRelax(code));
 }
 
 void ControlFileTextWriter::writeAutoConvergenceControl(QTextStream& out) const
 {
-    out << " *** Auto Convergence Control\n";
+    writeTitleLine(out, SectionName::autoConvergenceControl);
     writeLine(out, controlFile_->isAutoConvOn(), controlFile_->isAutoStopOn());
     for (const auto& [text, threshold] : criteria)
         writeLine(out, text, controlFile_->autoConvData().*threshold);
@@ -300,14 +224,14 @@ void ControlFileTextWriter::writeAutoConvergenceControl(QTextStream& out) const
 
 void ControlFileTextWriter::writeFieldVariableOutput(QTextStream& out) const
 {
-    out << " *** Field Variable Output\n";
+    writeTitleLine(out, SectionName::fieldVariableOutput);
     for (int code = kU; code <= lastListedVariable; ++code)
         writeLine(out, nameOf(code), 0);
 }
 
 void ControlFileTextWriter::writeConstants(QTextStream& out) const
 {
-    out << " *** Constants\n";
+    writeTitleLine(out, SectionName::constants);
     for (int code = firstListedConstant; code <= ControlFile::ConstantCount; ++code) {
         const auto write = [&](const auto& record, const auto& fields) {
             writeRecord(out, code, record, fields);
@@ -322,7 +246,7 @@ void ControlFileTextWriter::writeConstants(QTextStream& out) const
 
 void ControlFileTextWriter::writeFlagSection(QTextStream& out) const
 {
-    out << " *** Flag section\n";
+    writeTitleLine(out, SectionName::flags);
     writeLine(out, controlFile_->flagCount());
     for (int i = 0; i < controlFile_->flagCount(); ++i) {
         const Flag& flag = controlFile_->flag(i);
