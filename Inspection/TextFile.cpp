@@ -36,7 +36,12 @@ bool TextFile::appendLine(QString& text)
 
 void TextFile::reportCharacters()
 {
-    places_.reportFaults(nextIndex_, listener_);
+    reportCharactersBefore(nextIndex_);
+}
+
+void TextFile::reportCharactersBefore(qint64 index)
+{
+    places_.reportFaults(index, listener_);
 }
 
 void TextFile::reportEnd()

@@ -39,7 +39,8 @@ public:
     /// Tells of the characters up to the next line that are none, and at the end of the file of all that are
     /// left. The parts that they are in come before.
     void reportCharacters();
-    void reportEnd(); ///< and whether the file was read to its end
+    void reportCharactersBefore(qint64 index); ///< the same up to a character that has been read
+    void reportEnd();                          ///< and whether the file was read to its end
 
 private:
     Listener& listener_;

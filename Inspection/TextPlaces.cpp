@@ -319,13 +319,18 @@ QString TextPlaces::text(qint64 begin, qint64 end)
 
 void TextPlaces::reportFaults(qint64 end, Listener& listener)
 {
-    while (!isAtEnd_ && states_.back().index < end)
+    const auto tell = [&] {
+        for (; told_ < faults_.size() && faults_[told_].index < end; ++told_)
+            report(faults_[told_], listener);
+        if (told_ == faults_.size()) {
+            faults_.clear();
+            told_ = 0;
+        }
+    };
+    tell();
+    while (!isAtEnd_ && states_.back().index < end) {
         passBlock();
-    for (; told_ < faults_.size() && faults_[told_].index < end; ++told_)
-        report(faults_[told_], listener);
-    if (told_ == faults_.size()) {
-        faults_.clear();
-        told_ = 0;
+        tell(); // block by block, so that those of a long line needn't be kept
     }
     passParts(end);
     if (passedParts_ == parts_.size()) {

@@ -13,6 +13,7 @@ constexpr Walker walkers[] = {
     {FileKind::ConfigurationXml,  walkConfigurationXml },
     {FileKind::ConfigurationText, walkConfigurationText},
     {FileKind::GeometryBoundary,  walkGeometryBoundary },
+    {FileKind::Control,           walkControlFile      },
 };
 
 } // namespace

@@ -20,5 +20,6 @@ Walk walkOf(FileKind kind);
 void walkConfigurationXml(const InputFile& file, Listener& listener);
 void walkConfigurationText(const InputFile& file, Listener& listener);
 void walkGeometryBoundary(const InputFile& file, Listener& listener);
+void walkControlFile(const InputFile& file, Listener& listener);
 
 } // namespace Nereo::Inspection

@@ -27,6 +27,7 @@ constexpr Input inputs[] = {
     {FileKind::ConfigurationXml,  "input.xml"},
     {FileKind::ConfigurationText, "input.cfg"},
     {FileKind::GeometryBoundary,  "input.gbi"},
+    {FileKind::Control,           "input.ctl"},
 };
 
 /// Writes the bytes to a file, which all inputs have one after the other.

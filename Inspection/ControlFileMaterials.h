@@ -1,0 +1,61 @@
+#pragma once
+
+#include "ControlFileLines.h"
+#include "ControlFileValues.h"
+#include "SeenNames.h"
+
+namespace Nereo::Inspection {
+
+/// Reads the materials under "Property Settings", of which a load takes nothing: each is there for the
+/// solver, as a writer writes it.
+///
+/// The values have the names of their elements in a material database, and those of a property stand under
+/// the name of its variable: "property-settings/Water/id", "property-settings/Water/kRho/value".
+class ControlFileMaterials {
+public:
+    ControlFileMaterials(ControlFileLines& lines, ControlFileValues& values, std::size_t mostRepeated)
+        : lines_(lines), values_(values), names_(mostRepeated), ids_(mostRepeated)
+    {
+    }
+
+    /// Reads up to the end of the section. False if there is no material.
+    bool read(const QString& address);
+
+private:
+    // What reads a part of a material: false, behind a finding, where it isn't as a writer writes it.
+
+    bool readMaterial();
+    bool readFirstLine();
+    bool readFluid();
+    bool readSolid();
+    bool readProperty(int code);
+    bool readCurve(const QString& property);
+    bool readDiffusion();
+    bool readEnd();
+
+    bool expectWord(QStringView word);
+    bool expectText(const char* lines);
+    bool expectLineEnd();
+    bool takeInteger(int& integer);
+    bool takeNumber(const QString& name, Item::Type type, double& value);
+    bool takeNumber(const QString& name, Item::Type type);
+    bool takeUnits(int code);
+    void checkName(Range name);
+    void checkId(Range id, int number);
+
+    bool isEnd() const;
+    void skipMaterial();
+    bool refuse(Range range);
+
+    QString valueAddress(const QString& name) const { return address_ + QLatin1Char('/') + name; }
+
+    ControlFileLines& lines_;
+    ControlFileValues& values_;
+    SeenNames names_;
+    SeenNames ids_;
+    QString section_;
+    QString address_; ///< of the material
+    int count_ = 0;
+};
+
+} // namespace Nereo::Inspection

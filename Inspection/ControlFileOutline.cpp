@@ -1,0 +1,718 @@
+#include "ControlFileLines.h"
+#include "ControlFileMaterials.h"
+#include "SeenNames.h"
+#include "VersionFault.h"
+#include "Walker.h"
+
+#include <FileIO/ControlFileRecords.h>
+#include <FileIO/ControlFileSections.h>
+#include <NereoFileIO/CodeNameTable.h>
+#include <NereoFileIO/ControlFile.h>
+#include <NereoUtility/StringConversion.h>
+#include <NereoUtility/Version.h>
+
+#include <algorithm>
+#include <array>
+#include <bitset>
+#include <iterator>
+#include <limits>
+#include <tuple>
+#include <vector>
+
+namespace Nereo::Inspection {
+
+namespace {
+
+using Io::CodeNameTable;
+using Io::ControlFile;
+using Type = Item::Type;
+
+namespace SectionName = Io::SectionName;
+namespace FixedSections = Io::FixedSections;
+
+constexpr int longestName = 64; // of sections and variables, and more
+constexpr int longestHeader = 1000;
+constexpr int longestAddressPart = 200;
+constexpr int titleLength = 5; ///< up to the name
+constexpr char solutionAddress[] = "solution-control";
+
+template <std::size_t size>
+constexpr Fields all(const Field (&fields)[size])
+{
+    return {fields, int(size)};
+}
+
+// Sections in which each line has its own values.
+
+constexpr Field equationFields[] = {
+    {"1", Type::Integer, true},
+    {"2", Type::Integer, true},
+    {"3", Type::Integer, true},
+    {"4", Type::Integer, true},
+    {"5", Type::Integer, true},
+};
+static_assert(std::size(equationFields) == ControlFile::EquationCount);
+
+constexpr Field unitsFields[] = {
+    {"", Type::Integer, true},
+};
+
+constexpr Field transientFields[] = {
+    {"form",      Type::Integer, false},
+    {"steps",     Type::Integer, true },
+    {"step-size", Type::Number,  true },
+    {"stop-time", Type::Number,  true },
+};
+
+constexpr Field sequentialFields[] = {
+    {"1",         Type::Integer, true },
+    {"2",         Type::Integer, true },
+    {"3",         Type::Integer, true },
+    {"variable",  Type::Text,    false},
+    {"tolerance", Type::Number,  true },
+};
+
+// What stands behind the name of a variable.
+
+constexpr Field solutionFields[] = {
+    {"1",          Type::Integer},
+    {"2",          Type::Integer},
+    {"3",          Type::Integer, false, Save::AsOne},
+    {"tolerance", Type::Number             },
+};
+
+constexpr Field unlistedSolutionFields[] = {
+    {"1",         Type::Integer},
+    {"2",         Type::Integer},
+    {"3",         Type::Integer},
+    {"tolerance", Type::Number },
+};
+
+constexpr Field relaxationFields[] = {
+    {"under",    Type::Number},
+    {"inertial", Type::Number},
+};
+
+constexpr Field constantFields[] = {
+    {"", Type::Number},
+};
+
+constexpr Field unsavedConstantFields[] = {
+    {"", Type::Number, false, Save::Never},
+};
+
+// What a load doesn't take, though a solver does.
+
+constexpr Field switchFields[] = {
+    {"on",   Type::Switch},
+    {"stop", Type::Switch},
+};
+
+constexpr Field criterionFields[] = {
+    {"instantaneous-slope",    Type::Number},
+    {"time-average-slope",     Type::Number},
+    {"time-average-concavity", Type::Number},
+    {"field-fluctuation",      Type::Number},
+};
+static_assert(std::size(criterionFields) == std::size(Io::criteria));
+
+template <class Record>
+constexpr Type typeOf(bool Record::*)
+{
+    return Type::Switch;
+}
+
+template <class Record>
+constexpr Type typeOf(int Record::*)
+{
+    return Type::Integer;
+}
+
+template <class Record>
+constexpr Type typeOf(double Record::*)
+{
+    return Type::Number;
+}
+
+/// The fields of a record, by their places in the line.
+template <class... Members>
+std::vector<Field> fieldsOf(const std::tuple<Members...>& members)
+{
+    static constexpr const char* places[] = {"1", "2", "3", "4", "5", "6", "7", "8", "9", "10", "11", "12"};
+    static_assert(sizeof...(Members) <= std::size(places));
+    std::vector<Field> fields;
+    std::apply(
+        [&](auto... member) {
+            (fields.push_back({places[fields.size()], typeOf(member)}), ...);
+        },
+        members);
+    return fields;
+}
+
+/// The line without its digits, which change from one version to the next.
+QString withoutDigits(QStringView line)
+{
+    QString text;
+    std::copy_if(line.begin(), line.end(), std::back_inserter(text),
+                 [](QChar character) { return !character.isDigit(); });
+    return text;
+}
+
+/// Whether a header line is as the writer of some version writes it.
+bool isLike(QStringView line, QStringView written)
+{
+    return line.size() <= longestHeader && withoutDigits(line) == withoutDigits(written);
+}
+
+QString versionReadFrom(QStringView text)
+{
+    return Util::Version(text.left(longestHeader).toString()).toString();
+}
+
+/// The code of a variable; kNone if there is none of that name.
+int codeOf(QStringView name)
+{
+    return name.size() > longestName ? int(Io::kNone)
+                                     : CodeNameTable::instance().codeForName(name.toString());
+}
+
+QString nameOf(int code)
+{
+    return CodeNameTable::instance().nameForCode(code, false);
+}
+
+/// A list of variables with numbers behind each.
+struct List {
+    const char* address;
+    int first;   ///< of the codes that a writer writes
+    int last;    ///< of those that a load takes, from 1 on
+    int skipped; ///< how many numbers a load reads behind an unknown name
+};
+
+/// The variables of a section, as a writer names them.
+QStringList namesOf(const List& list)
+{
+    QStringList names;
+    for (int code = list.first; code <= list.last; ++code)
+        names.append(nameOf(code));
+    return names;
+}
+
+/// The way through one file.
+class ControlFileWalk {
+public:
+    ControlFileWalk(const InputFile& file, Listener& listener)
+        : lines_(file, listener), listener_(listener), values_(lines_, listener),
+          mostRepeated_(listener.wantsItems() ? std::numeric_limits<std::size_t>::max()
+                                              : std::size_t(FindingListener::mostOfACode)),
+          unknownSections_(mostRepeated_), materials_(lines_, values_, mostRepeated_)
+    {
+    }
+
+    void run()
+    {
+        readHeader();
+        readSecondHeader();
+        readFirstTitle();
+        while (lines_.hasTitle())
+            readSection();
+        for (const Section& section : sections()) {
+            if (section.isAlwaysWritten && !isSeen(section))
+                listener_.finding(
+                    {Rule::MissingSection, lines_.place(0), section.address, {}, {section.name}});
+        }
+        lines_.reportEnd();
+    }
+
+private:
+    /// A section by its name; how it is read, and the lines of one that is the same in every file.
+    struct Section {
+        const char* name;
+        const char* address;
+        void (ControlFileWalk::*read)(const Section& section);
+        bool isAlwaysWritten = true;
+        Fields fields = {};
+        const char* lines = "";
+    };
+
+    struct Sections {
+        const Section* first;
+        const Section* behind;
+
+        const Section* begin() const { return first; }
+        const Section* end() const { return behind; }
+    };
+
+    static Sections sections();
+    static const Section* sectionOf(const QString& name);
+    std::bitset<32>::reference isSeen(const Section& section)
+    {
+        return seenSections_[std::size_t(&section - sections().first)];
+    }
+
+    void readHeader();
+    void readSecondHeader();
+    void badHeader(const char* address, const QString& consequence = {});
+    void checkVersion(int at);
+    void readFirstTitle();
+    void readSection();
+    void readUnknownSection(QStringView spelling, const QString& name);
+
+    void readTitle(const Section& section);
+    void readFields(const Section& section);
+    void readSolutionControl(const Section& section);
+    void readRelaxation(const Section& section);
+    void readConstants(const Section& section);
+    void readAutoConvergence(const Section& section);
+    void readFlags(const Section& section);
+    void readMaterials(const Section& section);
+    void readFixed(const Section& section);
+    void readVariableOutput(const Section& section);
+
+    template <class FieldsOfCode>
+    void readList(const List& list, FieldsOfCode fieldsOfCode);
+    void unknownVariable(const List& list, Range name);
+    void readCriterion(const QString& address);
+    bool readLines(const QString& address, const QStringList& expected);
+    void readFlag(SeenNames& names);
+    void notLoaded(const Section& section);
+
+    ControlFileLines lines_;
+    Listener& listener_;
+    ControlFileValues values_;
+    const std::size_t mostRepeated_;
+    const ControlFile new_; ///< what a writer writes of the header
+    std::bitset<32> seenSections_;
+    SeenNames unknownSections_;
+    ControlFileMaterials materials_;
+    Place title_; ///< of the name of the section
+    int sectionCount_ = 0;
+};
+
+void ControlFileWalk::readHeader()
+{
+    if (!lines_.readLine())
+        return;
+    values_.text(QStringLiteral("header/1"), {0, lines_.lineEnd()});
+    const QLatin1String mark(Io::versionMark);
+    const QStringView line = lines_.text();
+    const auto at = line.lastIndexOf(mark);
+    if (at < 0)
+        return badHeader("header/1", translated("the version is read as ") + versionReadFrom(line));
+    const QString written = Util::toQString(new_.headerLine1());
+    if (!isLike(line.left(at), QStringView(written).left(written.lastIndexOf(mark))))
+        badHeader("header/1");
+    checkVersion(int(at) + mark.size());
+}
+
+void ControlFileWalk::readSecondHeader()
+{
+    if (!lines_.readLine())
+        return;
+    values_.text(QStringLiteral("header/2"), {0, lines_.lineEnd()});
+    const QLatin1String branchStart(" (");
+    const QStringView line = lines_.text();
+    const auto at = line.indexOf(branchStart);
+    const QString written = Util::toQString(new_.headerLine2());
+    const bool isWritten = at >= 0 && line.endsWith(QLatin1Char(')'))
+        && isLike(line.left(at), QStringView(written).left(written.indexOf(branchStart)));
+    if (!isWritten)
+        badHeader("header/2");
+    lines_.addPart({0, lines_.lineEnd()}, QStringLiteral("header/2"));
+}
+
+void ControlFileWalk::badHeader(const char* address, const QString& consequence)
+{
+    Discovery discovery {Rule::BadHeader, lines_.place(0), address, excerpt(lines_.text())};
+    discovery.consequence = consequence;
+    listener_.finding(discovery);
+}
+
+/// The version is all that stands behind a place in the line.
+void ControlFileWalk::checkVersion(int at)
+{
+    const QStringView version = lines_.text().mid(at).trimmed();
+    const int begin = version.isEmpty() ? lines_.lineEnd() : int(version.data() - lines_.text().data());
+    const bool isBad = Inspection::checkVersion(version.left(longestHeader).toString(), false,
+                                                lines_.place(begin), QStringLiteral("header/1"), listener_);
+    lines_.addPart({0, begin}, QStringLiteral("header/1"));
+    if (isBad)
+        lines_.cover({begin, begin + int(version.size())});
+}
+
+/// What stands up to the first title belongs to no section if the third line is none.
+void ControlFileWalk::readFirstTitle()
+{
+    if (!lines_.readLine())
+        return listener_.finding({Rule::MissingTitleAtEnd, lines_.place(0)});
+    if (Io::hasSectionName(lines_.text()))
+        return readSection();
+
+    Discovery discovery {Rule::MissingTitle, lines_.place(0), {}, excerpt(lines_.text())};
+    bool isIgnored = !lines_.text().trimmed().isEmpty();
+    for (lines_.readLine(); lines_.hasLine(); lines_.nextLine())
+        isIgnored = isIgnored || !lines_.isBlank();
+    if (!isIgnored)
+        discovery.effect = Effect::None;
+    listener_.finding(discovery);
+    lines_.reportCharacters();
+}
+
+void ControlFileWalk::readSection()
+{
+    const QStringView line = lines_.text();
+    const QStringView spelling = Io::hasSectionName(line) ? line.mid(titleLength).trimmed() : QStringView();
+    const int begin = spelling.isEmpty() ? lines_.lineEnd() : int(spelling.data() - line.data());
+    const QString name = simplified(spelling, longestName);
+    title_ = lines_.place(begin);
+    ++sectionCount_;
+    const Section* const section = sectionOf(name);
+    if (section == nullptr) {
+        lines_.cover({begin, begin + int(spelling.size())});
+        return readUnknownSection(spelling, name);
+    }
+
+    if (isSeen(*section))
+        listener_.finding({Rule::RepeatedSection, title_, section->address, excerpt(spelling)});
+    isSeen(*section) = true;
+    lines_.readLine();
+    (this->*section->read)(*section);
+    while (lines_.hasLine()) {
+        lines_.nextLine();
+        lines_.reportCharacters();
+    }
+    lines_.reportCharacters();
+}
+
+void ControlFileWalk::readUnknownSection(QStringView spelling, const QString& name)
+{
+    const bool isTold = !listener_.onlyCounts(Rule::UnknownSection);
+    QString address;
+    if (isTold || listener_.wantsItems()) {
+        const QString wholeName =
+            simplified(spelling, listener_.wantsItems() ? int(spelling.size()) : longestAddressPart);
+        const int repeated = unknownSections_.add(wholeName);
+        address = name.isEmpty() ? QLatin1Char('#') + QString::number(sectionCount_) : addressPart(wholeName);
+        if (repeated > 0 && !name.isEmpty())
+            address += QLatin1Char('#') + QString::number(repeated + 1);
+    }
+    if (isTold) {
+        QStringList names;
+        for (const Section& section : sections())
+            names.append(QLatin1String(section.name));
+        Discovery discovery {Rule::UnknownSection, title_, address, excerpt(spelling)};
+        discovery.knownNames = &names;
+        listener_.finding(discovery);
+    }
+    lines_.readLine();
+    readLines(address, {});
+}
+
+void ControlFileWalk::readTitle(const Section& section)
+{
+    if (lines_.hasLine()) {
+        values_.text(section.address, {0, lines_.lineEnd()});
+        lines_.addPart({0, lines_.lineEnd()}, section.address);
+        lines_.nextLine();
+        values_.trailingLines(section.address);
+    } else {
+        listener_.finding(
+            {lines_.hasTitle() ? Rule::MissingText : Rule::MissingLines, lines_.place(0), section.address});
+    }
+}
+
+void ControlFileWalk::readFields(const Section& section)
+{
+    // Behind a title in the last line of a file a load doesn't even read zeros.
+    if (!lines_.hasLine() && !lines_.hasTitle())
+        listener_.finding(
+            {Rule::MissingLines, lines_.place(0), fieldAddress(section.address, section.fields[0])});
+    else
+        values_.readSection(section.address, section.fields);
+}
+
+/// Reads a name in each line, and behind it the fields that a variable has.
+template <class FieldsOfCode>
+void ControlFileWalk::readList(const List& list, FieldsOfCode fieldsOfCode)
+{
+    std::bitset<ControlFile::ConstantCount + 1> seen;
+    std::array<QString, ControlFile::ConstantCount + 1> addresses;
+    while (lines_.hasLine()) {
+        const Range name = lines_.wordFrom(0);
+        if (name.isEmpty()) {
+            lines_.nextLine();
+            lines_.reportCharacters();
+            continue;
+        }
+        const int code = codeOf(lines_.text(name));
+        if (code < 1 || code > list.last) {
+            unknownVariable(list, name);
+        } else {
+            QString& address = addresses[std::size_t(code)];
+            if (address.isEmpty())
+                address = list.address + (QLatin1Char('/') + nameOf(code));
+            if (seen[std::size_t(code)])
+                values_.finding(Rule::RepeatedVariable, address, name);
+            seen[std::size_t(code)] = true;
+            if (list.address == solutionAddress && code > Io::lastListedVariable)
+                values_.finding(Rule::UnusedValue, address, name);
+            values_.readLine(address, fieldsOfCode(code), name.end);
+        }
+        lines_.nextLine();
+        lines_.reportCharacters();
+    }
+}
+
+void ControlFileWalk::unknownVariable(const List& list, Range name)
+{
+    std::optional<Discovery> discovery;
+    QStringList names;
+    if (!listener_.onlyCounts(Rule::UnknownVariable)) {
+        const QStringView word = lines_.text(name);
+        const QString address = list.address + (QLatin1Char('/') + addressPart(excerpt(word)));
+        discovery = Discovery {Rule::UnknownVariable, lines_.place(name.begin), address, excerpt(word)};
+        names = namesOf(list);
+        discovery->knownNames = &names;
+    }
+    lines_.cover(name);
+
+    const qint64 line = lines_.begin();
+    lines_.goTo(name.end);
+    for (int i = 0; i < list.skipped; ++i) {
+        const bool isHere = lines_.begin() == line;
+        lines_.readNumber();
+        if (discovery && isHere && lines_.begin() != line && lines_.hasLine())
+            discovery->consequence = ControlFileValues::takenInstead(lines_.text(lines_.restFrom(0)));
+    }
+    lines_.goTo(lines_.lineEnd());
+    if (discovery)
+        listener_.finding(*discovery);
+}
+
+void ControlFileWalk::readSolutionControl(const Section&)
+{
+    const List list {solutionAddress, Io::kU, ControlFile::SolvedVariableCount, 0};
+    readList(list, [](int code) {
+        return all(code > Io::lastListedVariable ? unlistedSolutionFields : solutionFields);
+    });
+}
+
+void ControlFileWalk::readRelaxation(const Section& section)
+{
+    const List list {section.address, Io::kU, ControlFile::RelaxedVariableCount, 2};
+    readList(list, [](int) { return all(relaxationFields); });
+}
+
+void ControlFileWalk::readConstants(const Section& section)
+{
+    const List list {section.address, Io::firstListedConstant, ControlFile::ConstantCount, 0};
+    std::vector<Field> record;
+    readList(list, [&](int code) {
+        const auto setFields = [&](const auto&, const auto& members) { record = fieldsOf(members); };
+        if (Io::visitRecord(new_, code, setFields))
+            return Fields {record.data(), int(record.size())};
+        return all(code < Io::firstListedConstant ? unsavedConstantFields : constantFields);
+    });
+}
+
+/// The switches, and a threshold behind the text of each criterion.
+void ControlFileWalk::readAutoConvergence(const Section& section)
+{
+    notLoaded(section);
+    const QString address = section.address;
+    bool isFirst = true;
+    for (; lines_.hasLine(); lines_.nextLine()) {
+        if (!lines_.isBlank() && isFirst) {
+            isFirst = false;
+            int at = 0;
+            for (const Field& field : switchFields) {
+                const Range word = lines_.wordFrom(at);
+                if (!word.isEmpty())
+                    values_.unloaded(fieldAddress(address, field), field.type, word);
+                at = word.end;
+            }
+        } else if (!lines_.isBlank()) {
+            readCriterion(address);
+        }
+        lines_.reportCharacters();
+    }
+}
+
+void ControlFileWalk::readCriterion(const QString& address)
+{
+    const Range line = lines_.restFrom(0);
+    const QStringView text = lines_.text(line);
+    const auto behindText = std::find_if(text.rbegin(), text.rend(), [](QChar c) { return c.isSpace(); });
+    const int begin = line.begin + int(text.rend() - behindText);
+    const QStringView name = lines_.text({line.begin, begin});
+    for (std::size_t i = 0; i < std::size(Io::criteria); ++i) {
+        if (haveSameWords(name, QString::fromLatin1(Io::criteria[i].text)))
+            values_.unloaded(fieldAddress(address, criterionFields[i]), Type::Number, {begin, line.end});
+    }
+}
+
+void ControlFileWalk::readFlags(const Section& section)
+{
+    const QString address = section.address;
+    const bool isAtEnd = !lines_.hasLine() && !lines_.hasTitle();
+    if (isAtEnd || !lines_.toWord()) {
+        // None are announced then, and none are there.
+        return listener_.finding(
+            {isAtEnd ? Rule::MissingLines : Rule::MissingValue, lines_.place(0), address});
+    }
+    const Range word = lines_.wordFrom(lines_.at());
+    double announced = 0;
+    const std::optional<WordFault> fault = lines_.integerFault(word, announced);
+    Discovery discovery {Rule::FlagCount, lines_.place(word.begin), address, excerpt(lines_.text(word))};
+    if (fault)
+        lines_.cover(word);
+    values_.trailingText(address, word.end);
+
+    SeenNames names(mostRepeated_);
+    qint64 count = 0;
+    lines_.nextLine();
+    while (lines_.hasLine()) {
+        if (!lines_.isBlank()) {
+            readFlag(names);
+            ++count;
+        }
+        lines_.nextLine();
+        lines_.reportCharacters(); // now, so that the parts of the line before are let go
+    }
+    if (count != qint64(announced)) {
+        discovery.details = QStringList(QString::number(int(announced)));
+        discovery.found = QString::number(count);
+        listener_.finding(discovery);
+    } else if (fault) {
+        discovery.rule = fault->rule;
+        discovery.details = QStringList(fault->readAs);
+        listener_.finding(discovery);
+    }
+}
+
+void ControlFileWalk::readFlag(SeenNames& names)
+{
+    const Range name = lines_.wordFrom(0);
+    const Range value = lines_.wordFrom(name.end);
+    QString address = QLatin1String("flags/") + values_.addressPartOf(name);
+    if (const int before = names.add(lines_.text(name))) {
+        address += QLatin1Char('#') + QString::number(before + 1);
+        values_.finding(Rule::RepeatedFlag, address, name);
+    }
+    values_.byteOrderMark(address, name);
+    values_.text(address, value);
+    lines_.addPart({name.begin, value.end}, address);
+    values_.trailingText(address, value.end);
+}
+
+void ControlFileWalk::readMaterials(const Section& section)
+{
+    if (materials_.read(section.address))
+        notLoaded(section);
+}
+
+void ControlFileWalk::readFixed(const Section& section)
+{
+    const QString lines = QString::fromLatin1(section.lines);
+    if (!readLines(section.address, lines.split(QLatin1Char('\n'), Qt::SkipEmptyParts)))
+        notLoaded(section);
+}
+
+void ControlFileWalk::readVariableOutput(const Section& section)
+{
+    QStringList lines;
+    for (int code = Io::kU; code <= Io::lastListedVariable; ++code)
+        lines.append(nameOf(code) + QLatin1String(" 0"));
+    if (!readLines(section.address, lines))
+        notLoaded(section);
+}
+
+/// Tells of the lines that aren't blank, by their places. False if they don't say what is expected.
+bool ControlFileWalk::readLines(const QString& address, const QStringList& expected)
+{
+    bool areSame = true;
+    int count = 0;
+    for (; lines_.hasLine(); lines_.nextLine()) {
+        if (!lines_.isBlank()) {
+            const Range line = lines_.restFrom(0);
+            areSame = areSame && count < expected.size() && haveSameWords(lines_.text(line), expected[count]);
+            ++count;
+            if (listener_.wantsItems())
+                values_.item(address + QLatin1Char('/') + QString::number(count), Type::Text, line,
+                             lines_.text(line).toString().simplified());
+        }
+        lines_.reportCharacters();
+    }
+    return areSame && count == expected.size();
+}
+
+void ControlFileWalk::notLoaded(const Section& section)
+{
+    listener_.finding({Rule::NotLoaded, title_, section.address, section.name});
+}
+
+const ControlFileWalk::Section* ControlFileWalk::sectionOf(const QString& name)
+{
+    for (const Section& section : sections()) {
+        if (name == QLatin1String(section.name))
+            return &section;
+    }
+    return nullptr;
+}
+
+ControlFileWalk::Sections ControlFileWalk::sections()
+{
+    using Walk = ControlFileWalk;
+    const auto written = [](const char* name, const char* address, auto read) {
+        return Section {name, address, read};
+    };
+    const auto ofLines = [](const char* name, const char* address, Fields fields) {
+        return Section {name, address, &Walk::readFields, true, fields};
+    };
+    const auto unwritten = [](const char* name, const char* address) {
+        return Section {name, address, &Walk::readFixed, false};
+    };
+    const auto fixed = [](const Io::FixedSection& section, const char* address) {
+        return Section {section.name, address, &Walk::readFixed, true, {}, section.lines};
+    };
+    // In the order in which a writer writes them.
+    static const Section table[] = {
+        written(SectionName::title, "title", &Walk::readTitle),
+        ofLines(SectionName::equationSelection, "equation-selection", all(equationFields)),
+        ofLines(SectionName::units, "units", all(unitsFields)),
+        written(SectionName::propertySettings, "property-settings", &Walk::readMaterials),
+        fixed(FixedSections::fieldVariableInitialization, "field-variable-initialization"),
+        ofLines(SectionName::transientData, "transient-data", all(transientFields)),
+        fixed(FixedSections::freeSurface, "free-surface"),
+        ofLines(SectionName::sequentialSolver, "sequential-solver", all(sequentialFields)),
+        written(SectionName::solutionControl, solutionAddress, &Walk::readSolutionControl),
+        written(SectionName::relaxation, "relaxation", &Walk::readRelaxation),
+        written(SectionName::autoConvergenceControl, "auto-convergence", &Walk::readAutoConvergence),
+        fixed(FixedSections::outputSetting, "output-setting"),
+        fixed(FixedSections::resultsOutputFrequency, "results-output-frequency"),
+        fixed(FixedSections::summaryOutputFrequency, "summary-output-frequency"),
+        written(SectionName::fieldVariableOutput, "field-variable-output", &Walk::readVariableOutput),
+        fixed(FixedSections::restart, "restart"),
+        fixed(FixedSections::batch, "batch"),
+        fixed(FixedSections::solarHeating, "solar-heating"),
+        written(SectionName::constants, "constants", &Walk::readConstants),
+        fixed(FixedSections::interfaceSection, "interface"),
+        written(SectionName::flags, "flags", &Walk::readFlags),
+        fixed(FixedSections::monitorPoints, "monitor-points"),
+        unwritten(SectionName::multiPhaseTable, "multi-phase-table"),
+        unwritten(SectionName::variableBoundaryConditions, "variable-bc"),
+        unwritten(SectionName::fanCurveBoundaryConditions, "fan-curve-bc"),
+        unwritten(SectionName::scalars, "scalars"),
+    };
+    static_assert(std::size(table) <= 32);
+    return {std::begin(table), std::end(table)};
+}
+
+} // namespace
+
+void walkControlFile(const InputFile& file, Listener& listener)
+{
+    ControlFileWalk(file, listener).run();
+}
+
+} // namespace Nereo::Inspection

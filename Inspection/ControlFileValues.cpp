@@ -1,0 +1,351 @@
+#include "ControlFileValues.h"
+
+#include <NereoFileIO/CodeNameTable.h>
+#include <NereoUtility/StringConversion.h>
+
+#include <QCoreApplication>
+#include <QStringList>
+
+#include <cmath>
+
+namespace Nereo::Inspection {
+
+namespace {
+
+using Type = Item::Type;
+
+constexpr ushort mark = 0xFEFF; // which a std::string that becomes a QString loses at its start
+
+QVariant variantOf(Type type, double value)
+{
+    switch (type) {
+    case Type::Switch:
+        return value == 1;
+    case Type::Integer:
+        return int(value);
+    default:
+        return value;
+    }
+}
+
+/// As values go: what is no number is the same as what is none either.
+bool isSame(double left, double right)
+{
+    return left == right || (std::isnan(left) && std::isnan(right));
+}
+
+Discovery missing(const QString& address, const Place& place, double readAs)
+{
+    if (readAs == 0)
+        return {Rule::MissingValue, place, address};
+    return {Rule::MissingValueTaken, place, address, {}, {QString::number(readAs)}};
+}
+
+} // namespace
+
+QString fieldAddress(const QString& address, const Field& field)
+{
+    return *field.name == '\0' ? address : address + QLatin1Char('/') + QLatin1String(field.name);
+}
+
+QString translated(const char* english)
+{
+    return QCoreApplication::translate("Nereo::Inspection", english);
+}
+
+void ControlFileValues::readSection(const QString& address, Fields fields)
+{
+    values_.clear();
+    blank_.reset();
+    for (int i = 0, end; i < fields.count; i = end) {
+        for (; lines_.hasLine() && lines_.isBlank(); lines_.nextLine()) {
+            if (!blank_) {
+                blank_ = lines_.place(lines_.lineEnd());
+                fieldAtBlank_ = i;
+            }
+        }
+        if (!lines_.hasLine())
+            return missingAtEnd(address, fields, i);
+        for (end = i; !fields[end].endsLine;)
+            ++end;
+        ++end;
+        if (!readLine(address, fields.mid(i, end), 0))
+            return readShifted(address, fields.mid(end, fields.count));
+        lines_.nextLine();
+    }
+    trailingLines(address);
+}
+
+/// The section ends before the field. A blank line is where the value that is missing should stand, since
+/// those below it have moved up for a load.
+void ControlFileValues::missingAtEnd(const QString& address, Fields fields, int field)
+{
+    readShifted(address, fields.mid(field, fields.count));
+    if (!blank_) {
+        Discovery discovery = missing(fieldAddress(address, fields[field]), lines_.place(0), 0);
+        if (field + 1 < fields.count)
+            discovery.consequence = translated("so are those behind it");
+        return listener_.finding(discovery);
+    }
+    const bool isRead = std::size_t(fieldAtBlank_) < values_.size();
+    const double value = isRead ? values_[std::size_t(fieldAtBlank_)] : 0;
+    Discovery discovery = missing(fieldAddress(address, fields[fieldAtBlank_]), *blank_, value);
+    if (isRead)
+        discovery.consequence = translated("a load takes the next line for it, and so on for those below");
+    listener_.finding(discovery);
+}
+
+bool ControlFileValues::readLine(const QString& address, Fields fields, int from)
+{
+    int at = from;
+    for (int i = 0; i < fields.count; ++i) {
+        const Range word = lines_.wordFrom(at);
+        if (word.isEmpty() || !readField(address, fields[i], word))
+            return readBroken(address, fields.mid(i, fields.count), at);
+        at = word.end;
+    }
+    trailingText(fields.count == 1 ? fieldAddress(address, fields[0]) : address, at);
+    lines_.goTo(lines_.lineEnd());
+    return true;
+}
+
+/// False if something is wrong with its word.
+bool ControlFileValues::readField(const QString& address, const Field& field, Range word)
+{
+    if (field.type == Type::Text) {
+        values_.push_back(0);
+        variable(fieldAddress(address, field), word);
+        return true;
+    }
+    double value = 0;
+    if (faultOf(field.type, word, value))
+        return false;
+    values_.push_back(value);
+    if (listener_.wantsItems())
+        item(fieldAddress(address, field), field.type, word, variantOf(field.type, value));
+
+    std::optional<Rule> rule;
+    if (field.type == Type::Switch && value != 0 && value != 1)
+        rule = Rule::BadSwitch;
+    else if (field.save == Save::Never || (field.save == Save::AsOne && value != 1))
+        rule = Rule::UnusedValue;
+    if (rule) {
+        listener_.finding(
+            {*rule, lines_.place(word.begin), fieldAddress(address, field), excerpt(lines_.text(word))});
+    }
+    return true;
+}
+
+void ControlFileValues::finding(Rule rule, const QString& address, Range range)
+{
+    if (!listener_.onlyCounts(rule))
+        listener_.finding(found(rule, address, range));
+}
+
+Discovery ControlFileValues::found(Rule rule, const QString& address, Range range, const QStringList& details)
+{
+    return {rule, lines_.place(range.begin), address, excerpt(lines_.text(range)), details};
+}
+
+/// A load keeps the name, whatever it is.
+void ControlFileValues::variable(const QString& address, Range word)
+{
+    constexpr int longestName = 64;
+    text(address, word);
+    const QString name = lines_.text(word).left(longestName).toString();
+    const bool isKnown = Io::CodeNameTable::instance().codeForName(name) != Io::kNone
+        || name == Io::CodeNameTable::instance().nameForCode(Io::kNone, false);
+    if (isKnown)
+        return lines_.addPart(word, address);
+    finding(Rule::UnknownVariableKept, address, word);
+    lines_.cover(word);
+}
+
+/// Reads on where a word is missing or bad.
+bool ControlFileValues::readBroken(const QString& address, Fields fields, int at)
+{
+    const int behind = judge(address, fields, at);
+    const std::optional<Discovery> rest = trailing(address, behind);
+    const qint64 line = lines_.begin();
+    lines_.goTo(at);
+    readJudged(fields);
+    for (const Read& read : reads_) {
+        if (read.item)
+            listener_.item(*read.item);
+        if (read.discovery)
+            listener_.finding(*read.discovery);
+    }
+    if (rest)
+        listener_.finding(*rest);
+    return lines_.begin() == line;
+}
+
+/// Judges the words of the line, each by itself. Returns the place behind them.
+int ControlFileValues::judge(const QString& address, Fields fields, int at)
+{
+    reads_.clear();
+    bool isFirstMissing = true;
+    for (int i = 0; i < fields.count; ++i) {
+        const Type type = fields[i].type;
+        Read& read = reads_.emplace_back();
+        read.word = lines_.wordFrom(at);
+        at = read.word.isEmpty() ? at : read.word.end;
+        if (listener_.wantsItems()) {
+            read.item = Item {fieldAddress(address, fields[i]),  type,
+                              lines_.place(read.word.begin),     lines_.length(read.word),
+                              lines_.text(read.word).toString(), {}};
+        }
+        const std::optional<WordFault> fault =
+            read.word.isEmpty() ? WordFault {Rule::MissingValue} : faultOf(type, read.word, read.alone);
+        if (!read.word.isEmpty() && fault)
+            lines_.cover(read.word);
+        const bool isTold = fault && (!read.word.isEmpty() || isFirstMissing);
+        if (isTold && !listener_.onlyCounts(fault->rule))
+            read.discovery = found(fault->rule, fieldAddress(address, fields[i]), read.word, {fault->readAs});
+        isFirstMissing = isFirstMissing && !read.word.isEmpty();
+    }
+    return at;
+}
+
+/// Reads what has been judged as a load reads it, which may go on in the next lines, or stay at a word.
+void ControlFileValues::readJudged(Fields fields)
+{
+    const qint64 line = lines_.begin();
+    Discovery* first = nullptr;
+    QString left;
+    bool isLeft = false;
+    for (int i = 0; i < fields.count; ++i) {
+        Read& read = reads_[std::size_t(i)];
+        const bool isHere = lines_.begin() == line;
+        const double value = readNext(fields[i].type);
+        values_.push_back(value);
+        if (read.item)
+            read.item->value = variantOf(fields[i].type, value);
+        if (first != nullptr && !read.word.isEmpty()) {
+            isLeft = isLeft || !isSame(value, read.alone);
+            left += (left.isEmpty() ? QLatin1String() : QLatin1String(", ")) + QString::number(value);
+        }
+        if (!read.discovery)
+            continue;
+        if (read.word.isEmpty() && value != 0) {
+            read.discovery->rule = Rule::MissingValueTaken;
+            read.discovery->details = QStringList(QString::number(value));
+        }
+        if (read.word.isEmpty() && isHere && lines_.begin() != line && lines_.hasLine())
+            read.discovery->consequence = takenInstead(lines_.text(lines_.restFrom(0)));
+        if (first == nullptr)
+            first = &*read.discovery;
+    }
+    if (isLeft) {
+        first->consequence =
+            translated("what is left of it is read for the values behind it:") + QLatin1Char(' ') + left;
+    }
+    lines_.goTo(lines_.lineEnd());
+}
+
+/// Reads what a load takes for these values behind a line that had too few.
+void ControlFileValues::readShifted(const QString& address, Fields fields)
+{
+    for (int i = 0; i < fields.count; ++i) {
+        const Field& field = fields[i];
+        const Range word = lines_.toWord() ? lines_.wordFrom(lines_.at()) : Range();
+        const QString name = fieldAddress(address, field);
+        if (field.type == Type::Text)
+            item(name, Type::Text, lines_.readWord(), lines_.text(word).toString());
+        else
+            item(name, field.type, word, variantOf(field.type, readNext(field.type)));
+        if (field.endsLine)
+            lines_.goTo(lines_.lineEnd());
+    }
+}
+
+void ControlFileValues::unloaded(const QString& address, Item::Type type, Range word)
+{
+    double value = 0;
+    std::optional<Discovery> discovery;
+    if (const auto fault = faultOf(type, word, value)) {
+        discovery = found(fault->rule, address, word, {fault->readAs});
+        lines_.cover(word);
+    } else if (type == Type::Switch && value != 0 && value != 1) {
+        discovery = found(Rule::BadSwitch, address, word);
+    }
+    if (discovery) {
+        discovery->effect = Effect::Ignored;
+        listener_.finding(*discovery);
+    }
+    if (listener_.wantsItems())
+        item(address, type, word, variantOf(type, value));
+}
+
+void ControlFileValues::text(const QString& address, Range range)
+{
+    if (listener_.wantsItems()) {
+        const std::string text = Util::toStdString(lines_.text(range).toString());
+        item(address, Type::Text, range, Util::toQString(text));
+    }
+    byteOrderMark(address, range);
+}
+
+void ControlFileValues::byteOrderMark(const QString& address, Range range)
+{
+    if (!range.isEmpty() && lines_.text(range).front().unicode() == mark)
+        listener_.finding({Rule::StrayByteOrderMark, lines_.place(range.begin), address});
+}
+
+std::optional<Discovery> ControlFileValues::trailing(const QString& address, int at)
+{
+    const Range rest = lines_.restFrom(at);
+    if (rest.isEmpty() || listener_.onlyCounts(Rule::TrailingText))
+        return {};
+    return found(Rule::TrailingText, address, rest);
+}
+
+void ControlFileValues::trailingText(const QString& address, int at)
+{
+    if (const auto discovery = trailing(address, at))
+        listener_.finding(*discovery);
+}
+
+void ControlFileValues::trailingLines(const QString& address)
+{
+    for (bool isTold = false; lines_.hasLine(); lines_.nextLine()) {
+        if (!isTold && !lines_.isBlank()) {
+            const Range rest = lines_.restFrom(0);
+            finding(Rule::TrailingLines, address, rest);
+            isTold = true;
+        }
+        lines_.reportCharacters();
+    }
+}
+
+void ControlFileValues::item(const QString& address, Item::Type type, Range word, const QVariant& value)
+{
+    if (listener_.wantsItems()) {
+        listener_.item({address, type, lines_.place(word.begin), lines_.length(word),
+                        lines_.text(word).toString(), value});
+    }
+}
+
+QString ControlFileValues::addressPartOf(Range name) const
+{
+    const QStringView text = lines_.text(name);
+    return addressPart(listener_.wantsItems() ? text.toString() : excerpt(text));
+}
+
+QString ControlFileValues::takenInstead(QStringView line)
+{
+    return translated("a load takes the next line for it:") + QLatin1String(" \"") + excerpt(line)
+        + QLatin1Char('"');
+}
+
+std::optional<WordFault> ControlFileValues::faultOf(Item::Type type, Range word, double& value)
+{
+    return type == Type::Number ? lines_.numberFault(word, value) : lines_.integerFault(word, value);
+}
+
+double ControlFileValues::readNext(Item::Type type)
+{
+    return type == Type::Number ? lines_.readNumber() : lines_.readInteger();
+}
+
+} // namespace Nereo::Inspection

@@ -1,0 +1,493 @@
+#include "Checked.h"
+
+#include "support/Bytes.h"
+
+#include <NereoFileIO/ControlFile.h>
+
+#include <algorithm>
+#include <cstring>
+#include <vector>
+
+namespace Nereo::Inspection {
+namespace {
+
+constexpr auto Error = Severity::Error;
+constexpr auto Warning = Severity::Warning;
+constexpr auto Note = Severity::Note;
+
+/// The control file that a writer makes of a new object, section by section.
+class Sections {
+public:
+    Sections()
+    {
+        const TemporaryFolder folder;
+        EXPECT_TRUE(Io::ControlFile().saveTo(folder.path("new.ctl")));
+        const std::string file = readBytes(folder.path("new.ctl"));
+        std::size_t begin = 0;
+        for (std::size_t end; begin < file.size(); begin = end) {
+            end = std::min(file.find("\n *** ", begin) + 1, file.size());
+            end = end == 0 ? file.size() : end;
+            parts_.push_back(file.substr(begin, end - begin));
+        }
+    }
+
+    std::string& header() { return parts_.front(); }
+
+    /// The section with the name; a new one at the end if there is none.
+    std::string& section(const std::string& name)
+    {
+        const auto found = find(name);
+        return found == parts_.end() ? parts_.emplace_back() : *found;
+    }
+
+    void moveToFront(const std::string& text) { move(text, parts_.begin() + 1); }
+    void moveToEnd(const std::string& text) { move(text, parts_.end()); }
+
+    std::string text() const
+    {
+        std::string text;
+        for (const std::string& part : parts_)
+            text += part;
+        return text;
+    }
+
+private:
+    std::vector<std::string>::iterator find(const std::string& name)
+    {
+        return std::find_if(parts_.begin(), parts_.end(), [&](const std::string& part) {
+            return part.rfind(" *** " + name, 0) == 0 && std::strchr("\n ", part[5 + name.size()]) != nullptr;
+        });
+    }
+
+    void move(const std::string& text, std::vector<std::string>::iterator to)
+    {
+        const auto from = std::find(parts_.begin(), parts_.end(), text);
+        if (from < to)
+            std::rotate(from, from + 1, to);
+        else
+            std::rotate(to, from, from + 1);
+    }
+
+    std::vector<std::string> parts_;
+};
+
+/// A section with a fault in an otherwise good file, and the finding that a check must have of it.
+struct Case {
+    Case(const char* sectionName, std::string sectionText, const char* itsCode, Severity itsSeverity,
+         Effect itsEffect, const char* itsAddress = "", const char* inMessage = "",
+         const char* whatIsFound = nullptr)
+        : section(sectionName), text(std::move(sectionText)), code(itsCode), severity(itsSeverity),
+          effect(itsEffect), address(itsAddress), message(inMessage), found(whatIsFound)
+    {
+    }
+
+    const char* section; ///< whose place the text takes; empty for another one, "header" for the first lines
+    std::string text;    ///< with [[…]] around the place
+    const char* code;
+    Severity severity;
+    Effect effect;
+    QString address;
+    QString message;   ///< a part of it
+    const char* found; ///< where it isn't what stands at the place
+};
+
+/// What a file in which nothing is wrong has too.
+bool isUsual(const Finding& finding)
+{
+    return finding.code == "not-loaded";
+}
+
+void expectOnly(const Case& row, const Marked& marked)
+{
+    const CheckedFile checked = checkedBytes("file.ctl", marked.bytes());
+    SCOPED_TRACE(row.text + '\n' + linesOf(checked));
+    EXPECT_EQ(checked.kind, FileKind::Control);
+    std::vector<Finding> findings = checked.findings;
+    const bool isUnusual = std::strcmp(row.code, "not-loaded") != 0;
+    const auto isOther = [&](const Finding& finding) {
+        return isUnusual ? isUsual(finding)
+                         : finding.address == "auto-convergence" && row.address != finding.address;
+    };
+    findings.erase(std::remove_if(findings.begin(), findings.end(), isOther), findings.end());
+    ASSERT_EQ(findings.size(), 1U);
+    const Finding& finding = findings.front();
+    EXPECT_EQ(finding.code, row.code);
+    EXPECT_EQ(severityName(finding.severity), severityName(row.severity));
+    EXPECT_EQ(effectName(finding.effect), effectName(row.effect));
+    EXPECT_EQ(finding.place.line, marked.place().line);
+    EXPECT_EQ(finding.place.column, marked.place().column);
+    EXPECT_EQ(finding.place.offset, marked.place().offset);
+    EXPECT_EQ(finding.address, row.address);
+    EXPECT_EQ(finding.found, row.found != nullptr ? QString(row.found) : marked.found());
+    EXPECT_TRUE(finding.message.contains(row.message)) << finding.message.toStdString();
+    EXPECT_FALSE(finding.message.contains(QRegExp("%[1-9]"))) << finding.message.toStdString();
+}
+
+void expectFinding(const Case& row)
+{
+    Sections sections;
+    std::string& part =
+        std::strcmp(row.section, "header") == 0 ? sections.header() : sections.section(row.section);
+    part = row.text;
+    std::vector<std::string> texts {sections.text()};
+    if (part != sections.header()) {
+        sections.moveToFront(row.text);
+        texts.push_back(sections.text());
+        sections.moveToEnd(row.text);
+        texts.push_back(sections.text());
+    }
+    sections.header() = sections.header() == row.text ? row.text
+                                                      : "NEREO control file rev 07 NEREO Ver 2024.0.0.0\n"
+                                                        "NEREO 2024 (\xC3\xA4\xF0\x9F\x98\x80)\n";
+    texts.push_back(sections.text());
+    for (const std::string& text : texts) {
+        const Marked marked(text);
+        expectOnly(row, marked);
+        expectOnly(row, marked.withCarriageReturns());
+        expectOnly(row, marked.withByteOrderMark());
+        expectOnly(row, marked.inUtf16());
+    }
+}
+
+std::string materials(const std::string& lines)
+{
+    return " *** Property Settings\n" + lines;
+}
+
+const std::string endOfMaterial = "-----end of this index property data\n";
+
+std::string solid(const std::string& firstLine, const std::string& density = "kRho 0 1 8000\n")
+{
+    return firstLine + "293.15\n" + density
+        + "kVisc 0 1 0\nkKXX 0 1 16\nkKYY 0 8 \nkKZZ 0 2 287\nkCp 0 1 500\nkSurfT 0 1 0\n"
+          "kEmis 0 1 0\nkTransmis 0 1 0\nkElRes 0 1 0\nkWallRough 0 1 0\n"
+        + endOfMaterial;
+}
+
+TEST(ControlFileCheckTest, FindsNothingButANoteInWhatAWriterWrites)
+{
+    const CheckedFile checked = checkedBytes("file.ctl", Sections().text());
+    ASSERT_EQ(checked.findings.size(), 1U) << linesOf(checked);
+    EXPECT_EQ(checked.findings[0].address, "auto-convergence");
+}
+
+TEST(ControlFileCheckTest, FindsNothingWrongInOtherGoodLayouts)
+{
+    const struct {
+        const char* section;
+        const char* text;
+    } rows[] = {
+        {"Equation Selection", " ***   Equation\tSelection \n\n 0x1\n\n010 \n+1\n-0\n\n1\n\n\n"},
+        {"Transient Data",     " *** Transient Data\n1\t2\n  .5\n1E+20\n"                      },
+        {"Relaxation",         " *** Relaxation\n\nkU 0.4 inf\n \nkKXX 1 0\nkVisc nan -INF\n"  },
+        {"Constants",          " *** Constants\n"                                              },
+        {"Flag section",       " *** Flag section\n\n2\n\nx 1\n\n y\n"                         },
+        {"Flag section",       " *** Flag section\n0\n"                                        },
+        {"Free Surface",       " *** Free Surface\n\n0 \n0\t0 0\n0 0\n0 0\n0 0\n"              },
+    };
+    for (const auto& [section, text] : rows) {
+        Sections sections;
+        sections.section(section) = text;
+        const CheckedFile checked = checkedBytes("file.ctl", sections.text());
+        EXPECT_EQ(checked.findings.size(), 1U) << text << linesOf(checked);
+    }
+}
+
+TEST(ControlFileCheckTest, FindsFaultsInSectionsOfLines)
+{
+    const std::string equations = " *** Equation Selection\n";
+    const std::string transient = " *** Transient Data \n";
+    const std::string solver = " *** Sequential Solver Iterations\n";
+    const std::string longNumber(300, '1');
+    const Case cases[] = {
+        Case("Equation Selection", equations + "[[12abc]]\n1\n0\n1\n0\n", "not-an-integer", Error,
+             Effect::Start, "equation-selection/1", "read as 12"),
+        Case("Equation Selection", equations + "1\n \t[[abc]]\n0\n1\n0\n", "not-an-integer", Error,
+             Effect::Zero, "equation-selection/2", "read as 0"),
+        Case("Equation Selection", equations + "1\n[[1.5]]\n0\n1\n0\n", "not-an-integer", Error,
+             Effect::Start, "equation-selection/2", "read as 1"),
+        Case("Equation Selection", equations + "1\n[[018]]\n0\n1\n0\n", "not-an-integer", Error,
+             Effect::Start, "equation-selection/2", "read as 1"),
+        Case("Equation Selection", equations + "1\n[[-0x10]]\n0\n1\n0\n", "not-an-integer", Error,
+             Effect::Start, "equation-selection/2", "read as 0"),
+        Case("Equation Selection", equations + "1\n[[0X]]\n0\n1\n0\n", "not-an-integer", Error, Effect::Zero,
+             "equation-selection/2"),
+        Case("Equation Selection", equations + "1\n[[+]]\n0\n1\n0\n", "not-an-integer", Error, Effect::Zero,
+             "equation-selection/2"),
+        Case("Equation Selection", equations + "1\n1\n0\n1\n[[99999999999]]\n", "out-of-range", Error,
+             Effect::Wrapped, "equation-selection/5", "read as 1215752191"),
+        Case("Equation Selection", equations + "1\n1\n0\n1\n[[2147483648]]\n", "out-of-range", Error,
+             Effect::Wrapped, "equation-selection/5", "read as -2147483648"),
+        Case("Equation Selection", equations + "1\n1\n0\n1\n[[-2147483649]]\n", "out-of-range", Error,
+             Effect::Wrapped, "equation-selection/5", "read as 2147483647"),
+        Case("Equation Selection", equations + "1\n1\n0\n1\n[[0x100000001]]\n", "out-of-range", Error,
+             Effect::Wrapped, "equation-selection/5", "read as 1"),
+        Case("Equation Selection", equations + "1\n1\n0\n1\n[[18446744073709551616]]\n", "out-of-range",
+             Error, Effect::Wrapped, "equation-selection/5", "read as 0"),
+        Case("Equation Selection", equations + "1 [[flow of]]  \n1\n0\n1\n0\n", "trailing-text", Warning,
+             Effect::Ignored, "equation-selection/1"),
+        Case("Equation Selection", equations + "1\n1\n0\n1\n0\n\n [[7 8]]\n9\n", "trailing-text", Warning,
+             Effect::Ignored, "equation-selection"),
+        Case("Equation Selection", equations + "1\n1\n0\n1\n[[]]", "missing-value", Error, Effect::Zero,
+             "equation-selection/5"),
+        Case("Equation Selection", equations + "1\n[[]]\n0\n1\n0\n", "missing-value", Error, Effect::Zero,
+             "equation-selection/2", "a load takes the next line for it, and so on"),
+        Case("Equation Selection", equations + "1\n  [[]]\n1\n1\n0\n", "missing-value", Error, Effect::None,
+             "equation-selection/2", "1 is read for it"),
+        Case("Equation Selection", equations + "1\n1\n0\n1\n [[]]\n", "missing-value", Error, Effect::Zero,
+             "equation-selection/5"),
+        Case("Units", " *** Units\n[[SI]]\n", "not-an-integer", Error, Effect::Zero, "units"),
+        Case("Units", " *** Units\n[[SI\xC3\xA4]] \n", "not-an-integer", Error, Effect::Zero, "units"),
+        Case("Units", " *** Units\n0 [[\xF0\x9F\x98\x80]]\n", "trailing-text", Warning, Effect::Ignored,
+             "units"),
+        Case("Transient Data", transient + "0[[]]\n0.001\n-1\n", "missing-value", Error, Effect::Zero,
+             "transient-data/steps", "a load takes the next line for it: \"0.001\""),
+        Case("Transient Data", transient + "0 [[]]\n7.001\n-1\n", "missing-value", Error, Effect::None,
+             "transient-data/steps", "7 is read for it"),
+        Case("Transient Data", transient + "[[a]] 0\n0.001\n-1\n", "not-an-integer", Error, Effect::Zero,
+             "transient-data/form"),
+        Case("Transient Data", transient + "[[1.]] 5\n0.001\n-1\n", "not-an-integer", Error, Effect::Start,
+             "transient-data/form", "what is left of it is read for the values behind it: 0"),
+        Case("Transient Data", transient + "0 0\n[[1e400]]\n-1\n", "out-of-range", Error, Effect::Zero,
+             "transient-data/step-size", "read as 0"),
+        Case("Transient Data", transient + "0 0\n[[-1e-400]]\n-1\n", "out-of-range", Error, Effect::Zero,
+             "transient-data/step-size", "read as 0"),
+        Case("Transient Data", transient + "0 0\n[[1,5]]\n-1\n", "not-a-number", Error, Effect::Start,
+             "transient-data/step-size", "read as 1"),
+        Case("Transient Data", transient + "0 0\n[[infinity]]\n-1\n", "not-a-number", Error, Effect::Start,
+             "transient-data/step-size", "read as inf"),
+        Case("Transient Data", transient + "0 0\n0.1\n[[1e]]\n", "not-a-number", Error, Effect::Zero,
+             "transient-data/stop-time"),
+        Case("Transient Data", transient + "0 0\n0.1\n[[abc]]\n", "not-a-number", Error, Effect::Zero,
+             "transient-data/stop-time"),
+        Case("Transient Data", transient + "0 0\n0.1 [[s]]\n5\n", "trailing-text", Warning, Effect::Ignored,
+             "transient-data/step-size"),
+        Case("Transient Data", transient + "0 0 [[s]]\n0.1\n5\n", "trailing-text", Warning, Effect::Ignored,
+             "transient-data"),
+        Case("Transient Data", transient + "0 0\n0.1\n[[]]", "missing-value", Error, Effect::Zero,
+             "transient-data/stop-time"),
+        Case("Sequential Solver Iterations", solver + "100\n10\n0\n[[kFoo]] 1e-05\n", "unknown-variable",
+             Warning, Effect::None, "sequential-solver/variable"),
+        Case("Sequential Solver Iterations", solver + "100\n10\n0\nkP[[]]\n", "missing-value", Error,
+             Effect::Zero, "sequential-solver/tolerance"),
+        Case("Sequential Solver Iterations", solver + "100\n10\n0\nkP 1 [[2]]\n", "trailing-text", Warning,
+             Effect::Ignored, "sequential-solver"),
+        Case("Title", " *** Title\nfirst\n[[second]]\n", "trailing-text", Warning, Effect::Ignored, "title"),
+    };
+    for (const Case& row : cases)
+        expectFinding(row);
+}
+
+TEST(ControlFileCheckTest, FindsFaultsInListsOfVariables)
+{
+    const std::string solution = " *** Solution Control\n";
+    const std::string relaxation = " *** Relaxation\n";
+    const std::string constants = " *** Constants\n";
+    const Case cases[] = {
+        Case("Solution Control", solution + "[[kUu]] 1 1 2 1\n", "unknown-variable", Warning, Effect::Ignored,
+             "solution-control/kUu", "did you mean \"kU\"?"),
+        Case("Solution Control", solution + "[[kPRef]] 1 1 2 1\n", "unknown-variable", Warning,
+             Effect::Ignored, "solution-control/kPRef"),
+        Case("Solution Control", solution + "[[\xC3\xA4/#%]]\n", "unknown-variable", Warning, Effect::Ignored,
+             "solution-control/\xC3\xA4%2F%23%25"),
+        Case("Solution Control", solution + "kU 1 1 1 1\nkV 1 1 1 1\n[[kU]] 2 1 1 1\n", "repeated-variable",
+             Warning, Effect::Ignored, "solution-control/kU"),
+        Case("Solution Control", solution + "kU 15 5 [[2]] 1e-06\n", "unused-value", Warning, Effect::Lost,
+             "solution-control/kU/3"),
+        Case("Solution Control", solution + "[[kTotalP]] 15 5 1 1e-06\n", "unused-value", Warning,
+             Effect::Lost, "solution-control/kTotalP"),
+        Case("Solution Control", solution + "kU [[15.5]] 5 1 1e-06\n", "not-an-integer", Error, Effect::Start,
+             "solution-control/kU/1", "read for the values behind it: 0, 0, 0.5"),
+        Case("Solution Control", solution + "kU 15 5[[]]\nkV 15 5 1 1\nkW 1 1 1 1\n", "missing-value", Error,
+             Effect::Zero, "solution-control/kU/3", "a load takes the next line for it: \"kV 15 5 1 1\""),
+        Case("Solution Control", solution + "kU 15 5[[]]\n", "missing-value", Error, Effect::Zero,
+             "solution-control/kU/3"),
+        Case("Relaxation", relaxation + "kU [[abc]] 0\nkV 1 0\n", "not-a-number", Error, Effect::Zero,
+             "relaxation/kU/under"),
+        Case("Relaxation", relaxation + "kU 1 [[abc]]\nkV 1 0\n", "not-a-number", Error, Effect::Zero,
+             "relaxation/kU/inertial"),
+        Case("Relaxation", relaxation + "kU [[0x5]] 0\nkV 1 0\n", "not-a-number", Error, Effect::Start,
+             "relaxation/kU/under"),
+        Case("Relaxation", relaxation + "kU 1[[]]\nkV 1 0\nkW 1 0\n", "missing-value", Error, Effect::Zero,
+             "relaxation/kU/inertial", "a load takes the next line for it: \"kV 1 0\""),
+        Case("Relaxation", relaxation + "kU[[]]\n", "missing-value", Error, Effect::Zero,
+             "relaxation/kU/under"),
+        Case("Relaxation", relaxation + "kU 1 0 [[# comment]]\n", "trailing-text", Warning, Effect::Ignored,
+             "relaxation/kU"),
+        Case("Relaxation", relaxation + "[[kSomethingNew]] 1 0\n", "unknown-variable", Warning,
+             Effect::Ignored, "relaxation/kSomethingNew"),
+        Case("Relaxation", relaxation + "[[kSomethingNew]] 1\nkU 1 0\n", "unknown-variable", Warning,
+             Effect::Ignored, "relaxation/kSomethingNew", "a load takes the next line for it: \"kU 1 0\""),
+        Case("Relaxation", relaxation + "kKXX 1 0\n[[kCond]] 1 0\n", "repeated-variable", Warning,
+             Effect::Ignored, "relaxation/kKXX"),
+        Case("Constants", constants + "kPRef [[1.0.1]]\n", "not-a-number", Error, Effect::Start,
+             "constants/kPRef", "read as 1"),
+        Case("Constants", constants + "kPRef[[]]\nkRhoRef 5\n", "missing-value", Error, Effect::Zero,
+             "constants/kPRef", "a load takes the next line for it: \"kRhoRef 5\""),
+        Case("Constants", constants + "kPRef 1 [[Pa]]\n", "trailing-text", Warning, Effect::Ignored,
+             "constants/kPRef"),
+        Case("Constants", constants + "kPRef 1\n[[kPRef]] 2\n", "repeated-variable", Warning, Effect::Ignored,
+             "constants/kPRef"),
+        Case("Constants", constants + "kU [[5]]\n", "unused-value", Warning, Effect::Lost, "constants/kU"),
+        Case("Constants", constants + "[[kPreff]] 5\n", "unknown-variable", Warning, Effect::Ignored,
+             "constants/kPreff", "did you mean \"kPRef\"?"),
+        Case("Constants", constants + "[[kNone]] 5\n", "unknown-variable", Warning, Effect::Ignored,
+             "constants/kNone"),
+        Case("Constants", constants + "kInflate 1 0 1 3 0 1 3 0.45 1 0.01 [[2]] 1.05\n", "bad-switch",
+             Warning, Effect::Off, "constants/kInflate/11"),
+        Case("Constants", constants + "kInflate [[-1]] 0 1 3 0 1 3 0.45 1 0.01 1 1.05\n", "bad-switch",
+             Warning, Effect::Off, "constants/kInflate/1"),
+        Case("Constants", constants + "kInflate [[true]] 0 0 0 0 0 0 0 0 0 0 0\n", "not-an-integer", Error,
+             Effect::Zero, "constants/kInflate/1"),
+        Case("Constants", constants + "kInflate 1 0 1 3 0 1 3 0.45 1 0.01 1[[]]\n", "missing-value", Error,
+             Effect::Zero, "constants/kInflate/12"),
+        Case("Constants", constants + "kAutoYP 0 1 36 [[1.5]] 300 1\n", "not-an-integer", Error,
+             Effect::Start, "constants/kAutoYP/4", "values behind it: 0.5, 300"),
+    };
+    for (const Case& row : cases)
+        expectFinding(row);
+}
+
+TEST(ControlFileCheckTest, FindsFaultsInFlags)
+{
+    const std::string flags = " *** Flag section\n";
+    const Case cases[] = {
+        Case("Flag section", flags + "[[2]]\nx 1\n", "flag-count", Error, Effect::Stops, "flags",
+             "2 flags are announced and 1 are there", "1"),
+        Case("Flag section", flags + "\n [[0]]\nx 1\n\ny 2\n", "flag-count", Error, Effect::Stops, "flags",
+             "0 flags are announced and 2 are there", "2"),
+        Case("Flag section", flags + "[[abc]]\nx 1\n", "flag-count", Error, Effect::Stops, "flags",
+             "0 flags are announced and 1 are there", "1"),
+        Case("Flag section", flags + "[[x]]\n", "not-an-integer", Error, Effect::Zero, "flags"),
+        Case("Flag section", flags + "[[1x]]\nx 1\n", "not-an-integer", Error, Effect::Start, "flags"),
+        Case("Flag section", flags + "[[4294967297]]\nx 1\n", "out-of-range", Error, Effect::Wrapped,
+             "flags"),
+        Case("Flag section", flags + "\n[[]]", "missing-value", Error, Effect::Zero, "flags"),
+        Case("Flag section", flags + "0 [[flags]]\n", "trailing-text", Warning, Effect::Ignored, "flags"),
+        Case("Flag section", flags + "1\nx 1 [[2 3]] \n", "trailing-text", Warning, Effect::Ignored,
+             "flags/x"),
+        Case("Flag section", flags + "2\nx 1\n [[x]] 2\n", "repeated-flag", Warning, Effect::None,
+             "flags/x#2"),
+        Case("Flag section", flags + "2\na/#%\xC3\xA4 1\n[[a/#%\xC3\xA4]] 2\n", "repeated-flag", Warning,
+             Effect::None, "flags/a%2F%23%25\xC3\xA4#2"),
+    };
+    for (const Case& row : cases)
+        expectFinding(row);
+}
+
+TEST(ControlFileCheckTest, FindsFaultsInWhatALoadDoesNotTake)
+{
+    const std::string convergence = " *** Auto Convergence Control\n";
+    const Case cases[] = {
+        Case("Free Surface", " *** [[Free Surface]]\n1\n0 0 0\n0 0\n0 0\n0 0\n", "not-loaded", Note,
+             Effect::Ignored, "free-surface"),
+        Case("Free Surface", " ***  [[Free  Surface]] \n0\n0 0 0\n0 0\n0 0\n", "not-loaded", Note,
+             Effect::Ignored, "free-surface", "", "Free Surface"),
+        Case("Field Variable Output", " *** [[Field Variable Output]]\nkU 0\n", "not-loaded", Note,
+             Effect::Ignored, "field-variable-output"),
+        Case("Monitor Points", " *** [[Monitor Points]]\n1\n0 0 0\n", "not-loaded", Note, Effect::Ignored,
+             "monitor-points"),
+        Case("", " *** [[Scalars]]\n1\n", "not-loaded", Note, Effect::Ignored, "scalars"),
+        Case("Property Settings", " *** [[Property Settings]]\n1 0 0 0 Fan\n" + endOfMaterial, "not-loaded",
+             Note, Effect::Ignored, "property-settings"),
+        Case("Property Settings", " *** [[Property Settings]]\n" + solid("1 0 0 0 Steel\n"), "not-loaded",
+             Note, Effect::Ignored, "property-settings"),
+        Case("Auto Convergence Control", convergence + "1 [[2]]\n", "bad-switch", Warning, Effect::Ignored,
+             "auto-convergence/stop"),
+        Case("Auto Convergence Control", convergence + "[[on]] 1\n", "not-an-integer", Error, Effect::Ignored,
+             "auto-convergence/on"),
+        Case("Auto Convergence Control", convergence + "1 1\nField  Fluctuation [[small]]\n", "not-a-number",
+             Error, Effect::Ignored, "auto-convergence/field-fluctuation"),
+        Case("Property Settings", materials(solid("1 0 0 0 Steel\n") + solid("2 0 0 0 [[Steel]]\n")),
+             "repeated-material", Warning, Effect::None, "property-settings/Steel#2"),
+        Case("Property Settings", materials(solid("1 0 0 0 Steel\n") + solid("[[1]] 0 0 0 Iron\n")),
+             "repeated-id", Warning, Effect::None, "property-settings/Iron/id"),
+        Case("Property Settings", materials(solid("1 0 0 [[x]] Steel\n")), "bad-material", Warning,
+             Effect::None, "property-settings"),
+        Case("Property Settings", materials(solid("1 0 0 0 Steel\n", "[[kRhoo]] 0 1 8000\n")), "bad-material",
+             Warning, Effect::None, "property-settings/Steel"),
+        Case("Property Settings", materials(solid("1 0 0 0 Steel\n", "kRho 0 1[[]]\n")), "bad-material",
+             Warning, Effect::None, "property-settings/Steel"),
+        Case("Property Settings",
+             materials(solid("1 0 0 0 Steel\n", "kRho 0 15 1 2 5 kT\n   1 0\n   2 [[x]]\n")), "bad-material",
+             Warning, Effect::None, "property-settings/Steel"),
+        Case("Property Settings",
+             materials(solid("1 0 0 0 Steel\n", "kRho 0 15 [[3]] 2 5 kT\n   1 0\n   2 5\n")), "bad-material",
+             Warning, Effect::None, "property-settings/Steel"),
+        Case("Property Settings", materials("1 0 0 0 Fan\n[[]]"), "bad-material", Warning, Effect::None,
+             "property-settings/Fan"),
+        Case("Property Settings", materials("1 0 0 0 Air\n1 2 3 4\n[[1 1 1 0 1 3]]\n" + endOfMaterial),
+             "bad-material", Warning, Effect::None, "property-settings/Air"),
+    };
+    for (const Case& row : cases)
+        expectFinding(row);
+}
+
+TEST(ControlFileCheckTest, FindsFaultsInHeadersAndTitles)
+{
+    const std::string version = "NEREO control file rev 07 NEREO Ver ";
+    const std::string branch = "NEREO 2024 (release)\n";
+    const Case cases[] = {
+        Case("header", version + "[[2024.0]]\n" + branch, "bad-version", Warning, Effect::Zero, "header/1",
+             "read as 2024.0.0.0"),
+        Case("header", version + "[[2024.0.x.0]]  \n" + branch, "bad-version", Warning, Effect::Zero,
+             "header/1"),
+        Case("header", version + "[[]]\n" + branch, "bad-version", Warning, Effect::Zero, "header/1",
+             "read as 0.0.0.0"),
+        Case("header", "[[Something else]]\n" + branch, "bad-header", Warning, Effect::None, "header/1",
+             "the version is read as 0.0.0.0"),
+        Case("header", "[[\xC3\xA4 Ver 2024.0.0.0]]\n" + branch, "bad-header", Warning, Effect::None,
+             "header/1"),
+        Case("header", version + "2024.0.0.0\n[[release]]\n", "bad-header", Warning, Effect::None,
+             "header/2"),
+        Case("header", version + "2024.0.0.0\n" + branch + "[[no title]]\n", "missing-title", Error,
+             Effect::Ignored),
+        Case("header", version + "2024.0.0.0\n" + branch + "[[]]\n", "missing-title", Error, Effect::None),
+        Case("header", version + "2024.0.0.0\n" + branch + "[[]]\n1 2\n", "missing-title", Error,
+             Effect::Ignored),
+        Case("", " *** [[Mesh Adaptation]]\n5 0.25\n", "unknown-section", Warning, Effect::Ignored,
+             "Mesh Adaptation"),
+        Case("", " *** [[units]]\n5\n", "unknown-section", Warning, Effect::Ignored, "units",
+             "did you mean \"Units\"?"),
+    };
+    for (const Case& row : cases)
+        expectFinding(row);
+}
+
+TEST(ControlFileCheckTest, FindsWhatIsMissingAtTheEndOfTheFile)
+{
+    struct Row {
+        const char* section;
+        std::string text;
+        const char* code;
+        Severity severity;
+        Effect effect;
+        const char* address;
+    };
+    const Row rows[] = {
+        {"Units",              "",                        "missing-section", Note,  Effect::None, "units"         },
+        {"Monitor Points",     "",                        "missing-section", Note,  Effect::None, "monitor-points"},
+        {"Units",              " *** Units",              "missing-value",   Error, Effect::None, "units"         },
+        {"Title",              " *** Title\n",            "missing-value",   Error, Effect::None, "title"         },
+        {"Equation Selection", " *** Equation Selection", "missing-value",   Error, Effect::None,
+         "equation-selection/1"                                                                                   },
+        {"Flag section",       " *** Flag section\n",     "missing-value",   Error, Effect::None, "flags"         },
+    };
+    for (const Row& row : rows) {
+        Sections sections;
+        sections.section(row.section) = row.text;
+        sections.moveToEnd(row.text);
+        const CheckedFile checked = checkedBytes("file.ctl", sections.text());
+        SCOPED_TRACE(row.text + '\n' + linesOf(checked));
+        ASSERT_EQ(checked.findings.size(), 2U);
+        const Finding& finding = checked.findings[1];
+        EXPECT_EQ(finding.code, row.code);
+        EXPECT_EQ(finding.severity, row.severity);
+        EXPECT_EQ(effectName(finding.effect), effectName(row.effect));
+        EXPECT_EQ(finding.address, row.address);
+        EXPECT_EQ(finding.place.offset, qint64(sections.text().size()));
+    }
+}
+
+} // namespace
+} // namespace Nereo::Inspection
