@@ -298,7 +298,7 @@ void ControlFileWalk::readHeader()
     const QStringView line = lines_.text();
     const auto at = line.lastIndexOf(mark);
     if (at < 0)
-        return badHeader("header/1", translated("the version is read as ") + versionReadFrom(line));
+        return badHeader("header/1", translated("the version is read as %1").arg(versionReadFrom(line)));
     const QString written = Util::toQString(new_.headerLine1());
     if (!isLike(line.left(at), QStringView(written).left(written.lastIndexOf(mark))))
         badHeader("header/1");

@@ -1204,5 +1204,45 @@
         <source>&quot;%1&quot; stands where the list should end with -1</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>a value is missing; %2 is read for it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a value is missing; it is read as empty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the lines of the section</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the file ends behind the title of the section; nothing is read for it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the file ends before the title of the first section</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>so are those behind it</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a load takes the next line for it, and so on for those below</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>what is left of it is read for the values behind it:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a load takes the next line for it:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the version is read as %1</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

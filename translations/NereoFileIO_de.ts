@@ -1162,11 +1162,11 @@
     </message>
     <message>
         <source>a name in double quotes</source>
-        <translation>ein Name in Anführungszeichen (")</translation>
+        <translation>ein Name in Anführungszeichen (&quot;)</translation>
     </message>
     <message>
         <source>&quot;%1&quot; stands where a name in double quotes is missing</source>
-        <translation>„%1“ steht, wo ein Name in Anführungszeichen (") fehlt</translation>
+        <translation>„%1“ steht, wo ein Name in Anführungszeichen (&quot;) fehlt</translation>
     </message>
     <message>
         <source>%2</source>
@@ -1203,6 +1203,46 @@
     <message>
         <source>&quot;%1&quot; stands where the list should end with -1</source>
         <translation>„%1“ steht, wo die Liste mit -1 enden sollte</translation>
+    </message>
+    <message>
+        <source>a value is missing; %2 is read for it</source>
+        <translation>ein Wert fehlt; %2 wird dafür gelesen</translation>
+    </message>
+    <message>
+        <source>a value is missing; it is read as empty</source>
+        <translation>ein Wert fehlt; er wird als leer gelesen</translation>
+    </message>
+    <message>
+        <source>the lines of the section</source>
+        <translation>die Zeilen des Abschnitts</translation>
+    </message>
+    <message>
+        <source>the file ends behind the title of the section; nothing is read for it</source>
+        <translation>die Datei endet hinter dem Titel des Abschnitts; für ihn wird nichts gelesen</translation>
+    </message>
+    <message>
+        <source>the file ends before the title of the first section</source>
+        <translation>die Datei endet vor dem Titel des ersten Abschnitts</translation>
+    </message>
+    <message>
+        <source>so are those behind it</source>
+        <translation>ebenso die dahinter</translation>
+    </message>
+    <message>
+        <source>a load takes the next line for it, and so on for those below</source>
+        <translation>beim Laden tritt die nächste Zeile an seine Stelle, und so fort bei denen darunter</translation>
+    </message>
+    <message>
+        <source>what is left of it is read for the values behind it:</source>
+        <translation>der Rest davon wird für die Werte dahinter gelesen:</translation>
+    </message>
+    <message>
+        <source>a load takes the next line for it:</source>
+        <translation>beim Laden tritt die nächste Zeile an seine Stelle:</translation>
+    </message>
+    <message>
+        <source>the version is read as %1</source>
+        <translation>als Version wird %1 gelesen</translation>
     </message>
 </context>
 </TS>
