@@ -1170,7 +1170,7 @@
     </message>
     <message>
         <source>%2</source>
-        <translation type="unfinished">%2</translation>
+        <translation>%2</translation>
     </message>
     <message>
         <source>&quot;%1&quot; stands where a writer puts %2</source>

@@ -113,7 +113,7 @@ TEST(NumberFaultTest, AgreesWithTheConversions)
     std::mt19937 bits(20240917);
     for (int i = 0; i < 200'000; ++i) {
         QString text;
-        for (unsigned count = 1 + bits() % 12; count > 0; --count)
+        for (auto count = 1 + bits() % 12; count > 0; --count)
             text += QLatin1Char("0123456789-+.e"[bits() % 14]);
         bool isInteger = false;
         bool isNumber = false;
