@@ -1,7 +1,7 @@
 #include "MaterialDatabaseFileXmlReader.h"
 
 #include "Assertion.h"
-#include "MaterialReferenceValues.h"
+#include "MaterialDatabaseXml.h"
 #include "NumberText.h"
 #include "XmlTokens.h"
 
@@ -60,7 +60,7 @@ bool MaterialDatabaseFileXmlReader::read(QXmlStreamReader& xml)
     database_->clear();
     while (hasTokens(xml)) {
         xml.readNext();
-        if (xml.isStartElement() && isAt(xml, "material_database"))
+        if (xml.isStartElement() && isAt(xml, MaterialXml::database))
             readDatabase(xml);
     }
     return true;
@@ -68,14 +68,14 @@ bool MaterialDatabaseFileXmlReader::read(QXmlStreamReader& xml)
 
 void MaterialDatabaseFileXmlReader::readDatabase(QXmlStreamReader& xml)
 {
-    requireStartOf("material_database", xml);
+    requireStartOf(MaterialXml::database, xml);
 
-    const QString version = attribute(xml, "version");
+    const QString version = attribute(xml, MaterialXml::versionAttribute);
     if (!version.isEmpty())
         database_->setVersion(Util::Version(version));
 
     while (xml.readNextStartElement()) {
-        if (isAt(xml, "material"))
+        if (isAt(xml, MaterialXml::material))
             readMaterial(xml);
         else
             xml.skipCurrentElement();
@@ -84,9 +84,9 @@ void MaterialDatabaseFileXmlReader::readDatabase(QXmlStreamReader& xml)
 
 void MaterialDatabaseFileXmlReader::readMaterial(QXmlStreamReader& xml)
 {
-    requireStartOf("material", xml);
+    requireStartOf(MaterialXml::material, xml);
 
-    database_->add(Material(Util::toStdString(attribute(xml, "type"))));
+    database_->add(Material(Util::toStdString(attribute(xml, MaterialXml::typeAttribute))));
     Material& material = database_->material(database_->count() - 1);
     while (xml.readNextStartElement())
         readMaterialElement(xml, material);
@@ -94,11 +94,11 @@ void MaterialDatabaseFileXmlReader::readMaterial(QXmlStreamReader& xml)
 
 void MaterialDatabaseFileXmlReader::readMaterialElement(QXmlStreamReader& xml, Material& material)
 {
-    if (isAt(xml, "property"))
+    if (isAt(xml, MaterialXml::property))
         return readPropertyOf(xml, material);
-    if (isAt(xml, "name"))
+    if (isAt(xml, MaterialXml::name))
         return material.setName(readText(xml));
-    if (isAt(xml, "id"))
+    if (isAt(xml, MaterialXml::id))
         return material.setId(readInteger(xml));
     for (const MaterialReferenceValue& reference : materialReferenceValues) {
         if (isAt(xml, reference.element))
@@ -109,7 +109,7 @@ void MaterialDatabaseFileXmlReader::readMaterialElement(QXmlStreamReader& xml, M
 
 void MaterialDatabaseFileXmlReader::readPropertyOf(QXmlStreamReader& xml, Material& material)
 {
-    const QString name = attribute(xml, "type");
+    const QString name = attribute(xml, MaterialXml::typeAttribute);
     const auto type = Clt::PropertyType::fromName(name);
     if (type.isValid())
         readProperty(xml, material.property(type.code()));
@@ -119,7 +119,7 @@ void MaterialDatabaseFileXmlReader::readPropertyOf(QXmlStreamReader& xml, Materi
 
 void MaterialDatabaseFileXmlReader::readProperty(QXmlStreamReader& xml, MaterialProperty& property)
 {
-    requireStartOf("property", xml);
+    requireStartOf(MaterialXml::property, xml);
 
     while (xml.readNextStartElement())
         readPropertyElement(xml, property);
@@ -128,13 +128,13 @@ void MaterialDatabaseFileXmlReader::readProperty(QXmlStreamReader& xml, Material
 
 void MaterialDatabaseFileXmlReader::readPropertyElement(QXmlStreamReader& xml, MaterialProperty& property)
 {
-    if (isAt(xml, "point"))
+    if (isAt(xml, MaterialXml::point))
         readPoint(xml, property);
-    else if (isAt(xml, "variation_type"))
+    else if (isAt(xml, MaterialXml::variationType))
         property.setVariationType(readText(xml));
-    else if (isAt(xml, "value"))
+    else if (isAt(xml, MaterialXml::value))
         property.setValue(readNumber(xml));
-    else if (isAt(xml, "independent_variable"))
+    else if (isAt(xml, MaterialXml::independentVariable))
         property.setIndependentVariable(CodeNameTable::instance().codeForName(xml.readElementText()));
     else
         xml.skipCurrentElement();
@@ -142,13 +142,13 @@ void MaterialDatabaseFileXmlReader::readPropertyElement(QXmlStreamReader& xml, M
 
 void MaterialDatabaseFileXmlReader::readPoint(QXmlStreamReader& xml, MaterialProperty& property)
 {
-    requireStartOf("point", xml);
+    requireStartOf(MaterialXml::point, xml);
 
     Point point;
     while (xml.readNextStartElement()) {
-        if (isAt(xml, "x"))
+        if (isAt(xml, MaterialXml::x))
             point.setX(readNumber(xml));
-        else if (isAt(xml, "y"))
+        else if (isAt(xml, MaterialXml::y))
             point.setY(readNumber(xml));
         else
             xml.skipCurrentElement();

@@ -1,7 +1,7 @@
 #include "MaterialDatabaseFileXmlWriter.h"
 
 #include "ExactText.h"
-#include "MaterialReferenceValues.h"
+#include "MaterialDatabaseXml.h"
 #include "NumberText.h"
 
 #include <NereoFileIO/CodeNameTable.h>
@@ -21,17 +21,17 @@ void writeNumberElement(QXmlStreamWriter& xml, const QString& name, double numbe
 void writeReferenceValues(QXmlStreamWriter& xml, const Material& material)
 {
     const auto type = Clt::MaterialType::fromName(toExactQString(material.type()));
-    for (const auto& [element, value, setValue, isOfSolids] : materialReferenceValues) {
-        if (type == Clt::MaterialType::Fluid || (type == Clt::MaterialType::Solid && isOfSolids))
-            writeNumberElement(xml, element, (material.*value)());
+    for (const MaterialReferenceValue& reference : materialReferenceValues) {
+        if (isWritten(reference, type))
+            writeNumberElement(xml, reference.element, (material.*reference.value)());
     }
 }
 
 void writePoints(QXmlStreamWriter& xml, const MaterialProperty& property)
 {
-    static const QString pointElement = "point";
-    static const QString xElement = "x";
-    static const QString yElement = "y";
+    static const QString pointElement = MaterialXml::point;
+    static const QString xElement = MaterialXml::x;
+    static const QString yElement = MaterialXml::y;
 
     for (int i = 0; i < property.pointCount(); ++i) {
         xml.writeStartElement(pointElement);
@@ -43,35 +43,33 @@ void writePoints(QXmlStreamWriter& xml, const MaterialProperty& property)
 
 void writeCurve(QXmlStreamWriter& xml, const MaterialProperty& property)
 {
-    xml.writeTextElement("independent_variable",
+    xml.writeTextElement(MaterialXml::independentVariable,
                          CodeNameTable::instance().nameForCode(property.independentVariable(), false));
     writePoints(xml, property);
 }
 
 void writeProperty(QXmlStreamWriter& xml, const MaterialProperty& property)
 {
-    using Clt::VariationType;
-
     const QString variationName = toExactQString(property.variationType());
-    xml.writeStartElement("property");
-    xml.writeAttribute("type", toExactQString(property.type()));
-    xml.writeTextElement("variation_type", variationName);
+    xml.writeStartElement(MaterialXml::property);
+    xml.writeAttribute(MaterialXml::typeAttribute, toExactQString(property.type()));
+    xml.writeTextElement(MaterialXml::variationType, variationName);
 
-    const VariationType variation = VariationType::fromName(variationName);
-    if (variation == VariationType::Constant || variation == VariationType::EquationOfState)
-        writeNumberElement(xml, "value", property.value());
-    else if (variation == VariationType::PiecewiseLinear)
+    const auto variation = Clt::VariationType::fromName(variationName);
+    if (isValueWritten(variation))
+        writeNumberElement(xml, MaterialXml::value, property.value());
+    else if (isCurveWritten(variation))
         writeCurve(xml, property);
     xml.writeEndElement();
 }
 
 void writeMaterial(QXmlStreamWriter& xml, const Material& material)
 {
-    xml.writeStartElement("material");
-    xml.writeAttribute("type", toExactQString(material.type()));
-    xml.writeTextElement("name", toExactQString(material.name()));
+    xml.writeStartElement(MaterialXml::material);
+    xml.writeAttribute(MaterialXml::typeAttribute, toExactQString(material.type()));
+    xml.writeTextElement(MaterialXml::name, toExactQString(material.name()));
     if (material.id() != Material::InvalidId)
-        xml.writeTextElement("id", QString::number(material.id()));
+        xml.writeTextElement(MaterialXml::id, QString::number(material.id()));
     writeReferenceValues(xml, material);
     for (const int code : material.propertyCodes())
         writeProperty(xml, *material.findProperty(code));
@@ -88,8 +86,8 @@ MaterialDatabaseFileXmlWriter::MaterialDatabaseFileXmlWriter(const MaterialDatab
 void MaterialDatabaseFileXmlWriter::write(QXmlStreamWriter& xml)
 {
     xml.writeStartDocument();
-    xml.writeStartElement("material_database");
-    xml.writeAttribute("version", database_->version().toString());
+    xml.writeStartElement(MaterialXml::database);
+    xml.writeAttribute(MaterialXml::versionAttribute, database_->version().toString());
     for (int i = 0; i < database_->count(); ++i)
         writeMaterial(xml, database_->material(i));
     xml.writeEndElement();
