@@ -64,7 +64,7 @@ private:
             listener_.finding({Rule::RepeatedKey, xml_.place(), key, key});
         const XmlText text = xml_.readText(useOf(key), key);
         if (listener_.wantsItems())
-            values_.tellItem(key, text.place, xml_.length(text), xml_.spelling(text), text.text);
+            values_.tellItem(key, xml_.place(text), xml_.length(text), xml_.spelling(text), text.text);
         if (text.isWhole)
             check(key, text);
     }
@@ -79,7 +79,7 @@ private:
     void check(const QString& key, const XmlText& text)
     {
         if (std::optional<Discovery> fault = values_.faultOf(key, text.text)) {
-            fault->place = fault->rule == Rule::MissingValue ? text.end : text.place;
+            fault->place = fault->rule == Rule::MissingValue ? xml_.endPlace(text) : xml_.place(text);
             listener_.finding(*fault);
         }
     }

@@ -105,13 +105,20 @@ bool XmlFile::next()
     hasEntities_ = hasEntities_ || xml_.isDTD();
     depth_ += xml_.isStartElement() - xml_.isEndElement();
     begin_ = previousEnd_;
-    isInEntity_ = false;
-    if (hasEntities_ && xml_.isStartElement()) {
-        begin_ = skipBlanks(begin_);
-        isInEntity_ = begin_ >= end() || characterAt(begin_) != QLatin1Char('<')
-            || characterAt(end() - 1) != QLatin1Char('>');
-    }
+    const bool isTag = xml_.isStartElement() || xml_.isEndElement();
+    const bool hasWidth =
+        begin_ < end(); // unlike the end of an element that is one tag, and entities' content
+    if (hasWidth || xml_.isStartElement())
+        isInEntity_ = hasEntities_ && isTag && !isTagInFile();
     return Io::hasTokens(xml_);
+}
+
+/// Whether the tag that the current token is stands in the file rather than in an entity.
+bool XmlFile::isTagInFile()
+{
+    begin_ = skipBlanks(begin_);
+    return begin_ < end() && characterAt(begin_) == QLatin1Char('<')
+        && characterAt(end() - 1) == QLatin1Char('>');
 }
 
 bool XmlFile::nextChild()
@@ -139,8 +146,8 @@ XmlText XmlFile::readText(XmlText::Use use, const QString& address)
 {
     XmlText text;
     text.begin = end();
+    text.readersBegin = readersPlace();
     text.isInEntity = isInEntity_;
-    text.place = placeAt(text.begin, text.isInEntity);
     while (next() && !xml_.isEndElement()) {
         if (xml_.isStartElement()) {
             listener_.finding({Rule::UnexpectedElement, place(), address, name().toString()});
@@ -154,11 +161,12 @@ XmlText XmlFile::readText(XmlText::Use use, const QString& address)
         }
     }
     text.isWhole = text.isWhole && !xml_.hasError();
-    text.size = std::max(begin_ - text.begin, qint64(0));
-    text.end = placeAt(begin_, text.isInEntity);
+    text.end = std::max(begin_, text.begin);
+    text.readersEnd = readersPlace();
+    TextPlaces& places = this->places();
     if (hasExactPlaces_ && !text.isInEntity) {
-        places().addPart({text.begin, text.begin + text.size, address, !text.isWhole});
-        places().reportFaults(text.begin + text.size, listener_);
+        places.addPart({text.begin, text.end, address, !text.isWhole});
+        places.reportFaults(text.end, listener_);
     }
     return text;
 }
@@ -189,16 +197,28 @@ qint64 XmlFile::attributeLength(const QString& name)
     return range && hasOffsets_ ? places().length(range->begin, range->end) : 0;
 }
 
+Place XmlFile::place(const XmlText& text)
+{
+    places();
+    return hasExactPlaces_ ? placeAt(text.begin, text.isInEntity) : text.readersBegin;
+}
+
+Place XmlFile::endPlace(const XmlText& text)
+{
+    places();
+    return hasExactPlaces_ ? placeAt(text.end, text.isInEntity) : text.readersEnd;
+}
+
 QString XmlFile::spelling(const XmlText& text)
 {
-    if (text.isInEntity || !hasExactPlaces_)
-        return text.text;
-    return places().text(text.begin, text.begin + text.size);
+    TextPlaces& places = this->places();
+    return hasExactPlaces_ && !text.isInEntity ? places.text(text.begin, text.end) : text.text;
 }
 
 qint64 XmlFile::length(const XmlText& text)
 {
-    return text.place.hasOffset() ? places().length(text.begin, text.begin + text.size) : 0;
+    TextPlaces& places = this->places();
+    return hasOffsets_ && !text.isInEntity ? places.length(text.begin, text.end) : 0;
 }
 
 Place XmlFile::endOfFile()
@@ -215,10 +235,10 @@ void XmlFile::reportEnd()
         return;
     }
     if (device_->hasFailed())
-        return listener_.finding({Rule::CannotReadXml, readersPlace(), {}, device_->errorString()});
+        return listener_.finding({Rule::CannotReadXml, placeAt(end(), false), {}, device_->errorString()});
 
     QString words = xml_.errorString();
-    Place place = readersPlace();
+    Place place = placeAt(end(), false);
     if (hasExactPlaces_) {
         places.reportFaults(end(), listener_);
         // The reader stops at the block in which a byte is bad, before it has read any of it.
@@ -285,10 +305,10 @@ Place XmlFile::placeAt(qint64 index, bool isInEntity)
     return place;
 }
 
-Place XmlFile::readersPlace()
+/// Where the reader is, by its own account.
+Place XmlFile::readersPlace() const
 {
-    places();
-    return hasExactPlaces_ ? placeAt(end(), false) : Place {xml_.lineNumber(), xml_.columnNumber() + 1};
+    return {xml_.lineNumber(), xml_.columnNumber() + 1, Place::Absent};
 }
 
 /// Where the value of an attribute stands; none where it comes out of an entity or a declaration.

@@ -19,14 +19,13 @@ struct XmlText {
         Value    ///< kept as it is
     };
 
-    QString text;     ///< as QXmlStreamReader::readElementText() gives it
-    Place place;      ///< of what follows the start tag
-    Place end;        ///< of the end tag
-    qint64 begin = 0; ///< the first character
-    qint64 size = 0;  ///< in characters of the file
-    bool isInEntity = false;
-    bool isWhole =
-        true; ///< no element stands in it and nothing is malformed; otherwise there is a finding of that
+    QString text;       ///< as QXmlStreamReader::readElementText() gives it
+    qint64 begin = 0;   ///< the number of what follows the start tag
+    qint64 end = 0;     ///< and of the end tag
+    Place readersBegin; ///< as far as the reader knows it, where nobody knows better
+    Place readersEnd;
+    bool isInEntity = false; ///< the element comes out of one
+    bool isWhole = true;     ///< no element stands in it and nothing is malformed; there are findings of both
 };
 
 /// An XML file as a load reads it, and where its elements, attributes and texts stand.
@@ -53,7 +52,7 @@ public:
     bool hasError() const { return xml_.hasError(); }
     QStringRef name() const { return xml_.name(); } ///< of the element, without a prefix
 
-    /// Of the `<` of the current start element.
+    /// Of the `<` of the current start or end tag; of an element that is one tag its end is behind that.
     Place place();
 
     /// The value of an attribute of the current start element; empty if there is none.
@@ -63,6 +62,8 @@ public:
     QString attributeSpelling(const QString& name); ///< what stands between the quotes
     qint64 attributeLength(const QString& name);    ///< in bytes
 
+    Place place(const XmlText& text);      ///< of what follows the start tag
+    Place endPlace(const XmlText& text);   ///< of the end tag
     QString spelling(const XmlText& text); ///< what stands between the tags, markup included
     qint64 length(const XmlText& text);    ///< of that in bytes; 0 where bytes can't be told
 
@@ -80,10 +81,11 @@ private:
     TextPlaces& places();
     qint64 end() const { return xml_.characterOffset(); }
     qint64 cleanEnd();
+    bool isTagInFile();
     qint64 skipBlanks(qint64 index);
     QChar characterAt(qint64 index);
     Place placeAt(qint64 index, bool isInEntity);
-    Place readersPlace();
+    Place readersPlace() const;
     std::optional<Range> attributeRange(const QString& name);
 
     Listener& listener_;
