@@ -3,6 +3,7 @@
 #include "Walker.h"
 
 #include <FileIO/ConfigurationForms.h>
+#include <FileIO/MaterialDatabaseXml.h>
 #include <FileIO/XmlTokens.h>
 #include <NereoFileIO/Nereo2ConfigFile.h>
 #include <NereoUtility/StringConversion.h>
@@ -29,8 +30,8 @@ struct Root {
 };
 
 constexpr Root roots[] = {
-    {Io::configurationElement, FileKind::ConfigurationXml},
-    {"material_database",      FileKind::Materials       },
+    {Io::configurationElement,  FileKind::ConfigurationXml},
+    {Io::MaterialXml::database, FileKind::Materials       },
 };
 
 bool isResults(const QByteArray& start)

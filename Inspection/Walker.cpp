@@ -12,6 +12,7 @@ struct Walker {
 constexpr Walker walkers[] = {
     {FileKind::ConfigurationXml,  walkConfigurationXml },
     {FileKind::ConfigurationText, walkConfigurationText},
+    {FileKind::Materials,         walkMaterialDatabase },
     {FileKind::GeometryBoundary,  walkGeometryBoundary },
     {FileKind::Control,           walkControlFile      },
 };

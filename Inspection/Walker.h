@@ -19,6 +19,7 @@ Walk walkOf(FileKind kind);
 // Each stands in a source of its own, named after the kind.
 void walkConfigurationXml(const InputFile& file, Listener& listener);
 void walkConfigurationText(const InputFile& file, Listener& listener);
+void walkMaterialDatabase(const InputFile& file, Listener& listener);
 void walkGeometryBoundary(const InputFile& file, Listener& listener);
 void walkControlFile(const InputFile& file, Listener& listener);
 

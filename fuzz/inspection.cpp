@@ -26,6 +26,7 @@ struct Input {
 constexpr Input inputs[] = {
     {FileKind::ConfigurationXml,  "input.xml"},
     {FileKind::ConfigurationText, "input.cfg"},
+    {FileKind::Materials,         "input.xml"},
     {FileKind::GeometryBoundary,  "input.gbi"},
     {FileKind::Control,           "input.ctl"},
 };

@@ -24,7 +24,9 @@ struct Item {
     };
 
     /// Names the value within the file, as in "relaxation/kU/under". In a part of it "/", "%" and "#" are
-    /// written %2F, %25 and %23; "#2" behind a part means the second of that name.
+    /// written %2F, %25 and %23; "#2" behind a part means the second of that name, and "#3" alone the third,
+    /// which has no name. Where a file says something again and the last one counts, all have one address.
+    /// A name of more than 200 characters is cut, and a digest of it tells it from others.
     QString address;
     Type type = Type::Text;
     Place place;       ///< of its first character; of an empty value where it would stand

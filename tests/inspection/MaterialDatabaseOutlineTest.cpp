@@ -1,0 +1,104 @@
+#include "Checked.h"
+
+#include "support/TemporaryFolder.h"
+
+#include <NereoInspection/Outline.h>
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+namespace Nereo::Inspection {
+namespace {
+
+using ::testing::ElementsAre;
+
+/// Each value as "address=spelling", and that its place holds its spelling.
+std::vector<std::string> valuesOf(const std::string& bytes)
+{
+    const TemporaryFolder folder;
+    std::vector<std::string> values;
+    EXPECT_TRUE(outline(folder.write("materials.xml", bytes), FileKind::Materials, [&](const Item& item) {
+        const std::string spelling = item.spelling.toStdString();
+        values.push_back(item.address.toStdString() + '=' + spelling);
+        if (item.place.hasOffset()) {
+            EXPECT_EQ(bytes.substr(std::size_t(item.place.offset), std::size_t(item.length)), spelling);
+        }
+    }));
+    return values;
+}
+
+std::string database(const std::string& materials)
+{
+    return "<material_database>" + materials + "</material_database>";
+}
+
+TEST(MaterialDatabaseOutlineTest, TellsOfEachValueInTheOrderOfTheFile)
+{
+    EXPECT_THAT(
+        valuesOf("<material_database version=\"1.2.3.4\"><material type='fluid'><name>Water</name><id>7</id>"
+                 "<ref_pressure> 1e5 </ref_pressure><property type='density'>"
+                 "<variation_type>constant</variation_type><value>&#53;</value></property>"
+                 "<property type='viscosity'><independent_variable>kT</independent_variable>"
+                 "<point><x>1</x><y>2</y></point><point><y>4</y><x>3</x></point></property>"
+                 "<other>9</other></material></material_database>"),
+        ElementsAre("version=1.2.3.4", "Water/type=fluid", "Water/name=Water", "Water/id=7",
+                    "Water/ref_pressure= 1e5 ", "Water/density/variation_type=constant",
+                    "Water/density/value=&#53;", "Water/viscosity/independent_variable=kT",
+                    "Water/viscosity/points/1/x=1", "Water/viscosity/points/1/y=2",
+                    "Water/viscosity/points/2/y=4", "Water/viscosity/points/2/x=3"));
+}
+
+TEST(MaterialDatabaseOutlineTest, NamesMaterialsByTheLastOfTheirNames)
+{
+    EXPECT_THAT(valuesOf(database("<material type='a'><name>x</name><id>1</id><name>Air/1%#</name></material>"
+                                  "<material/><material><name/><id>3</id></material>"
+                                  "<material><id>4</id><name>Air/1%#</name></material>")),
+                ElementsAre("Air%2F1%25%23/type=a", "Air%2F1%25%23/name=x", "Air%2F1%25%23/id=1",
+                            "Air%2F1%25%23/name=Air/1%#", "#3/name=", "#3/id=3", "Air%2F1%25%23#2/id=4",
+                            "Air%2F1%25%23#2/name=Air/1%#"));
+}
+
+TEST(MaterialDatabaseOutlineTest, CutsLongNamesAndTellsThemApart)
+{
+    const std::string longName(1000, 'a');
+    const auto values = valuesOf(database("<material><name>" + longName + "</name></material><material><name>"
+                                          + longName + "b</name></material>"));
+    ASSERT_EQ(values.size(), 2U);
+    EXPECT_LT(values[0].find('='), 300U);
+    EXPECT_NE(values[0].substr(0, values[0].find('=')), values[1].substr(0, values[1].find('=')));
+    EXPECT_EQ(values[1].find("#2"), std::string::npos);
+}
+
+TEST(MaterialDatabaseOutlineTest, CountsThePointsOfAPropertyThatComesTwice)
+{
+    const std::string property = "<property type='density'><point><x>1</x></point></property>";
+    EXPECT_THAT(valuesOf(database("<material><name>a</name>" + property
+                                  + "<property type='viscosity'><point><x>2</x></point></property>" + property
+                                  + "</material><material>" + property + "</material>")),
+                ElementsAre("a/name=a", "a/density/points/1/x=1", "a/viscosity/points/1/x=2",
+                            "a/density/points/2/x=1", "#2/density/points/1/x=1"));
+}
+
+TEST(MaterialDatabaseOutlineTest, GivesWhatALoadMakesOfTheTexts)
+{
+    const TemporaryFolder folder;
+    const std::string path =
+        folder.write("materials.xml",
+                     "<material_database version='1.2'><material type='\xEF\xBB\xBF"
+                     "fluid'><name>\xEF\xBB\xBF"
+                     "a</name>"
+                     "<id> 7</id><ref_pressure>1,5</ref_pressure><property type='density'>"
+                     "<independent_variable>kCond</independent_variable><value><![CDATA[1e1]]></value></"
+                     "property></material>"
+                     "</material_database>");
+    std::vector<QVariant> values;
+    outline(path, [&](const Item& item) { values.push_back(item.value); });
+    EXPECT_THAT(values,
+                ElementsAre(QVariant("1.2.0.0"), QVariant("fluid"), QVariant("a"), QVariant(7), QVariant(0.0),
+                            QVariant("kKXX"), QVariant(10.0)));
+}
+
+} // namespace
+} // namespace Nereo::Inspection
