@@ -261,7 +261,14 @@ Texts allTexts()
 #define FINDING(rule, code, severity, effect, kinds, expected, message)                                      \
     texts["Nereo::Inspection"].insert({expected, message});
 #include <Inspection/Rules.def>
-    texts["Nereo::Inspection"].insert("did you mean \"%1\"?");
+    texts["Nereo::Inspection"].insert({
+        "did you mean \"%1\"?",
+        "a load takes the next line for it, and so on for those below",
+        "a load takes the next line for it:",
+        "so are those behind it",
+        "the version is read as %1",
+        "what is left of it is read for the values behind it:",
+    });
     texts["Nereo::Inspection"].erase("");
     return texts;
 }

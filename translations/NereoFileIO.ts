@@ -913,15 +913,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is no type of material</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>a type of variation</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is no type of variation</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1242,6 +1234,26 @@
     </message>
     <message>
         <source>the version is read as %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is a flag of nodes; it is read as %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no type of material; a save loses the reference values and the types of the properties</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no type of variation; a save loses the value and the curve of the property</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a material of this type has no property &quot;%1&quot;; it is read, and saved, as &quot;%2&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the independent variable of the points is missing; it is kNone</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

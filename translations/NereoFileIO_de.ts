@@ -913,16 +913,8 @@
         <translation>eine Art von Stoff</translation>
     </message>
     <message>
-        <source>&quot;%1&quot; is no type of material</source>
-        <translation>„%1“ ist keine Art von Stoff</translation>
-    </message>
-    <message>
         <source>a type of variation</source>
         <translation>eine Art von Verlauf</translation>
-    </message>
-    <message>
-        <source>&quot;%1&quot; is no type of variation</source>
-        <translation>„%1“ ist keine Art von Verlauf</translation>
     </message>
     <message>
         <source>a type of property</source>
@@ -1243,6 +1235,26 @@
     <message>
         <source>the version is read as %1</source>
         <translation>als Version wird %1 gelesen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is a flag of nodes; it is read as %2</source>
+        <translation>„%1“ ist eine Markierung von Knoten; gelesen wird %2</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no type of material; a save loses the reference values and the types of the properties</source>
+        <translation>„%1“ ist keine Materialart; beim Speichern gehen die Bezugswerte und die Arten der Eigenschaften verloren</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no type of variation; a save loses the value and the curve of the property</source>
+        <translation>„%1“ ist keine Art der Veränderung; beim Speichern gehen der Wert und die Kurve der Eigenschaft verloren</translation>
+    </message>
+    <message>
+        <source>a material of this type has no property &quot;%1&quot;; it is read, and saved, as &quot;%2&quot;</source>
+        <translation>ein Material dieser Art hat keine Eigenschaft „%1“; sie wird als „%2“ gelesen und gespeichert</translation>
+    </message>
+    <message>
+        <source>the independent variable of the points is missing; it is kNone</source>
+        <translation>die unabhängige Variable der Punkte fehlt; sie ist kNone</translation>
     </message>
 </context>
 </TS>
