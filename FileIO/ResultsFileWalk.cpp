@@ -91,11 +91,13 @@ ResultsFileWalk::Marker ResultsFileWalk::readHeader(ResultsFacts& facts)
     facts.byteOrder = block.intAt(0) == 0 ? QDataStream::LittleEndian : QDataStream::BigEndian;
     block.setByteOrder(facts.byteOrder);
     in_.setByteOrder(facts.byteOrder);
-    facts.version = Util::Version(block.intAt(4), block.intAt(8), block.intAt(12), 0);
-    facts.dateTimeString = block.textAt(16, 26);
-    facts.title = block.textAt(42, 256);
+    constexpr int version = ResultsLayout::versionOffset;
+    facts.version =
+        Util::Version(block.intAt(version), block.intAt(version + 4), block.intAt(version + 8), 0);
+    facts.dateTimeString = block.textAt(ResultsLayout::dateOffset, ResultsLayout::dateSize);
+    facts.title = block.textAt(ResultsLayout::titleOffset, ResultsLayout::titleSize);
     facts.nodeCount = block.intAt(ResultsLayout::nodeCountOffset);
-    facts.elementCount = block.intAt(302);
+    facts.elementCount = block.intAt(ResultsLayout::elementCountOffset);
     return block.markerAt(ResultsLayout::headerMarkerOffset);
 }
 
@@ -103,12 +105,12 @@ ResultsFileWalk::Marker ResultsFileWalk::readRunData(ResultsFacts& facts)
 {
     Block<ResultsLayout::fieldCountOffset - ResultsLayout::headerSize> block(*this);
     block.setByteOrder(in_.byteOrder());
-    facts.currentIteration = block.intAt(310); // here the current value comes first
-    facts.startingIteration = block.intAt(314);
-    facts.currentTimeStep = block.intAt(318);
-    facts.startingTimeStep = block.intAt(322);
-    facts.currentTime = block.doubleAt(326);
-    facts.timeStepSize = block.doubleAt(334);
+    facts.currentIteration = block.intAt(ResultsLayout::currentIterationOffset);
+    facts.startingIteration = block.intAt(ResultsLayout::startingIterationOffset);
+    facts.currentTimeStep = block.intAt(ResultsLayout::currentTimeStepOffset);
+    facts.startingTimeStep = block.intAt(ResultsLayout::startingTimeStepOffset);
+    facts.currentTime = block.doubleAt(ResultsLayout::currentTimeOffset);
+    facts.timeStepSize = block.doubleAt(ResultsLayout::timeStepSizeOffset);
     return block.markerAt(ResultsLayout::runMarkerOffset);
 }
 

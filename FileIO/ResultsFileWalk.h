@@ -1,5 +1,6 @@
 #pragma once
 
+#include <NereoFileIO/Export.h>
 #include <NereoFileIO/FieldVariable.h>
 
 #include <NereoUtility/Version.h>
@@ -18,9 +19,21 @@ class ResultsProgressMeter;
 /// Where things stand in a results file, in bytes from its start, and how long they are.
 namespace ResultsLayout {
 
+inline constexpr int versionOffset = 4;
+inline constexpr int dateOffset = 16;
+inline constexpr int dateSize = 26;
+inline constexpr int titleOffset = 42;
+inline constexpr int titleSize = 256;
 inline constexpr int nodeCountOffset = 298;
+inline constexpr int elementCountOffset = 302;
 inline constexpr int headerMarkerOffset = 306;
 inline constexpr int headerSize = 310;
+inline constexpr int currentIterationOffset = 310; // in the file the current value comes first
+inline constexpr int startingIterationOffset = 314;
+inline constexpr int currentTimeStepOffset = 318;
+inline constexpr int startingTimeStepOffset = 322;
+inline constexpr int currentTimeOffset = 326;
+inline constexpr int timeStepSizeOffset = 334;
 inline constexpr int runMarkerOffset = 342;
 inline constexpr int fieldCountOffset = 346;
 inline constexpr int fieldNamesOffset = 350;
@@ -73,7 +86,7 @@ struct ResultsFieldName {
 /// The stream may end anywhere, and may be cut off or grow meanwhile: what isn't there is zero. The first
 /// short read ends the walk, also in a file that the solver is still writing: what comes later would be taken
 /// for something else.
-class ResultsFileWalk {
+class NEREOFILEIO_EXPORT ResultsFileWalk {
 public:
     explicit ResultsFileWalk(QDataStream& in);
 
