@@ -15,6 +15,7 @@ constexpr Walker walkers[] = {
     {FileKind::Materials,         walkMaterialDatabase },
     {FileKind::GeometryBoundary,  walkGeometryBoundary },
     {FileKind::Control,           walkControlFile      },
+    {FileKind::Results,           walkResults          },
 };
 
 } // namespace

@@ -22,5 +22,6 @@ void walkConfigurationText(const InputFile& file, Listener& listener);
 void walkMaterialDatabase(const InputFile& file, Listener& listener);
 void walkGeometryBoundary(const InputFile& file, Listener& listener);
 void walkControlFile(const InputFile& file, Listener& listener);
+void walkResults(const InputFile& file, Listener& listener);
 
 } // namespace Nereo::Inspection

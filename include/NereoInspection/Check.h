@@ -35,7 +35,8 @@ struct CheckOptions {
 
 /// Finds what is wrong with a file, all of it in one pass. Whatever stands in the file, nothing is thrown but
 /// std::bad_alloc, and nothing stops. Of one code in one file a thousand findings are listed and the rest
-/// counted. Takes at most 64 MiB and twice the size of the file.
+/// counted. Takes at most 64 MiB and twice the size of the file; of results 64 MiB and a bit for each node
+/// that the file has room for.
 NEREOINSPECTION_EXPORT CheckedFile check(const std::string& path, const CheckOptions& options = {});
 
 /// The same for each of several files.
