@@ -29,6 +29,7 @@ constexpr Input inputs[] = {
     {FileKind::Materials,         "input.xml"},
     {FileKind::GeometryBoundary,  "input.gbi"},
     {FileKind::Control,           "input.ctl"},
+    {FileKind::Results,           "input.res"},
 };
 
 /// Writes the bytes to a file, which all inputs have one after the other.
@@ -54,11 +55,26 @@ void requireAgreement(const std::string& path, FileKind kind, const std::vector<
 
 void requireOrder(const std::vector<Finding>& findings)
 {
-    qint64 line = Place::Absent;
+    Place last;
     for (const Finding& finding : findings) {
-        require(finding.place.line >= line, "findings come in the order of the file");
-        line = finding.place.line;
+        const Place& place = finding.place;
+        require(place.line > last.line
+                    || (place.line == last.line && (place.hasLine() || place.offset >= last.offset)),
+                "findings come in the order of the file");
+        last = place;
     }
+}
+
+/// Whether a load takes no more memory than a fuzzer may have. A small file may announce much.
+bool isLoadSmall(const std::string& path, FileKind kind)
+{
+    constexpr qint64 mostValues = 4 * 1024 * 1024;
+    qint64 values = 0;
+    outline(path, kind, [&values](const Item& item) {
+        if (item.type == Item::Type::Field)
+            values += item.value.toInt();
+    });
+    return values <= mostValues;
 }
 
 } // namespace
@@ -75,7 +91,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             checked = check(path, options);
         }
         requireOrder(checked.findings);
-        requireAgreement(path, input.kind, checked.findings);
+        if (isLoadSmall(path, input.kind))
+            requireAgreement(path, input.kind, checked.findings);
 
         outline(path, input.kind, [size](const Item& item) {
             const bool isInFile = !item.place.hasOffset()
