@@ -10,6 +10,10 @@
 #include <cstdlib>
 #include <string>
 
+#if defined(__GNUC__) && !defined(__STRICT_ANSI__)
+#error "The sources are to be compiled as they are on every machine: without extensions of the compiler"
+#endif
+
 namespace {
 
 // The library prints nothing, so a message of Qt's is a failure, but for the one that reports an assertion.
