@@ -16,22 +16,22 @@ constexpr Kinds setOf(FileKind kind)
     return 1U << unsigned(kind);
 }
 
-constexpr Kinds ConfigurationXmlKind = setOf(FileKind::ConfigurationXml);
-constexpr Kinds ConfigurationTextKind = setOf(FileKind::ConfigurationText);
-constexpr Kinds ControlKind = setOf(FileKind::Control);
-constexpr Kinds MaterialsKind = setOf(FileKind::Materials);
-constexpr Kinds GeometryBoundaryKind = setOf(FileKind::GeometryBoundary);
-constexpr Kinds ResultsKind = setOf(FileKind::Results);
+inline constexpr Kinds ConfigurationXmlKind = setOf(FileKind::ConfigurationXml);
+inline constexpr Kinds ConfigurationTextKind = setOf(FileKind::ConfigurationText);
+inline constexpr Kinds ControlKind = setOf(FileKind::Control);
+inline constexpr Kinds MaterialsKind = setOf(FileKind::Materials);
+inline constexpr Kinds GeometryBoundaryKind = setOf(FileKind::GeometryBoundary);
+inline constexpr Kinds ResultsKind = setOf(FileKind::Results);
 
-constexpr Kinds ConfigurationKinds = ConfigurationXmlKind | ConfigurationTextKind;
-constexpr Kinds XmlKinds = ConfigurationXmlKind | MaterialsKind;
-constexpr Kinds SectionKinds = ControlKind | GeometryBoundaryKind;
-constexpr Kinds TextKinds = ConfigurationKinds | SectionKinds | MaterialsKind;
-constexpr Kinds AnyKind = TextKinds | ResultsKind;
-constexpr Kinds LoadedTextKinds = ConfigurationKinds | ControlKind | MaterialsKind; ///< with a reader
-constexpr Kinds VersionKinds = XmlKinds | SectionKinds;
-constexpr Kinds LoadedVersionKinds = XmlKinds | ControlKind;
-constexpr Kinds NamingKinds = MaterialsKind | SectionKinds;
+inline constexpr Kinds ConfigurationKinds = ConfigurationXmlKind | ConfigurationTextKind;
+inline constexpr Kinds XmlKinds = ConfigurationXmlKind | MaterialsKind;
+inline constexpr Kinds SectionKinds = ControlKind | GeometryBoundaryKind;
+inline constexpr Kinds TextKinds = ConfigurationKinds | SectionKinds | MaterialsKind;
+inline constexpr Kinds AnyKind = TextKinds | ResultsKind;
+inline constexpr Kinds LoadedTextKinds = ConfigurationKinds | ControlKind | MaterialsKind; ///< with a reader
+inline constexpr Kinds VersionKinds = XmlKinds | SectionKinds;
+inline constexpr Kinds LoadedVersionKinds = XmlKinds | ControlKind;
+inline constexpr Kinds NamingKinds = MaterialsKind | SectionKinds;
 
 /// What a walk finds: the row of Rules.def.
 enum class Rule {
@@ -40,7 +40,7 @@ enum class Rule {
     Count
 };
 
-constexpr int ruleCount = int(Rule::Count);
+inline constexpr int ruleCount = int(Rule::Count);
 
 struct RuleRow {
     const char* name; ///< of the enumerator

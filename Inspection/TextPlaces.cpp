@@ -420,7 +420,7 @@ TextPlaces::Step TextPlaces::stepAt(const QByteArray& bytes, int at, bool isVali
     case Encoding::SingleByte:
         return {1, 1, singleBytes_[std::size_t(uchar(*first))], false};
     case Encoding::Utf8: {
-        const uchar lead = uchar(*first);
+        const auto lead = uchar(*first);
         if (lead < 0x80)
             return {1, 1, lead, false};
         if (isValid) {
@@ -463,7 +463,7 @@ TextPlaces::Step TextPlaces::stepAt(const QByteArray& bytes, int at, bool isVali
                 QChar::isSurrogate(unit) || unit > 0x10FFFF};
     }
     }
-    Q_UNREACHABLE();
+    return {0, 0, 0, false}; // there is no other encoding
 }
 
 void TextPlaces::report(const Fault& fault, Listener& listener)

@@ -75,8 +75,7 @@ public:
     int recordsAnnounced() const; ///< nodeCount(), or 0
     int wholeRecords() const;     ///< of those announced; -1 where the file has no size
     bool holdsKnownField() const; ///< whether a load stores anything
-    bool
-    isResultsFile() const; ///< whether both markers are right as far as the file goes, the first is there
+    bool isResultsFile() const;   ///< whether the first marker is there, and all that are there are right
 
     /// What is wrong, by its place in the file; of repeated fields each that is listed. There is no more in
     /// this list than header and size tell: nodes are a matter of ResultsScan.
