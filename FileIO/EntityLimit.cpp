@@ -19,15 +19,15 @@ constexpr qint64 blockSize = 16 * 1024;
 struct Prolog {
     QByteArray encoding; // empty where none is declared
     bool declaresEntities = false;
-    bool isReadable = false; // without the entities that it declares
+    bool isReadable = false; // within the limit
     bool isWhole = true;
 };
 
 /// Reads the prolog of a document that begins so.
-Prolog readProlog(const QByteArray& start)
+Prolog readProlog(const QByteArray& start, int limit)
 {
     QXmlStreamReader xml(start);
-    xml.setEntityExpansionLimit(0); // how many references there are isn't known yet
+    xml.setEntityExpansionLimit(limit);
     Prolog prolog;
     while (hasTokens(xml) && !xml.isDTD() && !xml.isStartElement()) {
         xml.readNext();
@@ -41,11 +41,11 @@ Prolog readProlog(const QByteArray& start)
 }
 
 /// Leaves what it reads to the stream.
-Prolog peekAtProlog(QIODevice& device)
+Prolog peekAtProlog(QIODevice& device, int limit)
 {
     for (qint64 size = blockSize;; size *= 2) {
         const QByteArray start = device.peek(size);
-        const Prolog prolog = readProlog(start);
+        const Prolog prolog = readProlog(start, limit);
         if (prolog.isWhole || start.size() < size)
             return prolog;
     }
@@ -58,23 +58,31 @@ const QTextCodec& codecOf(const QByteArray& encoding, const QByteArray& start)
                                : *QTextCodec::codecForUtfText(start, QTextCodec::codecForName("UTF-8"));
 }
 
-/// The most references that there can be. Those to parameter entities begin with a percent sign, and stand in
-/// the prolog only.
-qint64 countReferences(QIODevice& device, const Prolog& prolog)
+/// The most references that there can be.
+struct References {
+    qint64 byAmpersand = 0;
+    qint64 byPercentSign = 0; // to parameter entities, in the prolog only
+};
+
+References countReferences(QIODevice& device, const Prolog& prolog)
 {
-    qint64 references = 0;
+    References references;
     std::unique_ptr<QTextDecoder> decoder;
     device.startTransaction();
     for (QByteArray block; !(block = device.read(blockSize)).isEmpty();) {
         if (decoder == nullptr)
             decoder.reset(codecOf(prolog.encoding, block).makeDecoder());
         const QString text = decoder->toUnicode(block);
-        references += text.count('&');
-        if (!prolog.isReadable)
-            references += text.count('%');
+        references.byAmpersand += text.count('&');
+        references.byPercentSign += text.count('%');
     }
     device.rollbackTransaction();
     return references;
+}
+
+int limitFor(qint64 references)
+{
+    return int(std::min(mostCharactersEach, mostCharacters / std::max(references, qint64(1))));
 }
 
 } // namespace
@@ -82,11 +90,17 @@ qint64 countReferences(QIODevice& device, const Prolog& prolog)
 void limitEntities(QXmlStreamReader& xml)
 {
     QIODevice& device = *xml.device();
-    const Prolog prolog = peekAtProlog(device);
+    const Prolog prolog = peekAtProlog(device, 0); // how many references there are isn't known yet
     if (prolog.isReadable && !prolog.declaresEntities)
         return;
-    const qint64 references = std::max(countReferences(device, prolog), qint64(1));
-    xml.setEntityExpansionLimit(int(std::min(mostCharactersEach, mostCharacters / references)));
+    const References references = countReferences(device, prolog);
+    xml.setEntityExpansionLimit(limitFor(references.byAmpersand));
+    if (prolog.isReadable)
+        return;
+    // The prolog itself expands entities. As long as it is small, percent signs are just characters.
+    const int limitOfProlog = limitFor(references.byAmpersand + references.byPercentSign);
+    if (!peekAtProlog(device, limitOfProlog).isReadable)
+        xml.setEntityExpansionLimit(limitOfProlog);
 }
 
 } // namespace Nereo::Io

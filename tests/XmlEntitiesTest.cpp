@@ -159,6 +159,8 @@ TEST_P(XmlEntities, AreNotLimitedByAnythingElse)
     expectLoaded(1, document(entity("long", 100'000) + entity("e", 1), "&e;"));
     expectLoaded(2'004'000, document(entity("e", 4000), std::string(2'000'000, 'x') + "&e;"));
     expectLoaded(104'000, document(entity("e", 4000), "&e;" + std::string(100'000, '%')));
+    expectLoaded(104'000,
+                 document(R"(<!ENTITY % p "">%p;)" + entity("e", 4000), "&e;" + std::string(100'000, '%')));
 
     const std::string manyReferences = repeated("&amp;", 200'000);
     expectLoaded(200'000, document("", manyReferences));
