@@ -597,8 +597,8 @@ private:
     void reportNumber(Rule rule, const Reading& reading)
     {
         if (!listener_.onlyCounts(rule))
-            listener_.finding(
-                {rule, xml_.place(reading.text), reading.address, excerpt(reading.text.text.trimmed())});
+            listener_.finding({rule, xml_.place(reading.text), reading.address,
+                               excerpt(QStringView(reading.text.text).trimmed())});
     }
 
     /// Likewise of the type of the element whose start tag has just been read.

@@ -16,15 +16,50 @@ namespace MaterialXml = Io::MaterialXml;
 
 constexpr qint64 roomForEntities = 32 * 1024 * 1024;
 
-/// A name that is too long for addresses is cut, and a digest tells it from others that begin like it.
-QString shortened(const QString& name)
+/// A name as it is read piece by piece. One that is too long for addresses is cut, and a digest tells it from
+/// others that begin like it.
+class NamePieces {
+public:
+    void add(const QStringRef& piece)
+    {
+        const int room = longestName - start_.size();
+        start_ += piece.left(room);
+        if (piece.size() <= room)
+            return;
+        isCut_ = true;
+        const QStringRef rest = piece.mid(room);
+        digest_.addData(reinterpret_cast<const char*>(rest.unicode()), rest.size() * int(sizeof(QChar)));
+    }
+
+    QString name() const
+    {
+        constexpr int digits = 16;
+        const QString start = keptText(start_);
+        return isCut_ ? start + QChar(0x2026) + QLatin1String(digest_.result().toHex().left(digits)) : start;
+    }
+
+private:
+    static constexpr int longestName = 200;
+
+    QString start_;
+    bool isCut_ = false;
+    QCryptographicHash digest_ {QCryptographicHash::Sha256};
+};
+
+/// The text of the current element, as readElementText() gives it where elements in it are skipped.
+QString nameIn(QXmlStreamReader& xml)
 {
-    constexpr int longestName = 200;
-    constexpr int digits = 16;
-    if (name.size() <= longestName)
-        return name;
-    const QByteArray digest = QCryptographicHash::hash(name.toUtf8(), QCryptographicHash::Sha256).toHex();
-    return name.left(longestName) + QChar(0x2026) + QLatin1String(digest.left(digits));
+    NamePieces pieces;
+    while (Io::hasTokens(xml)) {
+        xml.readNext();
+        if (xml.isEndElement())
+            break;
+        if (xml.isStartElement())
+            xml.skipCurrentElement();
+        else if (xml.isCharacters() || xml.isEntityReference())
+            pieces.add(xml.text());
+    }
+    return pieces.name();
 }
 
 QString nameOfMaterial(QXmlStreamReader& xml)
@@ -32,7 +67,7 @@ QString nameOfMaterial(QXmlStreamReader& xml)
     QString name;
     while (xml.readNextStartElement()) {
         if (xml.name() == QLatin1String(MaterialXml::name))
-            name = keptText(xml.readElementText(QXmlStreamReader::SkipChildElements));
+            name = nameIn(xml);
         else
             xml.skipCurrentElement();
     }
@@ -51,6 +86,7 @@ MaterialNames::MaterialNames(const InputFile& file) : mostBytes_(file.size() + r
         if (xml.isStartElement() && xml.name() == QLatin1String(MaterialXml::database))
             readDatabase(xml);
     }
+    counts_.reserve(std::size_t(named_));
 }
 
 MaterialNames::~MaterialNames() = default;
@@ -81,9 +117,11 @@ void MaterialNames::readDatabase(QXmlStreamReader& xml)
 
 void MaterialNames::append(const QString& name)
 {
-    const QByteArray utf8 = shortened(name).toUtf8();
-    if (names_.size() + utf8.size() < mostBytes_)
+    const QByteArray utf8 = name.toUtf8();
+    if (names_.size() + utf8.size() < mostBytes_) {
         names_ += utf8;
+        named_ += !utf8.isEmpty();
+    }
     names_ += '\0';
 }
 

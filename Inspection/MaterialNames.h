@@ -38,6 +38,7 @@ private:
 
     qint64 mostBytes_;
     QByteArray names_; ///< each behind the other, with a NUL at its end
+    int named_ = 0;    ///< how many aren't empty
     int at_ = 0;       ///< the next one
     int place_ = 0;    ///< of the material, from 1
     bool hasDatabase_ = false;

@@ -69,6 +69,10 @@ TEST(MaterialDatabaseOutlineTest, CutsLongNamesAndTellsThemApart)
     EXPECT_LT(values[0].find('='), 300U);
     EXPECT_NE(values[0].substr(0, values[0].find('=')), values[1].substr(0, values[1].find('=')));
     EXPECT_EQ(values[1].find("#2"), std::string::npos);
+
+    const auto inPieces = valuesOf(database("<material><name>" + std::string(199, 'a') + "<!-- -->aaa<b>c</b>"
+                                            + std::string(798, 'a') + "</name></material>"));
+    EXPECT_EQ(inPieces[0].substr(0, inPieces[0].find('=')), values[0].substr(0, values[0].find('=')));
 }
 
 TEST(MaterialDatabaseOutlineTest, CountsThePointsOfAPropertyThatComesTwice)
