@@ -1,5 +1,6 @@
 #include <NereoInspection/Check.h>
 
+#include "FileCheck.h"
 #include "Walker.h"
 
 namespace Nereo::Inspection {
@@ -39,14 +40,13 @@ FindingCounts& FindingCounts::operator+=(const FindingCounts& other)
     return *this;
 }
 
-CheckedFile check(const std::string& path, const CheckOptions& options)
+CheckedFile checkFile(const InputFile& file, const CheckOptions& options)
 {
     CheckedFile checked;
-    checked.file = path;
+    checked.file = file.path();
     checked.kind = options.kind;
 
     FindingListener listener;
-    const InputFile file(path);
     if (!file.isOpen()) {
         listener.finding({Rule::CannotOpen, {}, {}, file.errorString()});
     } else {
@@ -57,6 +57,19 @@ CheckedFile check(const std::string& path, const CheckOptions& options)
     checked.findings = listener.takeFindings();
     checked.counts = countsOf(checked.findings);
     return checked;
+}
+
+void addFindings(CheckedFile& checked, FindingListener& listener)
+{
+    const std::vector<Finding> findings = listener.takeFindings();
+    checked.findings.insert(checked.findings.end(), findings.begin(), findings.end());
+    sortByPlace(checked.findings);
+    checked.counts += countsOf(findings);
+}
+
+CheckedFile check(const std::string& path, const CheckOptions& options)
+{
+    return checkFile(InputFile(path), options);
 }
 
 std::vector<CheckedFile> check(const std::vector<std::string>& paths, const CheckOptions& options)

@@ -77,6 +77,13 @@ QString excerpt(QStringView text)
     return text.left(longestExcerpt - 1 - splitsPair).toString() + QChar(0x2026);
 }
 
+void sortByPlace(std::vector<Finding>& findings)
+{
+    std::stable_sort(findings.begin(), findings.end(), [](const Finding& left, const Finding& right) {
+        return standsBefore(left.place, right.place);
+    });
+}
+
 Listener::~Listener() = default;
 
 void FindingListener::finding(const Discovery& discovery)
@@ -96,9 +103,7 @@ bool FindingListener::onlyCounts(Rule rule)
 
 std::vector<Finding> FindingListener::takeFindings()
 {
-    std::stable_sort(findings_.begin(), findings_.end(), [](const Finding& left, const Finding& right) {
-        return standsBefore(left.place, right.place);
-    });
+    sortByPlace(findings_);
     for (const auto& [code, count] : counts_) {
         if (count <= mostOfACode)
             continue;

@@ -81,6 +81,9 @@ private:
     std::vector<CodeCount> counts_;
 };
 
+/// Brings findings into the order of the file.
+void sortByPlace(std::vector<Finding>& findings);
+
 /// What findings show of a text of any length.
 QString excerpt(QStringView text);
 

@@ -263,6 +263,11 @@ Texts allTexts()
 #include <Inspection/Rules.def>
     texts["Nereo::Inspection"].insert({
         "did you mean \"%1\"?",
+        "a section's title",
+        "an empty line",
+        "\"Version\" and the version",
+        "the program that writes the file",
+        "the name of the job",
         "a load takes the next line for it, and so on for those below",
         "a load takes the next line for it:",
         "so are those behind it",

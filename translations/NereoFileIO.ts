@@ -1033,14 +1033,6 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <source>at most 268435454 values in a field</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>a field of %1 values is more than there can be; a load throws</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
         <source>a field variable</source>
         <translation type="unfinished"></translation>
     </message>
@@ -1098,26 +1090,6 @@
     </message>
     <message>
         <source>%3</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the job is &quot;%1&quot;, but &quot;%3&quot; in %2</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the version is %1, but %3 in %2</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the value is %1, but %3 in %2</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>the material is %1, but %3 in %2</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <source>there are %1 nodes, but %3 in %2</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -1254,6 +1226,62 @@
     </message>
     <message>
         <source>the independent variable of the points is missing; it is kNone</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>at most %2 values in a field</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a field of %1 values is more than the %2 that there can be; a load throws</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%5 is &quot;%1&quot; in %4, but %6 is &quot;%3&quot; in %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the version is %1 in %4, but %3 in %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%5 is %1 in %4, but %6 is %3 in %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the material &quot;%1&quot; stands in %3, but not in %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the material &quot;%3&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the material &quot;%3&quot; stands in %2, but not in %4</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>there are %1 nodes in %4, but %3 in %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the name of the job</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>the program that writes the file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;Version&quot; and the version</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>an empty line</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a section&apos;s title</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -1033,14 +1033,6 @@
         <translation>Die Anzahl ist %1; kein Satz wird gelesen</translation>
     </message>
     <message>
-        <source>at most 268435454 values in a field</source>
-        <translation>höchstens 268435454 Werte in einem Feld</translation>
-    </message>
-    <message>
-        <source>a field of %1 values is more than there can be; a load throws</source>
-        <translation>Ein Feld mit %1 Werten ist mehr, als es geben kann; das Laden wirft eine Ausnahme</translation>
-    </message>
-    <message>
         <source>a field variable</source>
         <translation>eine Feldvariable</translation>
     </message>
@@ -1099,26 +1091,6 @@
     <message>
         <source>%3</source>
         <translation>%3</translation>
-    </message>
-    <message>
-        <source>the job is &quot;%1&quot;, but &quot;%3&quot; in %2</source>
-        <translation>Der Auftrag ist „%1“, aber „%3“ in %2</translation>
-    </message>
-    <message>
-        <source>the version is %1, but %3 in %2</source>
-        <translation>Die Version ist %1, aber %3 in %2</translation>
-    </message>
-    <message>
-        <source>the value is %1, but %3 in %2</source>
-        <translation>Der Wert ist %1, aber %3 in %2</translation>
-    </message>
-    <message>
-        <source>the material is %1, but %3 in %2</source>
-        <translation>Der Stoff ist %1, aber %3 in %2</translation>
-    </message>
-    <message>
-        <source>there are %1 nodes, but %3 in %2</source>
-        <translation>Es sind %1 Knoten, aber %3 in %2</translation>
     </message>
     <message>
         <source>did you mean &quot;%1&quot;?</source>
@@ -1255,6 +1227,62 @@
     <message>
         <source>the independent variable of the points is missing; it is kNone</source>
         <translation>die unabhängige Variable der Punkte fehlt; sie ist kNone</translation>
+    </message>
+    <message>
+        <source>at most %2 values in a field</source>
+        <translation>höchstens %2 Werte in einem Feld</translation>
+    </message>
+    <message>
+        <source>a field of %1 values is more than the %2 that there can be; a load throws</source>
+        <translation>Ein Feld von %1 Werten ist größer als die %2, die es geben kann; das Laden wirft eine Ausnahme</translation>
+    </message>
+    <message>
+        <source>%5 is &quot;%1&quot; in %4, but %6 is &quot;%3&quot; in %2</source>
+        <translation>%5 ist „%1“ in %4, aber %6 ist „%3“ in %2</translation>
+    </message>
+    <message>
+        <source>the version is %1 in %4, but %3 in %2</source>
+        <translation>Die Version ist %1 in %4, aber %3 in %2</translation>
+    </message>
+    <message>
+        <source>%5 is %1 in %4, but %6 is %3 in %2</source>
+        <translation>%5 ist %1 in %4, aber %6 ist %3 in %2</translation>
+    </message>
+    <message>
+        <source>the material &quot;%1&quot; stands in %3, but not in %2</source>
+        <translation>Der Stoff „%1“ steht in %3, aber nicht in %2</translation>
+    </message>
+    <message>
+        <source>the material &quot;%3&quot;</source>
+        <translation>der Stoff „%3“</translation>
+    </message>
+    <message>
+        <source>the material &quot;%3&quot; stands in %2, but not in %4</source>
+        <translation>Der Stoff „%3“ steht in %2, aber nicht in %4</translation>
+    </message>
+    <message>
+        <source>there are %1 nodes in %4, but %3 in %2</source>
+        <translation>Es sind %1 Knoten in %4, aber %3 in %2</translation>
+    </message>
+    <message>
+        <source>the name of the job</source>
+        <translation>der Name des Auftrags</translation>
+    </message>
+    <message>
+        <source>the program that writes the file</source>
+        <translation>das schreibende Programm</translation>
+    </message>
+    <message>
+        <source>&quot;Version&quot; and the version</source>
+        <translation>„Version“ und die Version</translation>
+    </message>
+    <message>
+        <source>an empty line</source>
+        <translation>eine leere Zeile</translation>
+    </message>
+    <message>
+        <source>a section&apos;s title</source>
+        <translation>ein Abschnittstitel</translation>
     </message>
 </context>
 </TS>

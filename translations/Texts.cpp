@@ -22,3 +22,8 @@ QT_TRANSLATE_NOOP("Nereo::Inspection", "a load takes the next line for it, and s
 QT_TRANSLATE_NOOP("Nereo::Inspection", "what is left of it is read for the values behind it:")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "a load takes the next line for it:")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "the version is read as %1")
+QT_TRANSLATE_NOOP("Nereo::Inspection", "the name of the job")
+QT_TRANSLATE_NOOP("Nereo::Inspection", "the program that writes the file")
+QT_TRANSLATE_NOOP("Nereo::Inspection", "\"Version\" and the version")
+QT_TRANSLATE_NOOP("Nereo::Inspection", "an empty line")
+QT_TRANSLATE_NOOP("Nereo::Inspection", "a section's title")

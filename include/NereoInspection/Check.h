@@ -43,6 +43,16 @@ NEREOINSPECTION_EXPORT CheckedFile check(const std::string& path, const CheckOpt
 NEREOINSPECTION_EXPORT std::vector<CheckedFile> check(const std::vector<std::string>& paths,
                                                       const CheckOptions& options = {});
 
+/// The same for the files of one case, and what differs between them: the job, the versions, the transient
+/// data, the materials, the number of nodes. Each difference is a warning in the file that comes later in the
+/// list.
+///
+/// Values are compared as loads give them, numbers of which files carry six digits by these; a value of which
+/// there is an error already isn't compared. A step size, a stop time or a job that is left at its default
+/// says nothing, and neither does a setting that isn't there.
+NEREOINSPECTION_EXPORT std::vector<CheckedFile> checkCase(const std::vector<std::string>& paths,
+                                                          const CheckOptions& options = {});
+
 /// All of it as one JSON document, in UTF-8 and indented. Keys are always there; what doesn't apply is null.
 NEREOINSPECTION_EXPORT QByteArray toJson(const std::vector<CheckedFile>& files);
 
