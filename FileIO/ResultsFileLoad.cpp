@@ -47,7 +47,7 @@ ResultsLoadResult ResultsFileLoad::read(QDataStream& in, const ResultsDevice* fi
     ResultsSession session(in, file, options_->progress, 0);
     header_ = &session.header();
     result_ = session.result();
-    if (result_.isLoaded() && isFreeOfContradictions() && isWithinLimit()) {
+    if (result_.isLoaded() && isFreeOfContradictions() && isWithinLimit(!session.walk().hasEnded())) {
         keepFacts();
         readValues(session);
     }
@@ -68,7 +68,7 @@ bool ResultsFileLoad::isFreeOfContradictions()
     return contradiction == nullptr;
 }
 
-bool ResultsFileLoad::isWithinLimit()
+bool ResultsFileLoad::isWithinLimit(bool hasRecords)
 {
     for (const ResultsFileHeader::Field& field : header_->fields()) {
         if (field.isUsed() && isWanted(field.code))
@@ -77,7 +77,7 @@ bool ResultsFileLoad::isWithinLimit()
     firstNode_ = std::max(options_->firstNode, 1);
     lastNode_ = std::max(std::min(options_->lastNode, header_->recordsAnnounced()), firstNode_ - 1);
     const bool fitsVector = fields_.empty() || lastNode_ - firstNode_ < mostValuesOfField;
-    const qint64 memory = memoryNeeded();
+    const qint64 memory = memoryNeeded(hasRecords);
     if (fitsVector && memory <= options_->memoryLimit)
         return true;
     end(ResultsLoadResult::OverLimit, {});
@@ -91,12 +91,14 @@ bool ResultsFileLoad::isWanted(int code) const
     return codes.empty() || std::find(codes.begin(), codes.end(), code) != codes.end();
 }
 
-qint64 ResultsFileLoad::memoryNeeded() const
+qint64 ResultsFileLoad::memoryNeeded(bool hasRecords) const
 {
     const qint64 valueCount = lastNode_ - firstNode_ + 1;
-    const qint64 recordSize = std::max(header_->recordSize(), qint64(1));
-    return memoryOfAnyLoad + std::max(NodeRecordTransposer::blockSizeFor(recordSize), recordSize)
-        + (qint64(sizeof(double)) * valueCount + memoryOfAField) * qint64(fields_.size());
+    const qint64 recordSize = header_->recordSize();
+    const qint64 block =
+        hasRecords ? std::max(NodeRecordTransposer::blockSizeFor(recordSize), recordSize) : 0;
+    const qint64 field = qint64(sizeof(double)) * valueCount + memoryOfAField;
+    return memoryOfAnyLoad + block + field * qint64(fields_.size());
 }
 
 void ResultsFileLoad::keepFacts()

@@ -28,9 +28,9 @@ public:
 private:
     void end(ResultsLoadResult::Outcome outcome, const ResultsProblem& problem);
     bool isFreeOfContradictions();
-    bool isWithinLimit();
+    bool isWithinLimit(bool hasRecords);
     bool isWanted(int code) const;
-    qint64 memoryNeeded() const;
+    qint64 memoryNeeded(bool hasRecords) const;
     void keepFacts();
     void readValues(ResultsSession& session);
     void readRecords(ResultsSession& session, NodeRecordTransposer& transposer);

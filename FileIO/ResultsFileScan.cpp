@@ -35,7 +35,7 @@ ResultsLoadResult ResultsFileScan::read(QDataStream& in, const ResultsDevice* fi
     if (result.isLoaded() && header_->hasProblem(ResultsProblem::NegativeFieldCount)) {
         result.outcome = ResultsLoadResult::ContradictsItself;
         result.problem = {ResultsProblem::NegativeFieldCount, ResultsLayout::fieldCountOffset};
-    } else if (result.isLoaded() && header_->recordSize() > longestRecord) {
+    } else if (result.isLoaded() && !session.walk().hasEnded() && header_->recordSize() > longestRecord) {
         result.outcome = ResultsLoadResult::OverLimit;
         result.memoryNeeded = header_->recordSize();
     } else if (result.isLoaded()) {

@@ -1,125 +1,197 @@
-#include "support/Bits.h"
 #include "support/DamagedLoads.h"
+#include "support/LoadWatch.h"
+#include "support/PlainResults.h"
 #include "support/ResultsBytes.h"
 #include "support/SameContent.h"
 
-#include <NereoFileIO/CodeNameTable.h>
-#include <NereoFileIO/FieldVariable.h>
 #include <NereoFileIO/ResultsFile.h>
-
-#include <QtEndian>
+#include <NereoFileIO/ResultsFileHeader.h>
+#include <NereoFileIO/ResultsScan.h>
 
 #include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <map>
+#include <set>
 #include <vector>
 
 namespace Nereo::Io {
 namespace {
 
-/// Looks up each item at its place in the file.
-class ExpectedFromBytes {
-public:
-    explicit ExpectedFromBytes(const std::string& bytes) : bytes_(QByteArray::fromStdString(bytes))
-    {
-        isLittleEndian_ = integer(0) == 0;
-        ResultsFile& results = load_.content;
-        results.setVersion(Util::Version(integer(4), integer(8), integer(12), 0));
-        results.setDateTimeString(QString::fromUtf8(text(16, 26)).toStdString());
-        results.setTitle(QString::fromUtf8(text(42, 256)).toStdString());
-        results.setNodeCount(integer(298));
-        results.setElementCount(integer(302));
-        if (integer(306) != -1)
-            return;
-        results.setIterations(integer(314), integer(310));
-        results.setTimeSteps(integer(322), integer(318));
-        results.setCurrentTime(number(326));
-        results.setTimeStepSize(number(334));
-        if (integer(342) != -1)
-            return;
-        expectNames();
-        expectRecords();
+/// What a plain load prints where a file contradicts itself.
+std::string stopOf(const PlainResults& plain)
+{
+    switch (plain.end()) {
+    case PlainResults::NegativeFieldCount:
+    case PlainResults::NegativeNodeCount:
+        return "ASSERT failure in QVector::QVector: \"Size must be greater than or equal to 0.\"";
+    case PlainResults::RepeatedField:
+        return "ASSERT: \"false\" in file FileIO/ResultsFile, line 166";
+    case PlainResults::NodeOutOfRange:
+        return "ASSERT failure in QVector<T>::operator[]: \"index out of range\"";
+    default:
+        return {};
     }
+}
 
-    const ExpectedLoad<ResultsFile>& load() const { return load_; }
-
-private:
-    struct Column {
-        qint64 index;
-        int code;
-    };
-
-    bool has(qint64 place, qint64 size) const { return place + size <= bytes_.size(); }
-
-    template <class Number>
-    Number bits(qint64 place) const
-    {
-        if (!has(place, sizeof(Number)))
-            return 0;
-        const char* const at = bytes_.constData() + place;
-        return isLittleEndian_ ? qFromLittleEndian<Number>(at) : qFromBigEndian<Number>(at);
+ResultsFile contentOf(const PlainResults& plain)
+{
+    ResultsFile results;
+    results.setVersion(Util::Version(plain.integerAt(4), plain.integerAt(8), plain.integerAt(12), 0));
+    results.setDateTimeString(plain.textAt(16, 26));
+    results.setTitle(plain.textAt(42, 256));
+    results.setNodeCount(plain.nodeCount());
+    results.setElementCount(plain.integerAt(302));
+    if (plain.integerAt(306) != -1)
+        return results;
+    results.setIterations(plain.integerAt(314), plain.integerAt(310));
+    results.setTimeSteps(plain.integerAt(322), plain.integerAt(318));
+    results.setCurrentTime(plain.numberAt(326));
+    results.setTimeStepSize(plain.numberAt(334));
+    if (!plain.hasMarkers() || !stopOf(plain).empty())
+        return results;
+    for (const auto& [code, column] : plain.columns()) {
+        results.addFieldDataCode(code);
+        const QVector<double> values = plain.values(code, 1, plain.nodeCount(), 0.0);
+        for (int node = 1; node <= values.size(); ++node)
+            results.setFieldData(code, node, values[node - 1]);
     }
-
-    qint32 integer(qint64 place) const { return bits<qint32>(place); }
-
-    double number(qint64 place) const { return fromBits(bits<quint64>(place)); }
-
-    QByteArray text(qint64 place, int size) const
-    {
-        return has(place, 0) ? bytes_.mid(int(place), size).split('\0').first() : QByteArray();
-    }
-
-    void expectNames()
-    {
-        if (integer(346) < 0)
-            return stop("ASSERT failure in QVector::QVector: \"Size must be greater than or equal to 0.\"");
-        ResultsFile& results = load_.content;
-        for (qint64 column = 0; column < integer(346) && has(350 + 21 * column, 1); ++column) {
-            const QString name = QString::fromLatin1(text(350 + 21 * column, 21));
-            const int code = CodeNameTable::instance().codeForName(name);
-            if (code == kNone)
-                continue;
-            if (results.containsFieldData(code)) {
-                if (has(350 + 21 * column, 21))
-                    return stop("ASSERT: \"false\" in file FileIO/ResultsFile, line 166");
-                continue;
-            }
-            if (results.nodeCount() < 0) {
-                return stop("ASSERT failure in QVector::QVector: "
-                            "\"Size must be greater than or equal to 0.\"");
-            }
-            results.addFieldDataCode(code);
-            columns_.push_back({column, code});
-        }
-    }
-
-    void expectRecords()
-    {
-        ResultsFile& results = load_.content;
-        const qint64 fieldCount = integer(346);
-        const qint64 first = 354 + 21 * fieldCount;
-        const qint64 size = 4 + 8 * fieldCount;
-        for (qint64 record = 0; record < results.nodeCount(); ++record) {
-            const qint64 place = first + record * size;
-            if (!has(place, 4) || columns_.empty() || !load_.stop.empty())
-                return;
-            const int node = integer(place);
-            if (node < 1 || node > results.nodeCount())
-                return stop("ASSERT failure in QVector<T>::operator[]: \"index out of range\"");
-            for (const auto& [index, code] : columns_)
-                results.setFieldData(code, node, number(place + 4 + 8 * index));
-        }
-    }
-
-    void stop(const char* text) { load_.stop = text; }
-
-    QByteArray bytes_;
-    bool isLittleEndian_ = false; // the first word is big-endian in every file
-    ExpectedLoad<ResultsFile> load_;
-    std::vector<Column> columns_;
-};
+    return results;
+}
 
 ExpectedLoad<ResultsFile> expectedFromBytes(const std::string& bytes)
 {
-    return ExpectedFromBytes(bytes).load();
+    const PlainResults plain(QByteArray::fromStdString(bytes));
+    ExpectedLoad<ResultsFile> expected;
+    expected.stop = stopOf(plain);
+    expected.content = contentOf(plain);
+    return expected;
+}
+
+struct ExpectedEnd {
+    PlainResults::End end;
+    ResultsLoadResult::Outcome outcome;
+    ResultsProblem::Kind problem;
+};
+
+constexpr ExpectedEnd expectedEnds[] = {
+    {PlainResults::Whole,              ResultsLoadResult::Loaded,            ResultsProblem::None          },
+    {PlainResults::NegativeFieldCount, ResultsLoadResult::ContradictsItself,
+     ResultsProblem::NegativeFieldCount                                                                    },
+    {PlainResults::NegativeNodeCount,  ResultsLoadResult::ContradictsItself,
+     ResultsProblem::NegativeNodeCount                                                                     },
+    {PlainResults::RepeatedField,      ResultsLoadResult::ContradictsItself, ResultsProblem::RepeatedField },
+    {PlainResults::NodeOutOfRange,     ResultsLoadResult::ContradictsItself, ResultsProblem::NodeOutOfRange},
+};
+
+/// The problem of a file that is cut short or has no marker follows from where it ends.
+ExpectedEnd expectedEnd(const PlainResults& plain)
+{
+    const qint64 size = plain.bytes().size();
+    const auto endOfFile = size < 350 ? ResultsProblem::TooShort : ResultsProblem::CountsPastTheFile;
+    if (plain.end() == PlainResults::CutShort)
+        return {plain.end(), ResultsLoadResult::CutShort, endOfFile};
+    if (plain.end() == PlainResults::WithoutMarker) {
+        const auto marker = plain.endOffset() == 306 && size >= 310 ? ResultsProblem::BadHeaderMarker
+            : plain.endOffset() == 342                              ? ResultsProblem::BadRunMarker
+                                                                    : ResultsProblem::TooShort;
+        return {plain.end(), ResultsLoadResult::NoResultsFile, marker};
+    }
+    return *std::find_if(std::begin(expectedEnds), std::end(expectedEnds),
+                         [&plain](const ExpectedEnd& expected) { return expected.end == plain.end(); });
+}
+
+void expectScanOf(const PlainResults& plain, const ResultsScan& scan)
+{
+    std::set<qint32> seen;
+    int repeated = 0;
+    int outOfRange = 0;
+    for (const qint32 node : plain.nodes()) {
+        const bool isThere = node >= 1 && node <= plain.nodeCount();
+        outOfRange += !isThere;
+        repeated += isThere && !seen.insert(node).second;
+    }
+    EXPECT_EQ(scan.damage().missingNodes, plain.recordsAnnounced() - int(seen.size()));
+    EXPECT_EQ(scan.damage().repeatedRecords, repeated);
+    EXPECT_EQ(scan.damage().recordsOutOfRange, outOfRange);
+
+    for (std::size_t i = 0; i < scan.statistics().size(); ++i) {
+        const qint64 column = scan.header().fields()[i].column;
+        ResultsStatistics expected;
+        for (int record = 0; record < plain.wholeRecords(); ++record) {
+            const double value = plain.numberAt(plain.recordOffset(record) + 4 + 8 * column);
+            expected.notFinite += !std::isfinite(value);
+            expected.count += std::isfinite(value);
+            expected.maximum = std::isfinite(value) ? std::max(expected.maximum, value) : expected.maximum;
+        }
+        EXPECT_EQ(scan.statistics()[i].count, expected.count);
+        EXPECT_EQ(scan.statistics()[i].notFinite, expected.notFinite);
+        if (expected.count > 0 && expected.maximum > 0) {
+            EXPECT_EQ(scan.statistics()[i].maximum, expected.maximum);
+        }
+    }
+}
+
+/// Loads by choice: whatever is wrong, they end with a result that says so.
+void expectChosenLoads(const std::vector<DamagedFile>& files)
+{
+    TemporaryFolder folder;
+    std::map<int, int> outcomes;
+    for (const auto& [damage, bytes] : files) {
+        SCOPED_TRACE(damage);
+        const std::string path = folder.freshPath("damaged.res");
+        writeBytes(path, bytes);
+        const PlainResults plain(QByteArray::fromStdString(bytes));
+        const ExpectedEnd expected = expectedEnd(plain);
+
+        ResultsFile results;
+        results.setTitle("held before");
+        const LoadWatch watch(damage);
+        const ResultsLoadResult result = results.loadFrom(path, ResultsLoadOptions());
+        EXPECT_EQ(result.outcome, expected.outcome);
+        EXPECT_EQ(result.problem.kind, expected.problem);
+        EXPECT_EQ(result.problem.offset, plain.endOffset());
+        if (result.isLoaded()) {
+            EXPECT_EQ(result.wholeRecords, plain.wholeRecords());
+            expectSameContent(results, contentOf(plain));
+        } else {
+            EXPECT_EQ(results.title(), "held before");
+        }
+        ++outcomes[result.outcome];
+        if (::testing::Test::HasFailure())
+            return; // one of thousands says enough
+    }
+    for (const auto& [outcome, count] : outcomes)
+        ::testing::Test::RecordProperty("outcome" + std::to_string(outcome), count);
+}
+
+/// The header and the scan of each file, against a count by hand.
+void expectScans(const std::vector<DamagedFile>& files)
+{
+    TemporaryFolder folder;
+    for (const auto& [damage, bytes] : files) {
+        SCOPED_TRACE(damage);
+        const std::string path = folder.freshPath("damaged.res");
+        writeBytes(path, bytes);
+        const PlainResults plain(QByteArray::fromStdString(bytes));
+
+        const LoadWatch watch(damage);
+        ResultsFileHeader header;
+        EXPECT_TRUE(header.readFrom(path));
+        EXPECT_EQ(header.isResultsFile(), plain.end() != PlainResults::WithoutMarker);
+        EXPECT_EQ(header.nodeCount(), plain.nodeCount());
+        EXPECT_EQ(header.fieldCount(), plain.fieldCount());
+        EXPECT_EQ(header.bytesAnnounced(), plain.bytesAnnounced());
+
+        ResultsScan scan;
+        const ResultsLoadResult result = scan.scan(path);
+        EXPECT_EQ(result.isLoaded(), header.isResultsFile() && header.fieldCount() >= 0);
+        if (result.isLoaded() && plain.end() != PlainResults::RepeatedField
+            && plain.end() != PlainResults::NegativeNodeCount)
+            expectScanOf(plain, scan);
+        if (::testing::Test::HasFailure())
+            return;
+    }
 }
 
 /// Two fields that are known and one that isn't, on 128 nodes: a number that is negative in the other byte
@@ -147,6 +219,24 @@ TEST(DamagedResultsDeathTest, LoadsOfABigEndianFileWhatTheDescriptionSays)
     DamagedLoads<ResultsFile> loads("res");
     loads.expect(cutAnywhere(whole), expectedFromBytes);
     loads.expect(withAByteReplaced(whole), expectedFromBytes);
+}
+
+TEST(DamagedResults, EndEachLoadByChoiceAsTheDescriptionSays)
+{
+    for (const auto order : {QDataStream::LittleEndian, QDataStream::BigEndian}) {
+        const std::string whole = smallFile(order);
+        expectChosenLoads(cutAnywhere(whole));
+        expectChosenLoads(withAByteReplaced(whole));
+    }
+}
+
+TEST(DamagedResults, AreScannedAsTheyAre)
+{
+    for (const auto order : {QDataStream::LittleEndian, QDataStream::BigEndian}) {
+        const std::string whole = smallFile(order);
+        expectScans(cutAnywhere(whole));
+        expectScans(withAByteReplaced(whole));
+    }
 }
 
 } // namespace
