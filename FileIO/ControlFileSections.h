@@ -119,7 +119,7 @@ constexpr int solidProperties[] = {
 
 // The solver's codes. Several variations share one.
 enum VariationCode : int {
-#define VARIATION_TYPE(object, name, displayName, code, alias) object = code,
+#define VARIATION_TYPE(object, name, displayName, code, alias) object = (code),
 #include <NereoFileIO/VariationType.def>
 };
 

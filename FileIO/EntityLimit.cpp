@@ -45,7 +45,7 @@ Prolog peekAtProlog(QIODevice& device, int limit)
 {
     for (qint64 size = blockSize;; size *= 2) {
         const QByteArray start = device.peek(size);
-        const Prolog prolog = readProlog(start, limit);
+        Prolog prolog = readProlog(start, limit);
         if (prolog.isWhole || start.size() < size)
             return prolog;
     }

@@ -61,15 +61,15 @@ double ExactSum::dividedBy(qint64 divisor, int scale) const
     const auto index = int(limbs.rend() - top) - 1;
     const auto limbAt = [&limbs](int i) { return i < 0 ? 0 : quint64(limbs[std::size_t(i)]); };
     quint64 head = limbAt(index);
-    int headBits = 0;
-    for (quint64 rest = head; rest != 0; rest >>= 1)
+    int headBits = 1;
+    for (quint64 rest = head >> 1; rest != 0; rest >>= 1)
         ++headBits;
     const quint64 below = limbAt(index - 1) << limbBits | limbAt(index - 2);
     head = head << (64 - headBits) | below >> headBits;
     const bool areOthersBelow = (below << (64 - headBits)) != 0
         || std::any_of(limbs.begin(), limbs.begin() + std::max(index - 2, 0),
                        [](qint64 limb) { return limb != 0; });
-    const double rounded = double(head | (areOthersBelow ? 1 : 0));
+    const auto rounded = double(head | (areOthersBelow ? 1 : 0));
     const int exponent = (index - 2) * limbBits + headBits + lowestExponent;
     const double quotient = rounded / double(divisor);
     return std::ldexp(isNegative ? -quotient : quotient, exponent + scale);
