@@ -53,15 +53,15 @@ Nereo2ConfigFile::Nereo2ConfigFile(const Nereo2ConfigFile& other) = default;
 Nereo2ConfigFile& Nereo2ConfigFile::operator=(const Nereo2ConfigFile& other) = default;
 
 // Each object keeps the defaults, which are the same in all.
-Nereo2ConfigFile::Nereo2ConfigFile(Nereo2ConfigFile&& other)
-    : File(std::move(other)), settings_(std::move(other.settings_)), defaults_(other.defaults_)
+Nereo2ConfigFile::Nereo2ConfigFile(Nereo2ConfigFile&& other) : Nereo2ConfigFile()
 {
+    *this = std::move(other);
 }
 
 Nereo2ConfigFile& Nereo2ConfigFile::operator=(Nereo2ConfigFile&& other) noexcept
 {
-    File::operator=(std::move(other));
     settings_ = std::move(other.settings_);
+    File::operator=(std::move(other));
     return *this;
 }
 
