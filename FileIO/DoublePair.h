@@ -49,6 +49,12 @@ public:
         return _mm_max_pd(a.pair_, b.pair_);
     }
 
+    /// At each place a number that isn't 0 if one of the two there isn't.
+    friend DoublePair eitherNotZero(DoublePair a, DoublePair b)
+    {
+        return _mm_or_pd(a.pair_, b.pair_);
+    }
+
 private:
     DoublePair(__m128d pair) : pair_(pair) {}
 
@@ -90,6 +96,11 @@ private:
     friend DoublePair larger(DoublePair a, DoublePair b)
     {
         return {std::max(a.first_, b.first_), std::max(a.second_, b.second_)};
+    }
+
+    friend DoublePair eitherNotZero(DoublePair a, DoublePair b)
+    {
+        return {a.first_ != 0 ? a.first_ : b.first_, a.second_ != 0 ? a.second_ : b.second_};
     }
 
 private:

@@ -22,42 +22,32 @@ constexpr double tiny = 0x1p-400;
 constexpr int scaleOfHuge = -600;
 constexpr int scaleOfTiny = 600;
 
-bool haveNotFinite(const double* values, int count)
-{
-    const auto difference = [values](int i) { return DoublePair(values + i) - DoublePair(values + i); };
-    DoublePair even(0.0); // stays 0 as long as values are finite, and is a NaN from then on
-    DoublePair odd(0.0);
-    int i = 0;
-    for (; i + step <= count; i += step) {
-        even = even + difference(i);
-        odd = odd + difference(i + pairSize);
-    }
-    double rest = sum(even + odd);
-    for (; i < count; ++i)
-        rest += values[i] - values[i];
-    return rest != 0;
-}
-
 struct Extremes {
     double minimum;
     double maximum;
+    bool areFinite; ///< all values; otherwise the others mean nothing
 };
 
 Extremes extremesOf(const double* values, int count)
 {
     DoublePair low(values[0]);
     DoublePair high(values[0]);
+    DoublePair differences(0.0); // stay 0 as long as values are finite, and are no numbers from then on
     int i = 0;
     for (; i + pairSize <= count; i += pairSize) {
         const DoublePair pair(values + i);
         low = smaller(low, pair);
         high = larger(high, pair);
+        differences = differences + (pair - pair);
     }
-    Extremes extremes {std::min(low.first(), low.second()), std::max(high.first(), high.second())};
+    Extremes extremes {std::min(low.first(), low.second()), std::max(high.first(), high.second()), false};
+    double difference = sum(differences);
     for (; i < count; ++i) {
         extremes.minimum = std::min(extremes.minimum, values[i]);
         extremes.maximum = std::max(extremes.maximum, values[i]);
+        difference += values[i] - values[i];
     }
+    extremes.areFinite = difference == 0;
     return extremes;
 }
 
@@ -96,7 +86,8 @@ private:
     DoublePair sum_ {0.0};
 };
 
-/// Adds values with few additions to the sum. They are cut in three by their bits; the last part is mostly 0.
+/// Adds values with few additions to the sum. They are cut in two by their bits, and it is seldom that any is
+/// left.
 void addTogether(const double* values, int count, double largest, ExactSum& total)
 {
     constexpr int bitsOfCount = 8; // of the longest run
@@ -114,22 +105,17 @@ void addTogether(const double* values, int count, double largest, ExactSum& tota
     Cut odd(power);
     Cut secondEven(secondPower);
     Cut secondOdd(secondPower);
-    DoublePair lowest(0.0); // of what is left
-    DoublePair highest(0.0);
-    double left[FieldStatistics::longestRun];
+    DoublePair left(0.0); // 0 where nothing is left
     const int cut = count - count % step;
     for (int i = 0; i < cut; i += step) {
         const DoublePair leftEven = secondEven.rest(even.rest(DoublePair(values + i)));
         const DoublePair leftOdd = secondOdd.rest(odd.rest(DoublePair(values + i + pairSize)));
-        leftEven.store(left + i);
-        leftOdd.store(left + i + pairSize);
-        lowest = smaller(lowest, smaller(leftEven, leftOdd));
-        highest = larger(highest, larger(leftEven, leftOdd));
+        left = eitherNotZero(left, eitherNotZero(leftEven, leftOdd));
     }
+    if (left.first() != 0 || left.second() != 0)
+        return addEach(values, count, total);
     total.add(sum(even.sumOfHighBits() + odd.sumOfHighBits()));
     total.add(sum(secondEven.sumOfHighBits() + secondOdd.sumOfHighBits()));
-    if (sum(highest - lowest) > 0)
-        addEach(left, cut, total);
     addEach(values + cut, count - cut, total);
 }
 
@@ -147,14 +133,17 @@ void addTogether(const double* values, int count, double, ExactSum& sum)
 
 void FieldStatistics::add(double* values, const RecordRun& run, qint64 valueOffset)
 {
+    const Extremes extremes = extremesOf(values, run.count);
+    if (extremes.areFinite)
+        return addFinite(values, run, extremes.minimum, extremes.maximum);
     RecordRun finite = run;
-    int nodesOfFinite[longestRun];
-    if (haveNotFinite(values, run.count)) {
-        finite.count = removeNotFinite(values, nodesOfFinite, run, valueOffset);
-        finite.nodes = nodesOfFinite;
-    }
-    if (finite.count > 0)
-        addFinite(values, finite);
+    int nodes[longestRun];
+    finite.count = removeNotFinite(values, nodes, run, valueOffset);
+    finite.nodes = nodes;
+    if (finite.count == 0)
+        return;
+    const Extremes extremesOfFinite = extremesOf(values, finite.count);
+    addFinite(values, finite, extremesOfFinite.minimum, extremesOfFinite.maximum);
 }
 
 /// Counts the values that are no finite numbers and closes the gaps. Gives the number of the others, and
@@ -174,9 +163,8 @@ int FieldStatistics::removeNotFinite(double* values, int* nodes, const RecordRun
     return finite;
 }
 
-void FieldStatistics::addFinite(const double* values, const RecordRun& run)
+void FieldStatistics::addFinite(const double* values, const RecordRun& run, double minimum, double maximum)
 {
-    const auto [minimum, maximum] = extremesOf(values, run.count);
     take(minimum, minimum < minimum_.value, values, run, minimum_);
     take(maximum, maximum > maximum_.value, values, run, maximum_);
     count_ += run.count;

@@ -35,7 +35,7 @@ private:
     };
 
     int removeNotFinite(double* values, int* nodes, const RecordRun& run, qint64 valueOffset);
-    void addFinite(const double* values, const RecordRun& run);
+    void addFinite(const double* values, const RecordRun& run, double minimum, double maximum);
     void take(double value, bool isBeyond, const double* values, const RecordRun& run,
               Extreme& extreme) const;
     void addSquares(const double* values, int count, double largest);

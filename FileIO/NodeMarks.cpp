@@ -35,8 +35,8 @@ void NodeMarks::markOne(int node, qint64 offset)
         return;
     }
     if (node < firstNode_ || node > lastNode_) {
-        if (node > lastNode_)
-            nextNode_ = std::min(nextNode_, node);
+        if (node > lastNode_ && (nextNode_ == 0 || node < nextNode_))
+            nextNode_ = node;
         return;
     }
     const auto index = unsigned(node - firstNode_);
@@ -56,14 +56,14 @@ void NodeMarks::markOne(int node, qint64 offset)
 bool NodeMarks::beginNextPass()
 {
     closeRange();
-    if (nextNode_ > nodeCount_ || lastNode_ == nodeCount_)
+    if (nextNode_ == 0)
         return false;
     const int rangeSize = lastNode_ - firstNode_; // less one
     if (damage_.firstMissingNode == 0 && nextNode_ > lastNode_ + 1)
         damage_.firstMissingNode = lastNode_ + 1;
     firstNode_ = nextNode_;
     lastNode_ = int(std::min(qint64(firstNode_) + rangeSize, qint64(nodeCount_)));
-    nextNode_ = std::numeric_limits<int>::max();
+    nextNode_ = 0;
     isFirstPass_ = false;
     std::fill(marks_.begin(), marks_.end(), 0);
     return true;

@@ -5,7 +5,6 @@
 
 #include <QtGlobal>
 
-#include <limits>
 #include <vector>
 
 namespace Nereo::Io {
@@ -36,7 +35,7 @@ private:
     int firstNode_ = 1; // of the range
     int lastNode_;
     bool isFirstPass_ = true;
-    int nextNode_ = std::numeric_limits<int>::max(); // the smallest behind the range that has a record
+    int nextNode_ = 0; // the smallest behind the range that has a record; 0 where there is none
     std::vector<quint64> marks_;
     qint64 markedNodes_ = 0;
     ResultsDamage damage_;

@@ -1,5 +1,5 @@
-// load_results METHOD FILE: loads a results file once and prints the seconds, the growth of the process's
-// memory at its peak in bytes, and a sum over the values by which the methods can be compared.
+// load_results METHOD FILE: loads or scans a results file once and prints the seconds, the growth of the
+// process's memory at its peak in bytes, and a sum over the values by which the methods can be compared.
 
 #include "Memory.h"
 #include "ResultsLimit.h"
@@ -7,6 +7,8 @@
 #include <NereoFileIO/CodeNameTable.h>
 #include <NereoFileIO/FieldVariable.h>
 #include <NereoFileIO/ResultsFile.h>
+#include <NereoFileIO/ResultsFileHeader.h>
+#include <NereoFileIO/ResultsScan.h>
 
 #include <QDataStream>
 #include <QFile>
@@ -53,6 +55,69 @@ ResultsFile loadWithLibrary(const std::string& path)
     ResultsFile results;
     results.loadFrom(path);
     return results;
+}
+
+ResultsFile loadByChoice(const std::string& path, const ResultsLoadOptions& options)
+{
+    ResultsFile results;
+    results.loadFrom(path, options);
+    return results;
+}
+
+ResultsFile loadAllByChoice(const std::string& path)
+{
+    return loadByChoice(path, {});
+}
+
+ResultsFile loadWithProgress(const std::string& path)
+{
+    ResultsLoadOptions options;
+    options.progress = [](qint64, qint64) { return true; };
+    return loadByChoice(path, options);
+}
+
+ResultsFile loadOneField(const std::string& path)
+{
+    ResultsLoadOptions options;
+    options.codes = {kP};
+    return loadByChoice(path, options);
+}
+
+ResultsScan scan(const std::string& path, ResultsScan::Part part)
+{
+    ResultsScan scan;
+    scan.scan(path, part);
+    return scan;
+}
+
+ResultsScan scanStatistics(const std::string& path)
+{
+    return scan(path, ResultsScan::Statistics);
+}
+
+ResultsScan scanAll(const std::string& path)
+{
+    return scan(path, ResultsScan::StatisticsAndDamage);
+}
+
+ResultsFileHeader readHeader(const std::string& path)
+{
+    ResultsFileHeader header;
+    header.readFrom(path);
+    return header;
+}
+
+double sum(const ResultsScan& scan)
+{
+    double total = 0;
+    for (const ResultsStatistics& statistics : scan.statistics())
+        total += statistics.mean;
+    return total;
+}
+
+double sum(const ResultsFileHeader& header)
+{
+    return header.nodeCount();
 }
 
 /// The direct way: the format as its description reads, one stream extraction and one look-up a value.
@@ -109,21 +174,32 @@ void measure(Load load, const std::string& path)
 
 int main(int argc, char** argv)
 {
-    const std::string method = argc == 3 ? argv[1] : "";
+    const struct {
+        const char* method;
+        void (*measure)(const std::string& path);
+    } methods[] = {
+        {"library",    [](const std::string& path) { measure(loadWithLibrary, path); }             },
+        {"limit",      [](const std::string& path) { measure(loadRunsOnOrdinaryPages, path); }     },
+        {"tricks",     [](const std::string& path) { measure(loadRunsWithEveryTrick, path); }      },
+        {"scatter",    [](const std::string& path) { measure(loadScatteredOnOrdinaryPages, path); }},
+        {"direct",     [](const std::string& path) { measure(loadDirectly, path); }                },
+        {"choice",     [](const std::string& path) { measure(loadAllByChoice, path); }             },
+        {"progress",   [](const std::string& path) { measure(loadWithProgress, path); }            },
+        {"one",        [](const std::string& path) { measure(loadOneField, path); }                },
+        {"statistics", [](const std::string& path) { measure(scanStatistics, path); }              },
+        {"scan",       [](const std::string& path) { measure(scanAll, path); }                     },
+        {"header",     [](const std::string& path) { measure(readHeader, path); }                  },
+    };
     CodeNameTable::instance();
-    if (method == "library")
-        measure(loadWithLibrary, argv[2]);
-    else if (method == "limit")
-        measure(loadRunsOnOrdinaryPages, argv[2]);
-    else if (method == "tricks")
-        measure(loadRunsWithEveryTrick, argv[2]);
-    else if (method == "scatter")
-        measure(loadScatteredOnOrdinaryPages, argv[2]);
-    else if (method == "direct")
-        measure(loadDirectly, argv[2]);
-    else {
-        std::fprintf(stderr, "usage: load_results library|limit|tricks|scatter|direct FILE\n");
-        return 2;
+    for (const auto& [method, measureIt] : methods) {
+        if (argc == 3 && std::strcmp(argv[1], method) == 0) {
+            measureIt(argv[2]);
+            return 0;
+        }
     }
-    return 0;
+    std::fprintf(stderr, "usage: load_results METHOD FILE\nmethods:");
+    for (const auto& [method, measureIt] : methods)
+        std::fprintf(stderr, " %s", method);
+    std::fprintf(stderr, "\n");
+    return 2;
 }

@@ -10,6 +10,8 @@
 #include <NereoFileIO/MaterialDatabaseFile.h>
 #include <NereoFileIO/Nereo2ConfigFile.h>
 #include <NereoFileIO/ResultsFile.h>
+#include <NereoFileIO/ResultsFileHeader.h>
+#include <NereoFileIO/ResultsScan.h>
 
 #include <gmock/gmock.h>
 
@@ -152,6 +154,32 @@ TEST_F(HostileCountsDeathTest, StopTheProcessWhereNegative)
                 EXPECT_DEATH(ResultsFile().loadFrom(path),
                              HasSubstr("ASSERT failure in QVector::QVector: "
                                        "\"Size must be greater than or equal to 0.\""));
+            }
+        }
+    }
+}
+
+TEST_F(HostileCountsDeathTest, NeitherStopNorExhaustWhatSaysWhatBecameOfIt)
+{
+    constexpr int counts[] = {3, twoBillion, overflows21, overflows8, largest, smallest};
+    for (const Order order : bothOrders) {
+        for (const int nodeCount : counts) {
+            for (const int fieldCount : counts) {
+                const std::string bytes = smallFile(order, nodeCount, fieldCount, {"kU", "kP"});
+                loadWith(0, bytes, [&](ResultsFile& results, const std::string& path) {
+                    ResultsLoadOptions options;
+                    options.memoryLimit = 16 * MiB;
+                    const ResultsLoadResult result = results.loadFrom(path, options);
+                    EXPECT_TRUE(result.outcome == ResultsLoadResult::CutShort
+                                || result.outcome == ResultsLoadResult::ContradictsItself
+                                || result.outcome == ResultsLoadResult::OverLimit);
+                    EXPECT_EQ(result.isLoaded(), nodeCount == 3 && fieldCount >= 0);
+                    ResultsFileHeader header;
+                    EXPECT_TRUE(header.readFrom(path));
+                    EXPECT_EQ(header.nodeCount(), nodeCount);
+                    ResultsScan scan;
+                    EXPECT_EQ(scan.scan(path).isLoaded(), fieldCount >= 0);
+                });
             }
         }
     }
