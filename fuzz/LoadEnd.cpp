@@ -6,6 +6,7 @@
 #include <NereoFileIO/Nereo2ConfigFile.h>
 #include <NereoFileIO/ResultsFile.h>
 
+#include <cerrno>
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -76,7 +77,8 @@ Effect endOfLoadInAChild(const std::string& path, FileKind kind)
         _exit(int(endOfLoad(path, kind)));
     }
     int status = 0;
-    waitpid(child, &status, 0);
+    while (waitpid(child, &status, 0) == -1 && errno == EINTR) // a fuzzer's timer interrupts it
+        continue;
     return WIFEXITED(status) ? Effect(WEXITSTATUS(status)) : Effect::Stops;
 }
 
