@@ -153,12 +153,34 @@ void* operator new[](std::size_t size)
     return operator new(size);
 }
 
+// Left to a sanitizer these would give memory that the operators below may not take back.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept
+{
+    return Faults::counted(
+        Faults::allocate(Allocator::OperatorNew, [size] { return NEREO_UNDERLYING(malloc)(size); }));
+}
+
+void* operator new[](std::size_t size, const std::nothrow_t& nothrow) noexcept
+{
+    return operator new(size, nothrow);
+}
+
 void operator delete(void* memory) noexcept
 {
     std::free(memory);
 }
 
 void operator delete[](void* memory) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete(void* memory, const std::nothrow_t&) noexcept
+{
+    std::free(memory);
+}
+
+void operator delete[](void* memory, const std::nothrow_t&) noexcept
 {
     std::free(memory);
 }
