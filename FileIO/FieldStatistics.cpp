@@ -28,20 +28,35 @@ struct Extremes {
     bool areFinite; ///< all values; otherwise the others mean nothing
 };
 
-Extremes extremesOf(const double* values, int count)
-{
-    DoublePair low(values[0]);
-    DoublePair high(values[0]);
-    DoublePair differences(0.0); // stay 0 as long as values are finite, and are no numbers from then on
-    int i = 0;
-    for (; i + pairSize <= count; i += pairSize) {
-        const DoublePair pair(values + i);
+/// The extremes of some of the values.
+struct PairedExtremes {
+    DoublePair low;
+    DoublePair high;
+    DoublePair differences {0.0}; // stay 0 as long as values are finite, and are no numbers from then on
+
+    explicit PairedExtremes(double value) : low(value), high(value) {}
+
+    void take(DoublePair pair)
+    {
         low = smaller(low, pair);
         high = larger(high, pair);
         differences = differences + (pair - pair);
     }
+};
+
+Extremes extremesOf(const double* values, int count)
+{
+    PairedExtremes even(values[0]);
+    PairedExtremes odd(values[0]);
+    int i = 0;
+    for (; i + step <= count; i += step) {
+        even.take(DoublePair(values + i));
+        odd.take(DoublePair(values + i + pairSize));
+    }
+    const DoublePair low = smaller(even.low, odd.low);
+    const DoublePair high = larger(even.high, odd.high);
     Extremes extremes {std::min(low.first(), low.second()), std::max(high.first(), high.second()), false};
-    double difference = sum(differences);
+    double difference = sum(even.differences + odd.differences);
     for (; i < count; ++i) {
         extremes.minimum = std::min(extremes.minimum, values[i]);
         extremes.maximum = std::max(extremes.maximum, values[i]);
