@@ -41,14 +41,14 @@ inline constexpr int fieldNameSize = 21;
 inline constexpr int nodeSize = sizeof(qint32);
 inline constexpr int valueSize = sizeof(double);
 
-inline constexpr qint64 recordSize(qint64 fieldCount)
-{
-    return nodeSize + valueSize * fieldCount;
-}
-
 inline constexpr qint64 valueOffset(qint64 column) // in a record
 {
     return nodeSize + valueSize * column;
+}
+
+inline constexpr qint64 recordSize(qint64 fieldCount)
+{
+    return valueOffset(fieldCount); // it ends where a further value would begin
 }
 
 inline constexpr qint64 recordsOffset(qint64 fieldCount)

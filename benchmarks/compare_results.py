@@ -3,7 +3,8 @@
 
 PROGRAMS is the folder of load_results. Each load is a process of its own, so that it pays for fresh pages; the file is
 in the page cache. The methods take turns in each round, and every figure is the median of the ratios within the
-rounds: the library's time against that of a limit, or that of the other way against the library's.
+rounds: the library's time against that of a limit, or that of the other way against the library's. At last the ways in
+which the library itself answers questions, against its load of everything.
 """
 
 import pathlib
@@ -24,6 +25,7 @@ CASES = [
     ("640 MB", 2_000_000, 40, "<", "ascending", "limit tricks direct numpy"),
 ]
 LIMITS = {"limit", "tricks", "scatter"}
+QUESTIONS = ["choice", "progress", "one", "statistics", "scan", "header"]
 
 
 def run(programs, method, path):
@@ -39,11 +41,16 @@ def run(programs, method, path):
     return seconds, growth, checksum
 
 
-def compare(programs, rounds, case, folder):
-    name, nodes, fields, order, arrangement, methods = case
+def make_case(nodes, fields, order, arrangement, folder):
     path = str(pathlib.Path(folder) / "case.res")
     subprocess.run([sys.executable, str(HERE / "make_results.py"), str(nodes), str(fields), order, arrangement, path],
                    check=True)
+    return path
+
+
+def compare(programs, rounds, case, folder):
+    name, nodes, fields, order, arrangement, methods = case
+    path = make_case(nodes, fields, order, arrangement, folder)
     names = ["library"] + methods.split()
     times = {method: [] for method in names}
     growth = 0
@@ -75,6 +82,26 @@ def compare(programs, rounds, case, folder):
         print(f"{statistics.median(ratios):.2f} {meaning} (best against best {best:.2f})", flush=True)
 
 
+def compare_questions(programs, rounds, case, folder):
+    name, nodes, fields, order, arrangement, _ = case
+    path = make_case(nodes, fields, order, arrangement, folder)
+    methods = ["library"] + QUESTIONS
+    measured = {method: [] for method in methods}
+    for _ in range(rounds):
+        for method in random.sample(methods, len(methods)):
+            seconds, grown, _ = run(programs, method, path)
+            measured[method].append((seconds, grown))
+
+    everything = [seconds for seconds, _ in measured["library"]]
+    print(f"{name}, questions: {rounds} rounds", flush=True)
+    for method in QUESTIONS:
+        times = [seconds for seconds, _ in measured[method]]
+        grown = max(grown for _, grown in measured[method])
+        ratio = statistics.median(own / whole for own, whole in zip(times, everything))
+        print(f"  {method:10} {1000 * statistics.median(times):9.2f} ms, {ratio:.3f} of a load of everything (best "
+              f"against best {min(times) / min(everything):.3f}), memory {grown / 1e6:.1f} MB", flush=True)
+
+
 def print_processor():
     fields = dict(line.split(":", 1) for line in
                   subprocess.run(["lscpu"], check=True, capture_output=True, text=True,
@@ -89,6 +116,7 @@ def main(programs, rounds="9", *wanted):
         for case in CASES:
             if not wanted or case[0] in wanted:
                 compare(pathlib.Path(programs), int(rounds), case, folder)
+                compare_questions(pathlib.Path(programs), int(rounds), case, folder)
 
 
 main(*sys.argv[1:])

@@ -48,7 +48,8 @@ public:
     /// a full disk.
     bool saveTo(const std::string& path) const;
 
-    /// The path of the last load or save, whether or not it succeeded; empty before the first.
+    /// The path of the last load or save, whether or not it succeeded; empty before the first. A load with
+    /// options that fails changes nothing, this path included.
     std::string filePath() const;
 
     /// The version of the content: Version::Current in a new object, what the file says after a load where
