@@ -10,12 +10,14 @@
 
 #include <gmock/gmock.h>
 
+#include <fstream>
 #include <limits>
 #include <map>
 #include <new>
 #include <thread>
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace Nereo::Io {
 
@@ -307,6 +309,43 @@ TEST(ResultsFileHeader, IsReadFromAPath)
     EXPECT_EQ(header.bytesAnnounced(), -1);
     EXPECT_EQ(header.version(), Util::Version(0, 0, 0, 0));
     EXPECT_THAT(header.problems(), IsEmpty());
+}
+
+/// The bytes that this process has read so far, from wherever; -1 where the system doesn't count them.
+qint64 bytesRead()
+{
+    std::ifstream io("/proc/self/io");
+    std::string name;
+    qint64 count = -1;
+    io >> name >> count;
+    return name == "rchar:" ? count : -1;
+}
+
+TEST(ResultsFileHeader, IsReadFromAFewBytesOfAnyFile)
+{
+    constexpr qint64 most = 64 * 1024; // beside the names
+    const qint64 first = bytesRead();
+    if (first < 0)
+        GTEST_SKIP() << "this system doesn't count what is read";
+    const qint64 bytesForTheCounter = bytesRead() - first;
+    for (const int fieldCount : {2, 100'000}) {
+        TemporaryFolder folder;
+        ResultsBytes bytes;
+        bytes.header(10'000).run().integer(fieldCount);
+        for (int i = 0; i < fieldCount; ++i)
+            bytes.text(i == 0 ? "kU" : "kFoo", 21);
+        const std::string path = folder.write("run.res", bytes.integer(0).bytes().toStdString());
+        const qint64 size = 354 + 21 * qint64(fieldCount) + 10'000 * (4 + 8 * qint64(fieldCount));
+        ASSERT_EQ(truncate(path.c_str(), size), 0);
+
+        const qint64 before = bytesRead();
+        ResultsFileHeader header;
+        ASSERT_TRUE(header.readFrom(path));
+        const qint64 readForIt = bytesRead() - before - bytesForTheCounter;
+        EXPECT_EQ(header.wholeRecords(), 10'000);
+        EXPECT_GT(readForIt, 354 + 21 * fieldCount - 1);
+        EXPECT_LE(readForIt, most + 21 * fieldCount);
+    }
 }
 
 TEST(ResultsFileHeader, KnowsNoSizeOfAPipe)
