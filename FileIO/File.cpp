@@ -1,5 +1,7 @@
 #include <NereoFileIO/File.h>
 
+#include "WholeSave.h"
+
 #include <utility>
 
 namespace Nereo::Io {
@@ -22,6 +24,14 @@ bool File::saveTo(const std::string& path) const
 {
     filePath_ = path;
     return doSaveTo(path);
+}
+
+SaveResult File::saveWholeTo(const std::string& path) const
+{
+    filePath_ = path;
+    WholeSave save(path);
+    const WholeSave::Redirection redirection(save);
+    return save.finish(doSaveTo(path));
 }
 
 std::string File::filePath() const

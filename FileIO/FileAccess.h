@@ -1,6 +1,7 @@
 #pragma once
 
 #include "EntityLimit.h"
+#include "WholeSave.h"
 
 #include <NereoUtility/StringConversion.h>
 
@@ -77,6 +78,16 @@ inline bool isSaved(const QXmlStreamWriter& stream, QFile& device)
     return !stream.hasError() && device.flush(); // a small file reaches a full disk in the flush only
 }
 
+// The device of a WholeSave is no QFile and answers for itself, so that only what it can't know is asked for.
+inline bool isSaved(const QTextStream&, QIODevice&)
+{
+    return true;
+}
+inline bool isSaved(const QXmlStreamWriter& stream, QIODevice&)
+{
+    return !stream.hasError();
+}
+
 /// A file that ends at the first read that fails. QFile says the same of a failure as of the end, that there
 /// is less than was asked for, and reads on when asked again: a stream would take what then comes for the
 /// next word, or the rest of one. What comes before may be read again.
@@ -106,10 +117,15 @@ private:
     qint64 end_ = std::numeric_limits<qint64>::max();
 };
 
+/// No file has an empty name, about which QFile would warn, or one with a NUL, at which QFile would cut it.
+inline bool namesAFile(const std::string& path)
+{
+    return !path.empty() && path.find('\0') == std::string::npos;
+}
+
 inline bool openFile(QFile& device, const std::string& path, QIODevice::OpenMode mode)
 {
-    // No file has such a name: QFile would warn about an empty one, and cut the other at its NUL.
-    if (path.empty() || path.find('\0') != std::string::npos)
+    if (!namesAFile(path))
         return false;
     device.setFileName(Util::toQString(path));
     return device.open(mode);
@@ -136,15 +152,10 @@ inline bool canLoad(const std::string& path)
     return openFile(device, path, QIODevice::ReadOnly | QIODevice::Text);
 }
 
-template <class FormatWriter, class Source>
-bool save(const std::string& path, const Source& source)
+template <class FormatWriter, class Source, class Device>
+bool write(Device& device, const Source& source)
 {
-    using Stream = typename FormatWriter::Stream;
-
-    QFile device;
-    if (!openFile(device, path, QIODevice::WriteOnly | textMode<Stream>))
-        return false;
-    Stream stream(&device);
+    typename FormatWriter::Stream stream(&device);
     configure(stream);
     try {
         FormatWriter(source).write(stream);
@@ -154,6 +165,19 @@ bool save(const std::string& path, const Source& source)
         throw;
     }
     return isSaved(stream, device);
+}
+
+template <class FormatWriter, class Source>
+bool save(const std::string& path, const Source& source)
+{
+    constexpr QIODevice::OpenMode mode = textMode<typename FormatWriter::Stream>;
+
+    if (WholeSave* const whole = WholeSave::inPlaceOf(path)) {
+        QIODevice* const device = whole->open(mode);
+        return device != nullptr && write<FormatWriter>(*device, source);
+    }
+    QFile device;
+    return openFile(device, path, QIODevice::WriteOnly | mode) && write<FormatWriter>(device, source);
 }
 
 } // namespace Nereo::Io

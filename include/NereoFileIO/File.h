@@ -1,6 +1,7 @@
 #pragma once
 
 #include <NereoFileIO/Export.h>
+#include <NereoFileIO/SaveResult.h>
 
 #include <NereoUtility/Version.h>
 
@@ -47,6 +48,20 @@ public:
     /// with characters that XML can't carry; the old content is gone then too. The text formats don't notice
     /// a full disk.
     bool saveTo(const std::string& path) const;
+
+    /// Writes the same bytes as saveTo(), whole or not at all, and says what failed. Everything goes to a new
+    /// file beside the old one, is forced to the disk and then takes the place of the old one in one step: at
+    /// every moment, also where the process is killed, the disk is full or memory runs out, the file at the
+    /// path is the old one or the new one. Only a process that is killed may leave the new file beside it, as
+    /// ".nereo-" and 16 hexadecimal digits.
+    ///
+    /// A file that is replaced keeps its mode, owner, access control list and the attributes of its user; one
+    /// that may not be written is not replaced. Through a link, the file is replaced that it leads to. Other
+    /// names of the file (hard links) keep the old content.
+    ///
+    /// A class of its own that opens its file in doSaveTo() by itself is saved as by saveTo(); the result is
+    /// NoWriter then.
+    SaveResult saveWholeTo(const std::string& path) const;
 
     /// The path of the last load or save, whether or not it succeeded; empty before the first. A load with
     /// options that fails changes nothing, this path included.
