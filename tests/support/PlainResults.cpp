@@ -123,7 +123,8 @@ void PlainResults::readRecords()
         nodes_.append(integerAt(place));
         wholeRecords_ += has(place, recordSize);
     }
-    if (!has(recordOffset(0) + recordSize * recordsAnnounced(), 0))
+    // Hostile counts are so large that their product overflows.
+    if (!has(recordOffset(0), 0) || recordsAnnounced() > (bytes_.size() - recordOffset(0)) / recordSize)
         stop(CutShort, bytes_.size());
 }
 
