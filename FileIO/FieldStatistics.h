@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ExactSum.h"
+#include "SumOfSquares.h"
 
 #include <NereoFileIO/ResultsStatistics.h>
 
@@ -20,7 +21,7 @@ struct RecordRun {
 /// The sums are exact, so that they don't depend on the order of the values or on how they come in runs.
 class NEREOFILEIO_EXPORT FieldStatistics {
 public:
-    static constexpr int longestRun = 240;
+    static constexpr int longestRun = longestRunToAdd;
 
     /// Takes a value from each record of a run, at most longestRun of them, and changes the values. The
     /// offset is that of the values in their records.
@@ -38,9 +39,6 @@ private:
     void addFinite(const double* values, const RecordRun& run, double minimum, double maximum);
     void take(double value, bool isBeyond, const double* values, const RecordRun& run,
               Extreme& extreme) const;
-    void addSquares(const double* values, int count, double largest);
-    void addSquaresOneByOne(const double* values, int count);
-    double rootMeanSquare() const;
 
     qint64 count_ = 0;
     Extreme minimum_;
@@ -49,9 +47,7 @@ private:
     int firstNotFiniteNode_ = 0;
     qint64 firstNotFiniteOffset_ = -1;
     ExactSum sum_;
-    ExactSum squares_;
-    ExactSum squaresOfHuge_; // scaled, since they would be infinite
-    ExactSum squaresOfTiny_; // scaled, since they would be 0; used where no value is larger
+    SumOfSquares squares_;
 };
 
 } // namespace Nereo::Io
