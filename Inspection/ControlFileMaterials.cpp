@@ -70,6 +70,7 @@ bool ControlFileMaterials::readFirstLine()
         address_ += values_.addressPartOf(name);
     if (repeated > 0 && !name.isEmpty())
         address_ += QLatin1Char('#') + QString::number(repeated + 1);
+    values_.element(address_);
 
     static constexpr const char* elements[] = {"id", "fluid", "resistance", "environment"};
     for (int i = 0; i < 4; ++i) {
@@ -120,6 +121,7 @@ bool ControlFileMaterials::readSolid()
 bool ControlFileMaterials::readProperty(int code)
 {
     const QString property = nameOf(code);
+    values_.element(valueAddress(property));
     double variation = 0;
     if (!takeUnits(code) || !takeNumber(property + QLatin1String("/variation"), Type::Integer, variation))
         return false;

@@ -62,6 +62,8 @@ public:
 
     void item(const QString& address, Item::Type type, Range word, const QVariant& value);
 
+    void element(const QString& address) { listener_.element(address); }
+
     /// The part of an address that is a name, whole in an item and shortened in a finding.
     QString addressPartOf(Range name) const;
 

@@ -65,6 +65,7 @@ public:
 
     bool wantsItems() const override { return listener_.wantsItems(); }
     void item(const Item& item) override { listener_.item(item); }
+    void element(const QString& address) override { listener_.element(address); }
     bool onlyCounts(Rule rule) override { return listener_.onlyCounts(unread(rule)); }
     void finding(const Discovery& discovery) override
     {
@@ -574,6 +575,7 @@ private:
     /// A name may hold anything, quotes too: it ends at the last one.
     void readMaterial()
     {
+        listener_.element(QLatin1String(list_) + QLatin1Char('/') + QString::number(number_));
         const int open = line_.text.indexOf(quote);
         const int close = line_.text.lastIndexOf(quote);
         const QStringView id = open < 0 ? wordFrom(line(), 0) : line().left(open).trimmed();

@@ -37,6 +37,9 @@ public:
     virtual void item(const Item& item) = 0;
     virtual void finding(const Discovery& discovery) = 0;
 
+    /// A material or a property begins: the values that it has follow, with addresses below this one.
+    virtual void element(const QString&) {}
+
     /// True if a finding of the rule would only be counted, which then is done: where there are many, a walk
     /// needn't find out their places and texts.
     virtual bool onlyCounts(Rule) { return false; }

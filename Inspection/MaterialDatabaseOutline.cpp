@@ -281,6 +281,7 @@ private:
     {
         MaterialState material;
         material.name = names_.next();
+        listener_.element(material.name.part);
         prefix_ = material.name.part + QLatin1Char('/');
         readMaterialType(material);
         const QString prefix = prefix_;
@@ -359,6 +360,7 @@ private:
         ++material.properties;
         prefix_ += (property.name.isEmpty() ? QStringLiteral("#%1").arg(material.properties)
                                             : addressPart(excerpt(property.name)));
+        listener_.element(prefix_);
         checkPropertyType(material, property, type);
         prefix_ += QLatin1Char('/');
 
