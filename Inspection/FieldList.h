@@ -1,0 +1,41 @@
+#pragma once
+
+#include "InputFile.h"
+
+#include <NereoFileIO/ResultsFileHeader.h>
+
+#include <QHash>
+#include <QString>
+
+#include <vector>
+
+namespace Nereo::Inspection {
+
+/// A field that a results file has, known or not.
+struct ListedField {
+    QString address;
+    int code;   ///< of the field that a load stores; kNone of what it ignores
+    int column; ///< in the records
+
+    /// What names the same in another file: a load knows a field by its code, and ignores it by its name.
+    QString key() const;
+};
+
+/// What a results file has, without its values.
+struct FieldList {
+    Io::ResultsFileHeader header; ///< names no unknown fields
+    std::vector<ListedField> fields;
+
+    explicit FieldList(const InputFile& file);
+
+    /// The field that is the same as that of another file; nullptr if there is none.
+    const ListedField* find(const ListedField& field) const;
+
+private:
+    QHash<QString, int> places_; // by keys
+};
+
+/// Whether a field is one that is asked for by that name.
+bool isNamed(const ListedField& field, const QString& name);
+
+} // namespace Nereo::Inspection
