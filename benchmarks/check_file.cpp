@@ -1,5 +1,5 @@
-// check_file METHOD FILE: loads a file of any kind once, or checks it, and prints the seconds and the growth
-// of the process's memory at its peak in bytes.
+// check_file METHOD FILE [OTHER]: loads a file of any kind once, checks it, or compares it with another one,
+// and prints the seconds and the growth of the process's memory at its peak in bytes.
 
 #include "Memory.h"
 
@@ -8,6 +8,7 @@
 #include <NereoFileIO/Nereo2ConfigFile.h>
 #include <NereoFileIO/ResultsFile.h>
 #include <NereoInspection/Check.h>
+#include <NereoInspection/Comparison.h>
 
 #include <chrono>
 #include <cstdio>
@@ -46,17 +47,20 @@ void loadByKind(const std::string& path)
 
 int main(int argc, char** argv)
 {
-    const std::string method = argc == 3 ? argv[1] : "";
-    if (method != "load" && method != "check") {
-        std::fprintf(stderr, "check_file load|check FILE\n");
+    const std::string method = argc >= 3 ? argv[1] : "";
+    const bool isOfTwo = method == "compare";
+    if ((method != "load" && method != "check" && !isOfTwo) || argc != (isOfTwo ? 4 : 3)) {
+        std::fprintf(stderr, "check_file load|check FILE, or check_file compare FILE OTHER\n");
         return 2;
     }
     const double memoryBefore = memory("VmHWM:");
     const auto start = std::chrono::steady_clock::now();
     if (method == "load")
         loadByKind(argv[2]);
-    else
+    else if (method == "check")
         Inspection::check(argv[2]);
+    else
+        Inspection::compare(argv[2], argv[3]);
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     std::printf("%.6f %.0f\n", seconds.count(), memory("VmHWM:") - memoryBefore);
 }
