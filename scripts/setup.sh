@@ -12,14 +12,20 @@ packages=(
     qttools5-dev-tools     # lrelease and lupdate
     libgtest-dev libgmock-dev
     locales                # the source of the tests' locale with a comma
+    pybind11-dev python3-dev python3-numpy # the Python package
+    python3-pytest python3-hypothesis
 )
 developer_packages=(
     clang                  # Clang 14
     libclang-rt-14-dev     # its sanitizers and libFuzzer
     clang-format clang-tidy
     gcovr                  # coverage
-    libbenchmark-dev python3 python3-numpy
+    libbenchmark-dev
     doxygen                # the reference of the public headers
+    mypy                   # the types of the Python package, and what it can do without
+    python3-pandas python3-xarray python3-dask python3-distributed python3-matplotlib python3-tqdm
+    python3-nbformat python3-nbclient python3-ipykernel
+    python3-pip python3-venv python3-setuptools python3-wheel
 )
 other_machines_packages=(
     g++-s390x-linux-gnu g++-aarch64-linux-gnu g++-i686-linux-gnu

@@ -1,0 +1,131 @@
+"""The data files of a flow solver: results as NumPy arrays, settings and materials as mappings and sequences."""
+
+from __future__ import annotations
+
+from . import _nereofile
+from ._nereofile import (
+    AutoConvergence,
+    AutoYPlus,
+    BoundaryCondition,
+    BoundaryConditions,
+    CodedNumbers,
+    Configuration,
+    ControlFile,
+    CoordinateSystem,
+    Equations,
+    Flag,
+    Flags,
+    GeometryBoundary,
+    Inflation,
+    Material,
+    MaterialDatabase,
+    Property,
+    SequentialSolver,
+    Smoke,
+    SolutionControl,
+    SolvedVariables,
+    ThermalComfort,
+    Units,
+)
+from ._records import (
+    CheckedFile,
+    Damage,
+    Difference,
+    FieldDifference,
+    FieldStatistics,
+    Finding,
+    HeaderField,
+    Item,
+    MaterialType,
+    Problem,
+    PropertyType,
+    VariationType,
+)
+from .checking import Check, Comparison, Inspection, address_part, check, diff, inspect, kind_of_file
+from .errors import Cancelled, FileAccessError, FileError, MissingFileError
+from .plot import plot_differences, plot_distribution, plot_history, plot_property
+from .results import Facts, Results, ResultsHeader, Statistics, read_results, results_header, statistics
+from .series import open_series
+from .vocabulary import (
+    code_for_name,
+    field_variables,
+    material_types,
+    name_for_code,
+    node_flags,
+    property_types,
+    variation_types,
+)
+
+#: The version of the C++ libraries, four numbers.
+__version__: str = _nereofile.library_version
+
+#: The branch that they were built from.
+__branch__: str = _nereofile.library_branch
+
+__all__ = [
+    "AutoConvergence",
+    "AutoYPlus",
+    "BoundaryCondition",
+    "BoundaryConditions",
+    "Cancelled",
+    "Check",
+    "CheckedFile",
+    "CodedNumbers",
+    "Comparison",
+    "Configuration",
+    "ControlFile",
+    "CoordinateSystem",
+    "Damage",
+    "Difference",
+    "Equations",
+    "Facts",
+    "FieldDifference",
+    "FieldStatistics",
+    "FileAccessError",
+    "FileError",
+    "Finding",
+    "Flag",
+    "Flags",
+    "GeometryBoundary",
+    "HeaderField",
+    "Inflation",
+    "Inspection",
+    "Item",
+    "Material",
+    "MaterialDatabase",
+    "MaterialType",
+    "MissingFileError",
+    "Problem",
+    "Property",
+    "PropertyType",
+    "Results",
+    "ResultsHeader",
+    "SequentialSolver",
+    "Smoke",
+    "SolutionControl",
+    "SolvedVariables",
+    "Statistics",
+    "ThermalComfort",
+    "Units",
+    "VariationType",
+    "address_part",
+    "check",
+    "code_for_name",
+    "diff",
+    "field_variables",
+    "inspect",
+    "kind_of_file",
+    "material_types",
+    "name_for_code",
+    "node_flags",
+    "open_series",
+    "plot_differences",
+    "plot_distribution",
+    "plot_history",
+    "plot_property",
+    "property_types",
+    "read_results",
+    "results_header",
+    "statistics",
+    "variation_types",
+]

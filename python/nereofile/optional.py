@@ -1,0 +1,26 @@
+"""Libraries that the package can do without."""
+
+from __future__ import annotations
+
+import importlib
+from typing import Any
+
+_PACKAGES = {
+    "pandas": "python3-pandas",
+    "xarray": "python3-xarray",
+    "dask.array": "python3-dask",
+    "dask.delayed": "python3-dask",
+    "matplotlib.figure": "python3-matplotlib",
+    "tqdm": "python3-tqdm",
+}
+
+
+def require(module: str, what: str) -> Any:
+    """The module; where it isn't there, an ImportError that says what needs it, and what to install."""
+    try:
+        return importlib.import_module(module)
+    except ImportError as error:
+        name = module.partition(".")[0]
+        raise ImportError(
+            f"{what} needs {name}: install {_PACKAGES[module]}, or {name} by pip", name=name
+        ) from error
