@@ -1,5 +1,7 @@
 #include "ControlFileValues.h"
 
+#include "NumberFault.h"
+
 #include <NereoFileIO/CodeNameTable.h>
 #include <NereoUtility/StringConversion.h>
 
@@ -264,10 +266,10 @@ void ControlFileValues::unloaded(const QString& address, Item::Type type, Range 
     double value = 0;
     std::optional<Discovery> discovery;
     if (const auto fault = faultOf(type, word, value)) {
-        discovery = found(fault->rule, address, word, {fault->readAs});
+        discovery = found(unreadNumber(fault->rule), address, word);
         lines_.cover(word);
     } else if (type == Type::Switch && value != 0 && value != 1) {
-        discovery = found(Rule::BadSwitch, address, word);
+        discovery = found(Rule::UnreadBadSwitch, address, word);
     }
     if (discovery) {
         discovery->effect = Effect::Ignored;

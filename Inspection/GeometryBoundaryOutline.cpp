@@ -45,17 +45,8 @@ Rule unread(Rule rule)
         return Rule::UnreadNotUtf8;
     case Rule::StrayCarriageReturn:
         return Rule::UnreadCarriageReturn;
-    case Rule::NotAnInteger:
-        return Rule::UnreadNotAnInteger;
-    case Rule::NotANumber:
-        return Rule::UnreadNotANumber;
-    case Rule::IntegerOutOfRange:
-        return Rule::UnreadIntegerOutOfRange;
-    case Rule::NumberTooLarge:
-    case Rule::NumberOutOfRange:
-        return Rule::UnreadNumberOutOfRange;
     default:
-        return rule;
+        return unreadNumber(rule);
     }
 }
 

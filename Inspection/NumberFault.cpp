@@ -138,4 +138,24 @@ std::optional<Rule> numberFault(QStringView text)
     return std::isinf(number) ? Rule::NumberTooLarge : Rule::NumberOutOfRange;
 }
 
+Rule unreadNumber(Rule rule)
+{
+    switch (rule) {
+    case Rule::NotAnInteger:
+    case Rule::NotAnIntegerToItsEnd:
+        return Rule::UnreadNotAnInteger;
+    case Rule::NotANumber:
+    case Rule::NotANumberToItsEnd:
+        return Rule::UnreadNotANumber;
+    case Rule::IntegerOutOfRange:
+    case Rule::IntegerWraps:
+        return Rule::UnreadIntegerOutOfRange;
+    case Rule::NumberTooLarge:
+    case Rule::NumberOutOfRange:
+        return Rule::UnreadNumberOutOfRange;
+    default:
+        return rule;
+    }
+}
+
 } // namespace Nereo::Inspection

@@ -14,4 +14,7 @@ namespace Nereo::Inspection {
 NEREOINSPECTION_EXPORT std::optional<Rule> integerFault(QStringView text);
 NEREOINSPECTION_EXPORT std::optional<Rule> numberFault(QStringView text);
 
+/// How a rule about a number reads where no load takes it.
+Rule unreadNumber(Rule rule);
+
 } // namespace Nereo::Inspection

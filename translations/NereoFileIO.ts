@@ -1284,5 +1284,9 @@
         <source>a section&apos;s title</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>%1 is neither 0 nor 1; it is ignored</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

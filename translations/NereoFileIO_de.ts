@@ -1284,5 +1284,9 @@
         <source>a section&apos;s title</source>
         <translation>ein Abschnittstitel</translation>
     </message>
+    <message>
+        <source>%1 is neither 0 nor 1; it is ignored</source>
+        <translation>%1 ist weder 0 noch 1; es wird übergangen</translation>
+    </message>
 </context>
 </TS>

@@ -393,7 +393,7 @@ TEST(ControlFileCheckTest, FindsFaultsInWhatALoadDoesNotTake)
         Case("Property Settings", " *** [[Property Settings]]\n" + solid("1 0 0 0 Steel\n"), "not-loaded",
              Note, Effect::Ignored, "property-settings"),
         Case("Auto Convergence Control", convergence + "1 [[2]]\n", "bad-switch", Warning, Effect::Ignored,
-             "auto-convergence/stop"),
+             "auto-convergence/stop", "it is ignored"),
         Case("Auto Convergence Control", convergence + "[[on]] 1\n", "not-an-integer", Error, Effect::Ignored,
              "auto-convergence/on"),
         Case("Auto Convergence Control", convergence + "1 1\nField  Fluctuation [[small]]\n", "not-a-number",
