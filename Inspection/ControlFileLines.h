@@ -87,6 +87,7 @@ public:
     qint64 begin() const { return begin_; } ///< the number of the line's first character
 
     Place place(int at) { return text_.place(begin_ + at); }
+    Place placeOf(qint64 character) { return text_.place(character); } ///< by its number in the file
     qint64 length(Range range) { return text_.length(begin_ + range.begin, begin_ + range.end); }
 
     /// Says that a finding is about this part of the line, bad characters included.

@@ -257,6 +257,7 @@ private:
     void readFirstTitle();
     void readSection();
     void readUnknownSection(QStringView spelling, const QString& name);
+    void skipLines();
 
     void readTitle(const Section& section);
     void readFields(const Section& section);
@@ -285,7 +286,7 @@ private:
     std::bitset<32> seenSections_;
     SeenNames unknownSections_;
     ControlFileMaterials materials_;
-    Place title_; ///< of the name of the section
+    qint64 title_ = 0; ///< the number of the first character of the section's name
     int sectionCount_ = 0;
 };
 
@@ -364,7 +365,7 @@ void ControlFileWalk::readSection()
     const QStringView spelling = Io::hasSectionName(line) ? line.mid(titleLength).trimmed() : QStringView();
     const int begin = spelling.isEmpty() ? lines_.lineEnd() : int(spelling.data() - line.data());
     const QString name = simplified(spelling, longestName);
-    title_ = lines_.place(begin);
+    title_ = lines_.begin() + begin;
     ++sectionCount_;
     const Section* const section = sectionOf(name);
     if (section == nullptr) {
@@ -372,16 +373,22 @@ void ControlFileWalk::readSection()
         return readUnknownSection(spelling, name);
     }
 
-    if (isSeen(*section))
-        listener_.finding({Rule::RepeatedSection, title_, section->address, excerpt(spelling)});
+    if (isSeen(*section) && !listener_.onlyCounts(Rule::RepeatedSection))
+        listener_.finding(
+            {Rule::RepeatedSection, lines_.placeOf(title_), section->address, excerpt(spelling)});
     isSeen(*section) = true;
     lines_.readLine();
     (this->*section->read)(*section);
+    skipLines();
+    lines_.reportCharacters();
+}
+
+void ControlFileWalk::skipLines()
+{
     while (lines_.hasLine()) {
         lines_.nextLine();
         lines_.reportCharacters();
     }
-    lines_.reportCharacters();
 }
 
 void ControlFileWalk::readUnknownSection(QStringView spelling, const QString& name)
@@ -400,12 +407,14 @@ void ControlFileWalk::readUnknownSection(QStringView spelling, const QString& na
         QStringList names;
         for (const Section& section : sections())
             names.append(QLatin1String(section.name));
-        Discovery discovery {Rule::UnknownSection, title_, address, excerpt(spelling)};
+        Discovery discovery {Rule::UnknownSection, lines_.placeOf(title_), address, excerpt(spelling)};
         discovery.knownNames = &names;
         listener_.finding(discovery);
     }
     lines_.readLine();
-    readLines(address, {});
+    if (listener_.wantsItems())
+        readLines(address, {});
+    skipLines();
 }
 
 void ControlFileWalk::readTitle(const Section& section)
@@ -648,7 +657,8 @@ bool ControlFileWalk::readLines(const QString& address, const QStringList& expec
 
 void ControlFileWalk::notLoaded(const Section& section)
 {
-    listener_.finding({Rule::NotLoaded, title_, section.address, section.name});
+    if (!listener_.onlyCounts(Rule::NotLoaded))
+        listener_.finding({Rule::NotLoaded, lines_.placeOf(title_), section.address, section.name});
 }
 
 const ControlFileWalk::Section* ControlFileWalk::sectionOf(const QString& name)
