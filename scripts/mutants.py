@@ -1,5 +1,8 @@
 #!/usr/bin/python3
-"""mutants.py WORKERS COUNT SEED: changes readers, writers and values in small ways and passes their tests.
+"""mutants.py WORKERS COUNT SEED [FILE...]: changes readers, writers and values in small ways and passes their tests.
+mutants.py --programs [FILE...]: prints the names of the test programs.
+
+Without a FILE it is about all of them.
 
 The script mutants.sh prepares what this needs: build/mutants/tests with the test programs, and for each worker a copy
 of the sources in build/mutants/<number> with a library of its own in build/. Neither is the work tree.
@@ -38,6 +41,11 @@ GEOMETRY_TESTS = ["GbiFileTest", "FileTest", "TypicalRunTest"]
 MATERIAL_TESTS = ["MaterialDatabaseFileXmlTest", "MaterialDatabaseFileTest", "FileTest", "TypicalRunTest"]
 INSPECTION_TESTS = ["inspection/ConfigurationCheckTest", "inspection/CheckTest",
                     "inspection/ConfigurationAgreementTest"]
+CONTROL_CHECKS = ["inspection/ControlFileCheckTest", "inspection/CaseCheckTest", "inspection/FindingsPageTest",
+                  "inspection/ControlFileAgreementTest"]
+GEOMETRY_CHECKS = ["inspection/GeometryBoundaryInspectionTest", "inspection/FindingsPageTest"]
+MATERIAL_CHECKS = ["inspection/MaterialDatabaseInspectionTest", "inspection/FindingsPageTest"]
+RESULTS_CHECKS = ["inspection/ResultsCheckTest", "inspection/FindingsPageTest", "inspection/ResultsAgreementTest"]
 RESULTS_TESTS = ["ResultsFileReaderTest", "ResultsFileTest", "FileTest"]
 
 # The readers, the writers, what they share and the values, each with its test programs, its own first.
@@ -91,21 +99,33 @@ TESTS = {
                             "Nereo2ConfigFileXmlTest", "XmlEntitiesTest", "Nereo2ConfigFileTextTest",
                             *CONTROL_TESTS, *GEOMETRY_TESTS, *MATERIAL_TESTS, *RESULTS_TESTS],
     "FileIO/ConfigurationForms.h": [*CONFIGURATION_TESTS, *INSPECTION_TESTS],
+    "Inspection/CaseCheck.cpp": ["inspection/CaseCheckTest", "inspection/FindingsPageTest"],
     "Inspection/Check.cpp": ["inspection/CheckTest", "inspection/InspectionFaultTest"],
     "Inspection/ConfigurationTextOutline.cpp": INSPECTION_TESTS,
     "Inspection/ConfigurationValues.cpp": INSPECTION_TESTS,
     "Inspection/ConfigurationXmlOutline.cpp": INSPECTION_TESTS,
+    "Inspection/ControlFileLines.cpp": CONTROL_CHECKS,
+    "Inspection/ControlFileMaterials.cpp": CONTROL_CHECKS,
+    "Inspection/ControlFileOutline.cpp": CONTROL_CHECKS,
+    "Inspection/ControlFileValues.cpp": CONTROL_CHECKS,
     "Inspection/FileKind.cpp": ["inspection/FileKindTest"],
     "Inspection/Finding.cpp": ["inspection/CheckTest"],
+    "Inspection/GeometryBoundaryOutline.cpp": GEOMETRY_CHECKS,
     "Inspection/InputFile.cpp": ["inspection/CheckTest", "inspection/InspectionFaultTest"],
     "Inspection/Json.cpp": ["inspection/CheckTest"],
     "Inspection/Listener.cpp": INSPECTION_TESTS,
+    "Inspection/MaterialDatabaseOutline.cpp": MATERIAL_CHECKS,
+    "Inspection/MaterialNames.cpp": MATERIAL_CHECKS,
     "Inspection/NearestName.cpp": ["inspection/RulesTest", *INSPECTION_TESTS],
     "Inspection/NumberFault.cpp": ["inspection/RulesTest", *INSPECTION_TESTS],
     "Inspection/Outline.cpp": ["inspection/CheckTest"],
+    "Inspection/ResultsOutline.cpp": RESULTS_CHECKS,
+    "Inspection/ResultsRecords.cpp": RESULTS_CHECKS,
+    "Inspection/SeenNames.cpp": ["inspection/SeenNamesTest"],
     "Inspection/TextFile.cpp": ["inspection/TextPlacesTest", "inspection/InspectionFaultTest", *INSPECTION_TESTS],
     "Inspection/TextPlaces.cpp": ["inspection/TextPlacesTest", *INSPECTION_TESTS],
     "Inspection/VersionFault.cpp": INSPECTION_TESTS,
+    "Inspection/Walker.cpp": ["inspection/CheckTest", "inspection/FindingsPageTest"],
     "Inspection/XmlFile.cpp": ["inspection/InspectionFaultTest", *INSPECTION_TESTS],
 }
 
@@ -119,12 +139,12 @@ RESULTS = CAUGHT, SURVIVED, EQUIVALENT, SKIPPED = "caught", "survived", "equival
 class Worker:
     """A library that can be changed, and the tests that are run with it."""
 
-    def __init__(self, number):
+    def __init__(self, number, programs):
         self.root = FOLDER / str(number)
         self.original = self.build()
         if self.original is None:
             sys.exit(f"{self.root}: the library doesn't build")
-        for program in sorted({program for programs in TESTS.values() for program in programs}):
+        for program in programs:
             if not self.passes(program):
                 sys.exit(f"{program} fails without any change")
 
@@ -280,15 +300,22 @@ def report(candidates):
     return percent >= LEAST_CAUGHT
 
 
-def main(workers, count, seed):
+def programs_of(files):
+    return sorted({program for file in files or TESTS for program in TESTS[file]})
+
+
+def main(workers, count, seed, *files):
     limit_resources()
     accepted = Accepted(ACCEPTED)
-    candidates = [Candidates(file, seed, accepted) for file in TESTS]
+    candidates = [Candidates(file, seed, accepted) for file in files or TESTS]
     with concurrent.futures.ThreadPoolExecutor() as pool:
-        workers = list(pool.map(Worker, range(1, int(workers) + 1)))
+        workers = list(pool.map(lambda number: Worker(number, programs_of(files)), range(1, int(workers) + 1)))
     judge_all(candidates, workers, int(count))
     return report(candidates)
 
 
 if __name__ == "__main__":
-    sys.exit(0 if main(*sys.argv[1:]) else 1)
+    if sys.argv[1] == "--programs":
+        print(*(pathlib.PurePath(program).name for program in programs_of(sys.argv[2:])))
+    else:
+        sys.exit(0 if main(*sys.argv[1:]) else 1)

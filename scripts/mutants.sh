@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Changes readers, writers and values in small ways, one at a time, and fails when their tests notice less than 95 % of the
 # changes. Those that make no difference, as mutants-accepted.txt explains, aren't counted.
-#   scripts/mutants.sh [COUNT] [SEED]   how many changes, 100 by default, and which, 1 by default
+#   scripts/mutants.sh [COUNT] [SEED] [FILE...]   how many changes, 100 by default, which, 1 by default, and of which files
 set -euo pipefail
 cd "$(dirname "$0")/.."
 count=${1:-100}
@@ -15,7 +15,8 @@ configure() {
 }
 
 configure -S . -B "$folder/tests"
-cmake --build "$folder/tests"
+read -ra programs < <(python3 -B scripts/mutants.py --programs "${@:3}")
+cmake --build "$folder/tests" --target "${programs[@]}"
 for worker in $(seq "$workers"); do
     copy=$folder/$worker
     mkdir -p "$copy"
@@ -23,4 +24,4 @@ for worker in $(seq "$workers"); do
     cp -r CMakeLists.txt cmake translations FileIO Inspection Utility include "$copy" # with a new time, which builds them anew
     configure -S "$copy" -B "$copy/build" -DNEREO_BUILD_TESTS=OFF -DNEREO_BUILD_EXAMPLES=OFF
 done
-python3 -B scripts/mutants.py "$workers" "$count" "$seed"
+python3 -B scripts/mutants.py "$workers" "$count" "$seed" "${@:3}"
