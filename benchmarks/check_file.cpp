@@ -1,5 +1,6 @@
-// check_file METHOD FILE [OTHER]: loads a file of any kind once, checks it, or compares it with another one,
-// and prints the seconds and the growth of the process's memory at its peak in bytes.
+// check_file load|check FILE [TIMES] loads or checks a file of any kind once, or so many times;
+// check_file compare FILE OTHER compares it with another one.
+// Prints the seconds and the growth of the process's memory at its peak in bytes.
 
 #include "Memory.h"
 
@@ -12,6 +13,7 @@
 
 #include <chrono>
 #include <cstdio>
+#include <cstdlib>
 #include <string>
 
 using namespace Nereo;
@@ -49,18 +51,21 @@ int main(int argc, char** argv)
 {
     const std::string method = argc >= 3 ? argv[1] : "";
     const bool isOfTwo = method == "compare";
-    if ((method != "load" && method != "check" && !isOfTwo) || argc != (isOfTwo ? 4 : 3)) {
-        std::fprintf(stderr, "check_file load|check FILE, or check_file compare FILE OTHER\n");
+    if ((method != "load" && method != "check" && !isOfTwo) || argc < (isOfTwo ? 4 : 3)) {
+        std::fprintf(stderr, "check_file load|check FILE [TIMES], or check_file compare FILE OTHER\n");
         return 2;
     }
+    const int times = argc > 3 && !isOfTwo ? std::atoi(argv[3]) : 1;
     const double memoryBefore = memory("VmHWM:");
     const auto start = std::chrono::steady_clock::now();
-    if (method == "load")
-        loadByKind(argv[2]);
-    else if (method == "check")
-        Inspection::check(argv[2]);
-    else
-        Inspection::compare(argv[2], argv[3]);
+    for (int i = 0; i < times; ++i) {
+        if (method == "load")
+            loadByKind(argv[2]);
+        else if (method == "check")
+            Inspection::check(argv[2]);
+        else
+            Inspection::compare(argv[2], argv[3]);
+    }
     const std::chrono::duration<double> seconds = std::chrono::steady_clock::now() - start;
     std::printf("%.6f %.0f\n", seconds.count(), memory("VmHWM:") - memoryBefore);
 }
