@@ -1,4 +1,5 @@
 #include "FileReplacement.h"
+#include "GatheringDevice.h"
 
 #include <QFileInfo>
 #include <QSaveFile>
@@ -7,26 +8,17 @@ namespace Nereo::Io {
 
 namespace {
 
-struct Meaning {
-    QFileDevice::FileError error;
-    SaveResult::Status status;
-};
+/// QSaveFile takes a part of what is written for the whole, and says that it is saved.
+class SaveFileDevice : public GatheringDevice {
+public:
+    explicit SaveFileDevice(QSaveFile& file) : file_(&file) {}
 
-constexpr Meaning meanings[] = {
-    {QFileDevice::OpenError,        SaveResult::CannotCreate },
-    {QFileDevice::PermissionsError, SaveResult::NoPermission },
-    {QFileDevice::ResourceError,    SaveResult::DiskFull     },
-    {QFileDevice::RenameError,      SaveResult::CannotReplace},
-};
+protected:
+    qint64 put(const char* data, qint64 size) override { return file_->write(data, size); }
 
-SaveResult::Status statusOf(QFileDevice::FileError error)
-{
-    for (const Meaning& meaning : meanings) {
-        if (meaning.error == error)
-            return meaning.status;
-    }
-    return SaveResult::WriteFailed;
-}
+private:
+    QSaveFile* file_;
+};
 
 class QtFileReplacement : public FileReplacement {
 public:
@@ -35,24 +27,30 @@ public:
         const QFileInfo old(path);
         if (old.exists() && !old.isFile())
             return {SaveResult::NoRegularFile, {}};
+        const bool mayBeWritten = !old.exists() || old.isWritable();
         file_.setFileName(path);
-        return resultOf(file_.open(QIODevice::WriteOnly | textMode));
+        return resultOf(file_.open(QIODevice::WriteOnly | QIODevice::Unbuffered | textMode)
+                            && device_.open(QIODevice::WriteOnly),
+                        mayBeWritten ? SaveResult::CannotCreate : SaveResult::NoPermission);
     }
 
-    QIODevice& device() override { return file_; }
+    QIODevice& device() override { return device_; }
 
-    SaveResult flush() override { return resultOf(file_.error() == QFileDevice::NoError && file_.flush()); }
+    SaveResult flush() override { return resultOf(device_.flush(), SaveResult::WriteFailed); }
 
-    SaveResult replace() override { return resultOf(file_.commit()); }
+    SaveResult replace() override { return resultOf(file_.commit(), SaveResult::CannotReplace); }
 
 private:
-    SaveResult resultOf(bool isDone) const
+    SaveResult resultOf(bool isDone, SaveResult::Status otherwise) const
     {
-        return isDone ? SaveResult()
-                      : SaveResult {statusOf(file_.error()), file_.errorString().toStdString()};
+        if (isDone)
+            return {};
+        const bool isFull = file_.error() == QFileDevice::ResourceError;
+        return {isFull ? SaveResult::DiskFull : otherwise, file_.errorString().toStdString()};
     }
 
     QSaveFile file_;
+    SaveFileDevice device_ {file_};
 };
 
 } // namespace

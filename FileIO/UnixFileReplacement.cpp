@@ -2,6 +2,8 @@
 
 #ifdef Q_OS_UNIX
 
+#include "GatheringDevice.h"
+
 #include <QByteArray>
 #include <QFile>
 #include <QRandomGenerator>
@@ -10,7 +12,6 @@
 #include <cerrno>
 #include <climits>
 #include <cstddef>
-#include <cstring>
 #include <iterator>
 #include <memory>
 #include <utility>
@@ -28,7 +29,6 @@ namespace Nereo::Io {
 
 namespace {
 
-constexpr std::size_t bufferSize = 64 * 1024;
 constexpr int mostLinks = 40; // as Linux itself follows
 constexpr int mostNames = 100;
 constexpr mode_t modeOfNewFile = 0666;    // less what the process masks
@@ -105,61 +105,23 @@ bool link(const QByteArray& file, int folder, const QByteArray& name)
     return ::linkat(AT_FDCWD, file.constData(), folder, name.constData(), AT_SYMLINK_FOLLOW) == 0;
 }
 
-/// Gathers what is written to a file. Behind the first failure it takes no more, so that nothing of the text
-/// can be missing in the middle.
-class FileDevice : public QIODevice {
+class FileDevice : public GatheringDevice {
 public:
-    FileDevice() : buffer_(new char[bufferSize]) {}
-
     void setFile(int file) { file_ = file; }
-
-    bool isSequential() const override { return true; }
-
-    int error() const { return error_; } ///< 0 where there was none
-
-    bool flush()
-    {
-        const bool isWritten = error_ == 0 && writeAll(buffer_.get(), used_);
-        used_ = 0;
-        return isWritten;
-    }
+    int error() const { return error_; }
 
 protected:
-    qint64 readData(char*, qint64) override { return -1; }
-
-    qint64 writeData(const char* data, qint64 size) override
+    qint64 put(const char* data, qint64 size) override
     {
-        const auto count = std::size_t(size);
-        if (count > bufferSize - used_ && !flush())
-            return -1;
-        if (error_ != 0)
-            return -1;
-        if (count > bufferSize)
-            return writeAll(data, count) ? size : -1;
-        std::memcpy(buffer_.get() + used_, data, count);
-        used_ += count;
-        return size;
+        const ssize_t count = uninterrupted([&] { return ::write(file_, data, std::size_t(size)); });
+        if (count <= 0)
+            error_ = count < 0 ? errno : EIO;
+        return count;
     }
 
 private:
-    bool writeAll(const char* data, std::size_t size)
-    {
-        while (size > 0) {
-            const ssize_t count = uninterrupted([&] { return ::write(file_, data, size); });
-            if (count <= 0) {
-                error_ = count < 0 ? errno : EIO;
-                return false;
-            }
-            data += count;
-            size -= std::size_t(count);
-        }
-        return true;
-    }
-
     int file_ = -1;
     int error_ = 0;
-    std::size_t used_ = 0;
-    std::unique_ptr<char[]> buffer_;
 };
 
 #ifdef Q_OS_LINUX

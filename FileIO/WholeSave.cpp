@@ -5,6 +5,8 @@
 #include <NereoFileIO/WriteWhole.h>
 #include <NereoUtility/StringConversion.h>
 
+#include <utility>
+
 namespace Nereo::Io {
 
 namespace {
@@ -15,7 +17,7 @@ thread_local WholeSave* redirected = nullptr;
 
 } // namespace
 
-WholeSave::WholeSave(const std::string& path) : path_(path), result_ {SaveResult::NoWriter, {}} {}
+WholeSave::WholeSave(std::string path) : path_(std::move(path)), result_ {SaveResult::NoWriter, {}} {}
 
 WholeSave::~WholeSave() = default;
 

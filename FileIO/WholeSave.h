@@ -15,7 +15,7 @@ namespace Nereo::Io {
 /// A save that is whole or not at all, from its device to its result.
 class NEREOFILEIO_EXPORT WholeSave {
 public:
-    explicit WholeSave(const std::string& path);
+    explicit WholeSave(std::string path);
     WholeSave(const WholeSave&) = delete;
     WholeSave& operator=(const WholeSave&) = delete;
     ~WholeSave();
