@@ -1,9 +1,12 @@
 #include "faults/AllocationFaults.h"
 #include "faults/FileKind.h"
 #include "faults/Trials.h"
+#include "support/Folder.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
+
+#include <QDir>
 
 namespace Faults {
 namespace {
@@ -92,6 +95,32 @@ TEST_P(AllocationFaults, ReachTheCallerOfASave)
             const std::string target = folder.freshPath(targetName);
             Trial trial = runWithFault(allocator, number, persists, [&] { file->saveTo(target); });
             if (trial.complaint == nullptr && !isUnchanged())
+                trial.complaint = "the object has changed";
+            return trial;
+        });
+    });
+}
+
+TEST_P(AllocationFaults, LeaveTheOldFileWhereASaveIsWhole)
+{
+    const auto file = kind.makeExample(fewItems);
+    const std::string content = kind.describe(*file);
+    const std::string target = folder.path("whole/" + targetName);
+    ASSERT_TRUE(QDir().mkdir(QString::fromStdString(folder.path("whole"))));
+    folder.write("whole/" + targetName, "old");
+    EXPECT_EQ(file->saveWholeTo(target).isReplaced(), kind.hasWriter);
+
+    runTrials([&](int number) {
+        if (readBytes(target) != "old")
+            writeBytes(folder.freshPath("whole/" + targetName), "old");
+        return withoutLeak([&] {
+            Trial trial = runWithFault(allocator, number, persists, [&] { file->saveWholeTo(target); });
+            const std::string& expected = trial.faultHappened || !kind.hasWriter ? "old" : content;
+            if (trial.complaint == nullptr && readBytes(target) != expected)
+                trial.complaint = "the old file is gone";
+            if (trial.complaint == nullptr && namesIn(folder.path("whole")).size() != 1)
+                trial.complaint = "another file is left";
+            if (trial.complaint == nullptr && kind.describe(*file) != content)
                 trial.complaint = "the object has changed";
             return trial;
         });

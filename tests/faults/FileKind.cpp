@@ -18,6 +18,9 @@
 #include <QTextStream>
 #include <QXmlStreamWriter>
 
+#include <algorithm>
+#include <iterator>
+
 namespace Faults {
 namespace {
 
@@ -206,6 +209,14 @@ const FileKind fileKinds[] = {
     writtenKind<GbiFileTextWriter, GbiFile>("GeometryAndBoundaries", "run.gbi", makeGeometry, hasNoReader),
     resultsKind(),
 };
+
+std::vector<FileKind> kindsThatAreWritten()
+{
+    std::vector<FileKind> kinds;
+    std::copy_if(std::begin(fileKinds), std::end(fileKinds), std::back_inserter(kinds),
+                 [](const FileKind& kind) { return kind.hasWriter; });
+    return kinds;
+}
 
 std::string bytesOf(const FileKind& kind, int itemCount)
 {

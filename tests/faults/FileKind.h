@@ -5,6 +5,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <vector>
 
 namespace Faults {
 
@@ -35,6 +36,8 @@ inline constexpr int fewItems = 2;
 inline constexpr int manyItems = 600; ///< enough for several buffers full
 
 extern const FileKind fileKinds[6];
+
+std::vector<FileKind> kindsThatAreWritten();
 
 /// For the names of parametrised tests.
 inline void PrintTo(const FileKind& kind, std::ostream* out)

@@ -1,15 +1,16 @@
 #include "faults/FileKind.h"
 #include "faults/ForkedProcess.h"
+#include "support/Folder.h"
 #include "support/TemporaryFolder.h"
+
+#include "FileIO/FileReplacement.h"
 
 #include <gmock/gmock.h>
 
 #include <QFile>
 
-#include <algorithm>
 #include <csignal>
 #include <fstream>
-#include <iterator>
 #include <vector>
 
 #include <sched.h>
@@ -20,6 +21,9 @@
 
 namespace Faults {
 namespace {
+
+using Nereo::Io::SaveResult;
+using ::testing::ElementsAre;
 
 /// While it lives, no file of this process can grow beyond a size.
 class FileSizeLimit {
@@ -43,6 +47,8 @@ private:
     rlimit before_;
     void (*signalHandler_)(int);
 };
+
+constexpr int cannotMount = 77; // an exit code
 
 /// Lets this process alone see an empty file system of that size in the folder. Root may do so, and others
 /// where the kernel gives them a name space of their own.
@@ -93,6 +99,32 @@ TEST_P(FullDisk, KeepsWhatThereIsRoomFor)
         expectPart(many, room);
 }
 
+TEST_P(FullDisk, LeavesTheOldFileWhereASaveIsWhole)
+{
+    const auto expectWhole = [this](const Nereo::Io::File& file, std::size_t room) {
+        const std::string content = kind.describe(file);
+        const SaveResult result = [&] {
+            const FileSizeLimit limit(room);
+            return file.saveWholeTo(path);
+        }();
+        const bool isRoom = room >= content.size();
+        EXPECT_EQ(result.status, isRoom ? SaveResult::Saved : SaveResult::DiskFull) << room;
+        EXPECT_TRUE(readBytes(path) == (isRoom ? content : "old")) << room;
+        if (result)
+            writeBytes(folder.freshPath(kind.fileName), "old");
+    };
+    folder.write(kind.fileName, "old");
+    const auto few = kind.makeExample(fewItems);
+    const std::size_t size = kind.describe(*few).size();
+    for (std::size_t room = 0; room <= size + 1; ++room)
+        expectWhole(*few, room);
+
+    const auto many = kind.makeExample(manyItems);
+    for (std::size_t room = 0; room <= kind.describe(*many).size() + 1000; room += 1000)
+        expectWhole(*many, room);
+    EXPECT_THAT(namesIn(folder.path()), ElementsAre(kind.fileName));
+}
+
 TEST_P(FullDisk, ShowsInTheResultOfXmlAlone)
 {
     if (struct stat device {}; ::stat("/dev/full", &device) != 0 || !S_ISCHR(device.st_mode))
@@ -107,10 +139,32 @@ TEST_P(FullDisk, ShowsInTheResultOfXmlAlone)
     }
 }
 
+TEST_P(FullDisk, LeavesTheOldFileOnASmallFileSystemToo)
+{
+    const int exitCode = exitCodeOf([this] {
+        if (!mountSmallFileSystem(folder.path(), std::to_string(4 * sysconf(_SC_PAGESIZE))))
+            return cannotMount;
+        folder.write(kind.fileName, "old");
+        for (int i = 0; i < 10; ++i) {
+            const SaveResult result = kind.makeExample(manyItems)->saveWholeTo(path);
+            EXPECT_EQ(result.status, SaveResult::DiskFull);
+            EXPECT_EQ(result.reason, "No space left on device");
+            EXPECT_EQ(readBytes(path), "old");
+            EXPECT_THAT(namesIn(folder.path()), ElementsAre(kind.fileName));
+        }
+        const auto few = kind.makeExample(0);
+        EXPECT_TRUE(few->saveWholeTo(path));
+        EXPECT_EQ(readBytes(path), kind.describe(*few));
+        return int(HasFailure());
+    });
+    if (exitCode == cannotMount)
+        GTEST_SKIP() << "this user may not mount a file system";
+    EXPECT_EQ(exitCode, 0);
+}
+
 TEST_P(FullDisk, IsAsSeenOnASmallFileSystem)
 {
     const std::size_t room = 2 * std::size_t(sysconf(_SC_PAGESIZE));
-    constexpr int cannotMount = 77;
     const int exitCode = exitCodeOf([this, room] {
         if (!mountSmallFileSystem(folder.path(), std::to_string(room)))
             return cannotMount;
@@ -134,12 +188,26 @@ TEST_P(FullDisk, IsAsSeenOnASmallFileSystem)
     EXPECT_EQ(exitCode, 0);
 }
 
-std::vector<FileKind> kindsThatAreWritten()
+TEST(FullDiskOfAnySystem, LeavesTheOldFile)
 {
-    std::vector<FileKind> kinds;
-    std::copy_if(std::begin(fileKinds), std::end(fileKinds), std::back_inserter(kinds),
-                 [](const FileKind& kind) { return kind.hasWriter; });
-    return kinds;
+    const TemporaryFolder folder;
+    const int exitCode = exitCodeOf([&folder] {
+        if (!mountSmallFileSystem(folder.path(), std::to_string(4 * sysconf(_SC_PAGESIZE))))
+            return cannotMount;
+        const std::string path = folder.write("file", "old");
+        {
+            const auto file = Nereo::Io::makeQtFileReplacement();
+            EXPECT_TRUE(file->open(QString::fromStdString(path), QIODevice::NotOpen));
+            file->device().write(QByteArray(1000000, 'x'));
+            EXPECT_EQ(file->flush().status, SaveResult::DiskFull);
+        }
+        EXPECT_EQ(readBytes(path), "old");
+        EXPECT_THAT(namesIn(folder.path()), ElementsAre("file"));
+        return int(::testing::Test::HasFailure());
+    });
+    if (exitCode == cannotMount)
+        GTEST_SKIP() << "this user may not mount a file system";
+    EXPECT_EQ(exitCode, 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(, FullDisk, ::testing::ValuesIn(kindsThatAreWritten()),

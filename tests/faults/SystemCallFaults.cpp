@@ -9,15 +9,17 @@
 #include <cstring>
 #include <limits>
 
+#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/syscall.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace Faults {
 namespace {
 
-constexpr int callCount = int(SystemCall::Close) + 1;
+constexpr int callCount = int(SystemCall::Any) + 1;
 constexpr int mostFiles = 1024;
 
 struct Call {
@@ -33,8 +35,10 @@ struct {
     char folder[PATH_MAX];
     bool isOpen[mostFiles]; // by descriptor, the files of the folder
     Call calls[callCount];
+    int failed[callCount];
     std::size_t transferLimit;
     long transferred;
+    bool refusesUnnamed;
 } files;
 
 bool isWatched(int descriptor)
@@ -47,9 +51,13 @@ bool isWatched(const char* path)
     return files.isActive && std::strncmp(path, files.folder, std::strlen(files.folder)) == 0;
 }
 
-bool fails(SystemCall kind)
+bool isWatched(int folder, const char* name)
 {
-    Call& call = files.calls[int(kind)];
+    return folder == AT_FDCWD ? isWatched(name) : isWatched(folder);
+}
+
+bool isDue(Call& call)
+{
     const bool isDue = call.error != 0 && call.count >= call.firstFailure && call.failuresLeft != 0;
     ++call.count;
     if (!isDue)
@@ -58,6 +66,29 @@ bool fails(SystemCall kind)
         --call.failuresLeft;
     errno = call.error;
     return true;
+}
+
+bool fails(SystemCall kind)
+{
+    const bool isDueByItself = isDue(files.calls[int(kind)]);
+    const bool fails = isDue(files.calls[int(SystemCall::Any)]) || isDueByItself;
+    files.failed[int(kind)] += fails;
+    return fails;
+}
+
+/// The function of the C library that has the name of one here.
+template <class Function>
+Function* below(const char* name)
+{
+    return reinterpret_cast<Function*>(dlsym(RTLD_NEXT, name));
+}
+
+/// A call that fails, or that of the C library.
+template <class Function, class... Arguments>
+auto call(bool isOurs, SystemCall kind, Function*, const char* name, Arguments... arguments)
+{
+    using Result = decltype(below<Function>(name)(arguments...));
+    return isOurs && fails(kind) ? Result(-1) : below<Function>(name)(arguments...);
 }
 
 /// A read or write, of no more than the limit.
@@ -73,15 +104,26 @@ ssize_t transfer(SystemCall kind, long number, int descriptor, Buffer* buffer, s
     return count;
 }
 
-int openFile(const char* path, int flags, mode_t mode)
+int openFile(int folder, const char* path, int flags, mode_t mode)
 {
-    const bool isOurs = isWatched(path);
+    const bool isOurs = isWatched(folder, path);
     if (isOurs && fails(SystemCall::Open))
         return -1;
-    const int descriptor = int(syscall(SYS_openat, AT_FDCWD, path, flags, mode));
+    if (isOurs && files.refusesUnnamed && (flags & O_TMPFILE) == O_TMPFILE) {
+        errno = EOPNOTSUPP;
+        return -1;
+    }
+    const int descriptor = int(syscall(SYS_openat, folder, path, flags, mode));
     if (descriptor >= 0 && descriptor < mostFiles)
         files.isOpen[descriptor] = isOurs;
     return descriptor;
+}
+
+/// The mode behind the flags of an open, where there is one.
+mode_t modeIn(std::va_list& arguments, int flags)
+{
+    const bool makesAFile = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+    return makesAFile ? va_arg(arguments, mode_t) : 0;
 }
 
 } // namespace
@@ -104,6 +146,11 @@ void FaultyFiles::fail(SystemCall call, int error, int first, int times)
     files.calls[int(call)] = {0, first, times, error};
 }
 
+void FaultyFiles::refuseUnnamedFiles()
+{
+    files.refusesUnnamed = true;
+}
+
 void FaultyFiles::limitTransfers(int bytes)
 {
     files.transferLimit = std::size_t(bytes);
@@ -112,6 +159,11 @@ void FaultyFiles::limitTransfers(int bytes)
 int FaultyFiles::count(SystemCall call) const
 {
     return files.calls[int(call)].count;
+}
+
+int FaultyFiles::failed(SystemCall call) const
+{
+    return files.failed[int(call)];
 }
 
 long FaultyFiles::transferred() const
@@ -123,7 +175,10 @@ long FaultyFiles::transferred() const
 
 using Faults::SystemCall;
 
-// The calls that Qt makes of the C library for a file.
+// The calls that Qt and the library make of the C library for a file.
+
+#define NEREO_CALL(isOurs, kind, function, ...)                                                              \
+    Faults::call(Faults::isWatched isOurs, SystemCall::kind, &(function), #function, __VA_ARGS__)
 
 extern "C" {
 
@@ -131,9 +186,18 @@ int open64(const char* path, int flags, ...)
 {
     std::va_list arguments;
     va_start(arguments, flags);
-    const mode_t mode = (flags & O_CREAT) != 0 ? va_arg(arguments, mode_t) : 0;
+    const mode_t mode = Faults::modeIn(arguments, flags);
     va_end(arguments);
-    return Faults::openFile(path, flags, mode);
+    return Faults::openFile(AT_FDCWD, path, flags, mode);
+}
+
+int openat64(int folder, const char* path, int flags, ...)
+{
+    std::va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = Faults::modeIn(arguments, flags);
+    va_end(arguments);
+    return Faults::openFile(folder, path, flags, mode);
 }
 
 int statx(int descriptor, const char* path, int flags, unsigned mask, struct statx* status) noexcept
@@ -141,6 +205,22 @@ int statx(int descriptor, const char* path, int flags, unsigned mask, struct sta
     if (Faults::isWatched(descriptor) && Faults::fails(SystemCall::Stat))
         return -1;
     return int(syscall(SYS_statx, descriptor, path, flags, mask, status));
+}
+
+int stat64(const char* path, struct stat64* status) noexcept
+{
+    return NEREO_CALL((path), Stat, stat64, path, status);
+}
+
+int fstat64(int descriptor, struct stat64* status) noexcept
+{
+    return NEREO_CALL((descriptor), Stat, fstat64, descriptor, status);
+}
+
+int access(const char* path, int type) noexcept
+{
+    const bool isOurs = Faults::files.isActive && std::strncmp(path, "/proc/self/fd/", 14) == 0;
+    return Faults::call(isOurs, SystemCall::Access, &access, "access", path, type);
 }
 
 ssize_t read(int descriptor, void* buffer, std::size_t size)
@@ -153,6 +233,13 @@ ssize_t write(int descriptor, const void* buffer, std::size_t size)
     return Faults::transfer(SystemCall::Write, SYS_write, descriptor, buffer, size);
 }
 
+int fsync(int descriptor)
+{
+    if (!Faults::isWatched(descriptor))
+        return int(syscall(SYS_fsync, descriptor));
+    return Faults::fails(SystemCall::Force) ? -1 : 0; // the files of a test needn't outlive it
+}
+
 int close(int descriptor)
 {
     const bool fails = Faults::isWatched(descriptor) && Faults::fails(SystemCall::Close);
@@ -162,6 +249,56 @@ int close(int descriptor)
         return result;
     errno = error;
     return -1;
+}
+
+ssize_t readlinkat(int folder, const char* name, char* link, std::size_t size) noexcept
+{
+    return NEREO_CALL((folder, name), ReadLink, readlinkat, folder, name, link, size);
+}
+
+int linkat(int oldFolder, const char* oldName, int folder, const char* name, int flags) noexcept
+{
+    return NEREO_CALL((folder, name), Link, linkat, oldFolder, oldName, folder, name, flags);
+}
+
+int renameat(int oldFolder, const char* oldName, int folder, const char* name) noexcept
+{
+    return NEREO_CALL((folder, name), Rename, renameat, oldFolder, oldName, folder, name);
+}
+
+int unlinkat(int folder, const char* name, int flags) noexcept
+{
+    return NEREO_CALL((folder, name), Remove, unlinkat, folder, name, flags);
+}
+
+int fchown(int descriptor, uid_t user, gid_t group) noexcept
+{
+    return NEREO_CALL((descriptor), ChangeOwner, fchown, descriptor, user, group);
+}
+
+int fchmod(int descriptor, mode_t mode) noexcept
+{
+    return NEREO_CALL((descriptor), ChangeMode, fchmod, descriptor, mode);
+}
+
+ssize_t flistxattr(int descriptor, char* names, std::size_t size) noexcept
+{
+    return NEREO_CALL((descriptor), Attribute, flistxattr, descriptor, names, size);
+}
+
+ssize_t fgetxattr(int descriptor, const char* name, void* value, std::size_t size) noexcept
+{
+    return NEREO_CALL((descriptor), Attribute, fgetxattr, descriptor, name, value, size);
+}
+
+int fsetxattr(int descriptor, const char* name, const void* value, std::size_t size, int flags) noexcept
+{
+    return NEREO_CALL((descriptor), Attribute, fsetxattr, descriptor, name, value, size, flags);
+}
+
+int fremovexattr(int descriptor, const char* name) noexcept
+{
+    return NEREO_CALL((descriptor), Attribute, fremovexattr, descriptor, name);
 }
 
 } // extern "C"

@@ -7,7 +7,23 @@
 
 namespace Faults {
 
-enum class SystemCall { Open, Stat, Read, Write, Close };
+enum class SystemCall {
+    Open,
+    Stat,
+    Access,
+    Read,
+    Write,
+    Force, ///< to the disk
+    Close,
+    ReadLink,
+    Link,
+    Rename,
+    Remove,
+    ChangeOwner,
+    ChangeMode,
+    Attribute, ///< an extended one: list, get, set or remove
+    Any        ///< all of them, counted together
+};
 
 /// While it lives, it stands between Qt and the files in a folder: it counts their system calls, and makes
 /// those fail that it is told to. One at a time, on one thread.
@@ -23,11 +39,15 @@ public:
     /// The calls from the given number on fail, counted from 0: so many of them, or all.
     void fail(SystemCall call, int error, int first, int times = always);
 
+    /// No file can be made that has no name, as on file systems that don't know them.
+    void refuseUnnamedFiles();
+
     /// No read or write takes more than so many bytes.
     void limitTransfers(int bytes);
 
     int count(SystemCall call) const;
-    long transferred() const; ///< bytes that were read or written
+    int failed(SystemCall call) const; ///< how many of them, since the object was made
+    long transferred() const;          ///< bytes that were read or written
 };
 
 } // namespace Faults
