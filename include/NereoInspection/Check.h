@@ -17,7 +17,7 @@ struct FindingCounts {
     qint64 warnings = 0;
     qint64 notes = 0;
 
-    FindingCounts& operator+=(const FindingCounts& other);
+    NEREOINSPECTION_EXPORT FindingCounts& operator+=(const FindingCounts& other);
 };
 
 /// A file and what is to be said of it, in the order of the file.
