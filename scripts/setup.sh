@@ -10,7 +10,9 @@ packages=(
     qtbase5-dev            # Qt 5 Core
     qttools5-dev           # CMake's functions for translations
     qttools5-dev-tools     # lrelease and lupdate
+    libcli11-dev           # options of the command
     libgtest-dev libgmock-dev
+    python3-jsonschema     # the tests of the command, with Python 3
     locales                # the source of the tests' locale with a comma
     pybind11-dev python3-dev python3-numpy # the Python package
     python3-pytest python3-hypothesis

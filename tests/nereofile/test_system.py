@@ -1,0 +1,167 @@
+"""The command and the system around it: pipes, terminals, full disks, signals, locales."""
+
+import os
+import pty
+import select
+import signal
+import struct
+import subprocess
+import termios
+import time
+import unittest
+import fcntl
+
+from support import PROGRAM, TIMEOUT, CommandTest, little_endian_results, start
+
+
+class OutputTest(CommandTest):
+    def test_a_full_standard_output_is_said(self):
+        self.sample("cavity.ctl")
+        for arguments in ("--help", "--version", "codes", "codes --json", "info cavity.ctl", "get cavity.ctl", "check cavity.ctl"):
+            with self.subTest(arguments=arguments), open("/dev/full", "wb") as full:
+                process = start(*arguments.split(), cwd=self.folder, stdout=full)
+                _, err = process.communicate(timeout=TIMEOUT)
+                self.assertEqual(err, b"nereofile: standard output: No space left on device\n")
+                self.assertEqual(process.returncode, 2)
+
+    def test_a_closed_pipe_ends_it_quietly(self):
+        for arguments in ("codes", "codes --json", "--help"):
+            with self.subTest(arguments=arguments):
+                read_end, write_end = os.pipe()
+                os.close(read_end)
+                process = start(*arguments.split(), stdout=write_end)
+                os.close(write_end)
+                _, err = process.communicate(timeout=TIMEOUT)
+                self.assertEqual((err, process.returncode), (b"", 2))
+
+    def test_a_closed_standard_output_is_said(self):
+        process = start("codes", stdout=None, preexec_fn=lambda: os.close(1))
+        _, err = process.communicate(timeout=TIMEOUT)
+        self.assertEqual(err, b"nereofile: standard output: Bad file descriptor\n")
+        self.assertEqual(process.returncode, 2)
+
+
+class InputTest(CommandTest):
+    def test_a_file_that_may_not_be_read(self):
+        if os.geteuid() == 0:
+            self.skipTest("root may read every file")
+        self.write("secret.cfg", "MaxIter 5").chmod(0)
+        self.expect_refused("info secret.cfg", "secret.cfg: Permission denied")
+        self.assertEqual(self.run_command("check", "secret.cfg").code, 2)
+
+    def test_pipes_are_read_to_their_end_and_leave_nothing(self):
+        os.mkfifo(self.folder / "pipe")
+        temporary = self.folder / "temporary"
+        temporary.mkdir()
+        for command in (["check", "pipe"], ["info", "pipe"], ["get", "pipe", "MaxIter"]):
+            process = start(*command, cwd=self.folder, env={**os.environ, "TMPDIR": str(temporary)})
+            (self.folder / "pipe").write_text("MaxIter 5")
+            out, err = process.communicate(timeout=TIMEOUT)
+            self.assertEqual((process.returncode, err), (0, b""), command)
+        self.assertEqual(out, b"5\n")
+        self.assertEqual(list(temporary.iterdir()), [])
+
+    def test_no_room_for_what_a_pipe_gives(self):
+        self.expect_refused(
+            "check -",
+            "-: can't be copied to a temporary file: No such file or directory",
+            input=b"MaxIter 5",
+            environment={"TMPDIR": str(self.folder / "nowhere")},
+        )
+
+
+class InterruptionTest(CommandTest):
+    def test_ctrl_c_ends_it_with_2_and_leaves_nothing(self):
+        temporary = self.folder / "temporary"
+        temporary.mkdir()
+        for signal_number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+            for command in ("check", "info", "get"):
+                process = start(
+                    command, "-", stdin=subprocess.PIPE, env={**os.environ, "TMPDIR": str(temporary)}
+                )
+                process.stdin.write(b"MaxIter 5\n")
+                process.stdin.flush()
+                time.sleep(0.1)
+                process.send_signal(signal_number)
+                self.assertEqual(process.wait(TIMEOUT), 2)
+                self.assertEqual(process.stdout.read() + process.stderr.read(), b"")
+                for stream in (process.stdin, process.stdout, process.stderr):
+                    stream.close()
+        self.assertEqual(list(temporary.iterdir()), [])
+
+
+class LocaleTest(CommandTest):
+    def test_nothing_depends_on_it(self):
+        self.write("a.res", little_endian_results({"kU": [0.5, -1234567.25]}, 2))
+        self.write("a.cfg", "StopTime 0.5")
+        for arguments in ("info a.res --stats", "info a.res --stats --json", "get a.cfg", "check nowhere", "codes"):
+            results = {
+                self.run_command(*arguments.split(), environment={"LC_ALL": locale, "LANGUAGE": "de"})
+                for locale in ("C", "C.UTF-8", "de_DE.UTF-8", "none")
+            }
+            self.assertEqual(len(results), 1, arguments)
+
+
+class Terminal:
+    """The command on a terminal of its own."""
+
+    def __init__(self, columns, *arguments, folder, environment):
+        self.main, side = pty.openpty()
+        fcntl.ioctl(side, termios.TIOCSWINSZ, struct.pack("4H", 24, columns, 0, 0))
+        self.process = subprocess.Popen(
+            [PROGRAM, *arguments],
+            cwd=folder,
+            stdin=side,
+            stdout=side,
+            stderr=side,
+            env={**os.environ, "TERM": "xterm", **environment},
+        )
+        os.close(side)
+
+    def output(self):
+        text = b""
+        while select.select([self.main], [], [], TIMEOUT)[0]:
+            try:
+                text += os.read(self.main, 65536)
+            except OSError:  # the end of a terminal
+                break
+        os.close(self.main)
+        self.process.wait(TIMEOUT)
+        return text.decode().replace("\r\n", "\n")
+
+
+class TerminalTest(CommandTest):
+    def on_terminal(self, columns, *arguments, **environment):
+        return Terminal(columns, *arguments, folder=self.folder, environment=environment).output()
+
+    def test_colours_are_for_terminals_alone(self):
+        self.write("broken.cfg", "MaxIter abc")
+        self.assertIn("broken.cfg:1:9: \033[1;31merror:\033[0m ", self.on_terminal(80, "check", "broken.cfg"))
+        self.assertNotIn("\033", self.on_terminal(80, "check", "broken.cfg", NO_COLOR="1"))
+        self.assertNotIn("\033", self.on_terminal(80, "check", "broken.cfg", TERM="dumb"))
+        self.assertIn("\033", self.on_terminal(80, "check", "broken.cfg", NO_COLOR=""))
+        self.assertNotIn("\033", self.run_command("check", "broken.cfg").out)
+
+    def test_forty_columns(self):
+        self.write(
+            "a.res",
+            little_endian_results({name: [0.123456789, -1e300] for name in ("kU", "kV", "kW", "kP", "kTotalP")}, 2),
+        )
+        for arguments in (
+            ["info", "a.res"],
+            ["info", "a.res", "--stats"],
+            ["--help"],
+            ["info", "--help"],
+            ["check", "--help"],
+            ["codes", "kT*"],
+        ):
+            lines = self.on_terminal(40, *arguments).splitlines()
+            self.assertEqual([line for line in lines if len(line) > 40 and "nereofile " not in line], [])
+
+    def test_no_progress_is_shown_of_what_is_quick(self):
+        self.sample("cavity.res")
+        self.assertNotIn("\r", self.on_terminal(80, "info", "cavity.res", "--stats"))
+
+
+if __name__ == "__main__":
+    unittest.main()
