@@ -2,6 +2,8 @@
 
 #include <NereoUtility/StringConversion.h>
 
+#include <QBuffer>
+
 #include <array>
 
 namespace Nereo::Inspection {
@@ -9,6 +11,12 @@ namespace Nereo::Inspection {
 namespace {
 
 constexpr std::size_t blockSize = 64 * 1024;
+
+QFileDevice::FileError errorOf(const QIODevice& device)
+{
+    const auto* const file = qobject_cast<const QFileDevice*>(&device);
+    return file == nullptr ? QFileDevice::NoError : file->error();
+}
 
 } // namespace
 
@@ -24,28 +32,46 @@ InputFile::InputFile(const std::string& path) : path_(path), name_(Util::toQStri
         size_ = file.size();
 }
 
+InputFile::InputFile(const std::string& path, const QByteArray& bytes)
+    : path_(path), size_(bytes.size()), isOpen_(true), bytes_(bytes)
+{
+}
+
 InputFile::~InputFile() = default;
 
 QString InputFile::readError() const
 {
-    const std::unique_ptr<QFile> device = openBytes();
+    const std::unique_ptr<QIODevice> device = openBytes();
     device->read(1);
-    return device->error() == QFileDevice::NoError ? QString() : device->errorString();
+    return errorOf(*device) == QFileDevice::NoError ? QString() : device->errorString();
 }
 
-std::unique_ptr<InputFile::Device> InputFile::open(QIODevice::OpenMode mode) const
+std::unique_ptr<QIODevice> InputFile::open(QIODevice::OpenMode mode) const
 {
-    auto device = std::make_unique<Device>();
-    device->setFileName(name_);
-    device->open(QIODevice::ReadOnly | mode);
-    return device;
+    return opened(std::make_unique<Io::FileEndingAtFailure>(), mode);
 }
 
-std::unique_ptr<QFile> InputFile::openBytes() const
+bool InputFile::hasFailed(const QIODevice& device)
 {
-    auto device = std::make_unique<QFile>(name_);
-    device->open(QIODevice::ReadOnly);
-    return device;
+    return errorOf(device) == QFileDevice::ReadError;
+}
+
+std::unique_ptr<QIODevice> InputFile::openBytes() const
+{
+    return opened(std::make_unique<QFile>(), QIODevice::NotOpen);
+}
+
+std::unique_ptr<QIODevice> InputFile::opened(std::unique_ptr<QFile> file, QIODevice::OpenMode mode) const
+{
+    if (bytes_) {
+        auto buffer = std::make_unique<QBuffer>();
+        buffer->setData(*bytes_);
+        buffer->open(QIODevice::ReadOnly | mode);
+        return buffer;
+    }
+    file->setFileName(name_);
+    file->open(QIODevice::ReadOnly | mode);
+    return file;
 }
 
 void InputFile::copy(QFile& pipe)

@@ -3,7 +3,8 @@
 #include <FileIO/FileAccess.h>
 #include <NereoInspection/Export.h>
 
-#include <QFile>
+#include <QByteArray>
+#include <QIODevice>
 #include <QTemporaryFile>
 
 #include <memory>
@@ -19,6 +20,8 @@ namespace Nereo::Inspection {
 class NEREOINSPECTION_EXPORT InputFile {
 public:
     explicit InputFile(const std::string& path);
+    /// What stands in a file of that name, or would stand there.
+    InputFile(const std::string& path, const QByteArray& bytes);
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
     ~InputFile();
@@ -32,19 +35,18 @@ public:
     const std::string& path() const { return path_; } ///< as it was given
     qint64 size() const { return size_; }
 
-    /// A device as that of a load: from the first read that fails on nothing is read.
-    class Device : public Io::FileEndingAtFailure {
-    public:
-        bool hasFailed() const { return error() == QFileDevice::ReadError; }
-    };
+    /// Opens the file for the stream of a load: from the first read that fails on nothing is read.
+    /// QIODevice::Text says what a load of texts says.
+    std::unique_ptr<QIODevice> open(QIODevice::OpenMode mode) const;
 
-    /// Opens the file for the stream of a load. QIODevice::Text says what a load of texts says.
-    std::unique_ptr<Device> open(QIODevice::OpenMode mode) const;
+    /// Whether a read of such a device has failed.
+    static bool hasFailed(const QIODevice& device);
 
     /// Opens the file for reading anywhere in it.
-    std::unique_ptr<QFile> openBytes() const;
+    std::unique_ptr<QIODevice> openBytes() const;
 
 private:
+    std::unique_ptr<QIODevice> opened(std::unique_ptr<QFile> file, QIODevice::OpenMode mode) const;
     void copy(QFile& pipe);
 
     std::string path_;
@@ -53,6 +55,7 @@ private:
     qint64 size_ = 0;
     bool isOpen_ = false;
     std::unique_ptr<QTemporaryFile> copy_;
+    std::optional<QByteArray> bytes_; ///< where they aren't read from a file
 };
 
 } // namespace Nereo::Inspection

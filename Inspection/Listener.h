@@ -40,6 +40,9 @@ public:
     /// A material or a property begins: the values that it has follow, with addresses below this one.
     virtual void element(const QString&) {}
 
+    /// Whether a value of a document has its offset in every encoding whose characters can be told apart.
+    virtual bool wantsEveryOffset() const { return false; }
+
     /// True if a finding of the rule would only be counted, which then is done: where there are many, a walk
     /// needn't find out their places and texts.
     virtual bool onlyCounts(Rule) { return false; }

@@ -51,7 +51,7 @@ int RecordStream::readBlock()
     }
     recordsLeft_ = 0;
     const qint64 end = recordsOffset_ + walk_.position();
-    hasFailed_ = device_->hasFailed() || end < device_->size(); // unless it has been cut meanwhile
+    hasFailed_ = InputFile::hasFailed(*device_) || end < device_->size(); // unless it has been cut meanwhile
 
     const auto whole = int(size / recordSize);
     const qint64 rest = size % recordSize;

@@ -37,7 +37,7 @@ public:
 
 private:
     const InputFile& file_;
-    std::unique_ptr<InputFile::Device> device_;
+    std::unique_ptr<QIODevice> device_;
     QDataStream in_;
     Io::ResultsFileWalk walk_;
     Io::NodeRecordTransposer transposer_;

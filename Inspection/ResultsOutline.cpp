@@ -191,7 +191,8 @@ private:
         const auto device = file_.open(QIODevice::NotOpen);
         start_ = device->read(Layout::fieldNamesOffset);
         size_ = std::max(file_.size(), qint64(start_.size()));
-        if (start_.size() < std::min(qint64(Layout::fieldNamesOffset), size_) || device->hasFailed())
+        if (start_.size() < std::min(qint64(Layout::fieldNamesOffset), size_)
+            || InputFile::hasFailed(*device))
             noteFailure(start_.size(), device->errorString());
         QDataStream in(start_);
         Io::ResultsFileWalk walk(in);
@@ -255,7 +256,7 @@ private:
             return true;
         });
         const qint64 end = Layout::fieldNamesOffset + walk.position();
-        if (walk.hasEnded() && (device->hasFailed() || end < size_))
+        if (walk.hasEnded() && (InputFile::hasFailed(*device) || end < size_))
             noteFailure(end, device->errorString());
     }
 

@@ -89,7 +89,7 @@ void ResultsRecords::pass()
         passOneByOne(*device);
 }
 
-void ResultsRecords::passInBlocks(InputFile::Device& device)
+void ResultsRecords::passInBlocks(QIODevice& device)
 {
     qint64 offset = header_.recordsOffset();
     device.seek(offset);
@@ -105,7 +105,7 @@ void ResultsRecords::passInBlocks(InputFile::Device& device)
         noteEnd(device, offset, offset + 1);
 }
 
-void ResultsRecords::passOneByOne(InputFile::Device& device)
+void ResultsRecords::passOneByOne(QIODevice& device)
 {
     const auto readAt = [this, &device](qint64 place, char* bytes, qint64 size) {
         const bool isRead = device.seek(place) && device.read(bytes, size) == size;
@@ -179,9 +179,9 @@ void ResultsRecords::takeValues(const char* record, qint64 size, int node, qint6
 }
 
 /// A short read is a failure where the file has the bytes that were wanted, or the device says so.
-void ResultsRecords::noteEnd(const InputFile::Device& device, qint64 place, qint64 wantedEnd)
+void ResultsRecords::noteEnd(const QIODevice& device, qint64 place, qint64 wantedEnd)
 {
-    if (!device.hasFailed() && wantedEnd > device.size())
+    if (!InputFile::hasFailed(device) && wantedEnd > device.size())
         return;
     failedAt_ = place;
     error_ = device.errorString();

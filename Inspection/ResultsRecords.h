@@ -37,14 +37,14 @@ public:
 
 private:
     void pass();
-    void passInBlocks(InputFile::Device& device);
-    void passOneByOne(InputFile::Device& device);
+    void passInBlocks(QIODevice& device);
+    void passOneByOne(QIODevice& device);
     void takeBlock(const char* block, qint64 size, qint64 offset);
     template <class ByteOrder>
     void takeRecords(const char* records, qint64 size, qint64 offset);
     template <class ByteOrder>
     void takeValues(const char* record, qint64 size, int node, qint64 offset);
-    void noteEnd(const InputFile::Device& device, qint64 place, qint64 wantedEnd);
+    void noteEnd(const QIODevice& device, qint64 place, qint64 wantedEnd);
 
     const InputFile& file_;
     const Io::ResultsFileHeader& header_;

@@ -47,7 +47,7 @@ void TextFile::reportCharactersBefore(qint64 index)
 void TextFile::reportEnd()
 {
     places_.reportFaults(listener_);
-    if (device_->hasFailed())
+    if (InputFile::hasFailed(*device_))
         listener_.finding({Rule::CannotRead, places_.place(nextIndex_), {}, device_->errorString()});
 }
 

@@ -44,7 +44,7 @@ public:
 
 private:
     Listener& listener_;
-    std::unique_ptr<InputFile::Device> device_;
+    std::unique_ptr<QIODevice> device_;
     QTextStream in_;
     TextPlaces places_;
     qint64 nextIndex_ = 0;

@@ -110,7 +110,7 @@ private:
     void report(const Fault& fault, Listener& listener);
     void passParts(qint64 index);
 
-    std::unique_ptr<QFile> device_;
+    std::unique_ptr<QIODevice> device_;
     Encoding encoding_;
     std::array<ushort, 256> singleBytes_ {}; ///< the characters that the bytes are, where each is one
     int markLength_ = 0;                     ///< of the byte-order mark

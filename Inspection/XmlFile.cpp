@@ -1,9 +1,10 @@
 #include "XmlFile.h"
 
+#include "FileEncoding.h"
+
 #include <FileIO/XmlTokens.h>
 
 #include <QCoreApplication>
-#include <QTextCodec>
 
 #include <algorithm>
 #include <iterator>
@@ -11,8 +12,6 @@
 namespace Nereo::Inspection {
 
 namespace {
-
-using Encoding = TextPlaces::Encoding;
 
 constexpr int longestNumber = 4096;
 
@@ -30,47 +29,16 @@ bool isNoNumber(const QStringRef& piece)
         && !std::all_of(piece.begin(), piece.begin() + longestNumber, isOfNumber);
 }
 
-/// Whether each byte is a character, and those of ASCII are what they are there.
-bool isSingleByte(const QTextCodec& codec)
-{
-    for (int byte = 0; byte < 256; ++byte) {
-        const char character = char(byte);
-        const QString text = codec.toUnicode(&character, 1);
-        if (text.size() != 1 || (byte < 0x80 && text[0] != QLatin1Char(character)))
-            return false;
-    }
-    return true;
-}
-
 /// The places of a document in the encoding that the reader takes it for; none if its characters can't be
 /// told apart by looking.
 std::unique_ptr<TextPlaces> placesOf(const InputFile& file, const QString& declared)
 {
-    struct Start {
-        QByteArray bytes;
-        Encoding encoding;
-    };
-    static const Start starts[] = {
-        {QByteArray("\0\0\xFE\xFF", 4), Encoding::Utf32            },
-        {QByteArray("\xFF\xFE\0\0", 4), Encoding::Utf32LittleEndian},
-        {QByteArray("\0\0\0<",      4), Encoding::Utf32            },
-        {QByteArray("<\0\0\0",      4), Encoding::Utf32LittleEndian},
-        {QByteArray("\xFE\xFF",     2), Encoding::Utf16            },
-        {QByteArray("\xFF\xFE",     2), Encoding::Utf16LittleEndian},
-        {QByteArray("\0<",          2), Encoding::Utf16            },
-        {QByteArray("<\0",          2), Encoding::Utf16LittleEndian},
-    };
-    const QByteArray bytes = file.openBytes()->read(4);
-    for (const Start& start : starts) {
-        if (bytes.startsWith(start.bytes))
-            return std::make_unique<TextPlaces>(file, start.encoding);
-    }
-    constexpr int utf8Mib = 106; // in the Internet's register of encodings
-    const QTextCodec* const codec =
-        declared.isEmpty() ? nullptr : QTextCodec::codecForName(declared.toLatin1());
-    if (codec == nullptr || codec->mibEnum() == utf8Mib)
-        return std::make_unique<TextPlaces>(file, Encoding::Utf8);
-    return isSingleByte(*codec) ? std::make_unique<TextPlaces>(file, *codec) : nullptr;
+    const FileEncoding encoding = FileEncoding::ofDocument(file, declared);
+    if (!encoding.isKnown())
+        return nullptr;
+    return encoding.kind() == TextPlaces::Encoding::SingleByte
+        ? std::make_unique<TextPlaces>(file, encoding.codec())
+        : std::make_unique<TextPlaces>(file, encoding.kind());
 }
 
 /// What the reader says of bytes that are no characters.
@@ -234,7 +202,7 @@ void XmlFile::reportEnd()
             places.reportFaults(listener_);
         return;
     }
-    if (device_->hasFailed())
+    if (InputFile::hasFailed(*device_))
         return listener_.finding({Rule::CannotReadXml, placeAt(end(), false), {}, device_->errorString()});
 
     QString words = xml_.errorString();
@@ -258,7 +226,8 @@ TextPlaces& XmlFile::places()
         hasExactPlaces_ = places_ != nullptr;
         if (!hasExactPlaces_)
             places_ = std::make_unique<TextPlaces>(file_); // of which nothing is asked
-        hasOffsets_ = hasExactPlaces_ && places_->encoding() == Encoding::Utf8;
+        hasOffsets_ = hasExactPlaces_
+            && (places_->encoding() == TextPlaces::Encoding::Utf8 || listener_.wantsEveryOffset());
     }
     return *places_;
 }

@@ -90,7 +90,7 @@ private:
 
     Listener& listener_;
     const InputFile& file_;
-    std::unique_ptr<InputFile::Device> device_;
+    std::unique_ptr<QIODevice> device_;
     QXmlStreamReader xml_;
     QString encodingName_; ///< in the declaration
     std::unique_ptr<TextPlaces> places_;
