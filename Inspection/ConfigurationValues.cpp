@@ -48,7 +48,9 @@ std::optional<Rule> ruleOf(Setting::Type type, QStringView text)
     }
 }
 
-const QStringList& knownKeys()
+} // namespace
+
+const QStringList& configurationKeys()
 {
     static const QStringList keys = [] {
         QStringList names;
@@ -59,7 +61,13 @@ const QStringList& knownKeys()
     return keys;
 }
 
-} // namespace
+std::optional<Item::Type> typeOfSetting(const QString& key)
+{
+    static const Io::Nereo2ConfigFile configuration;
+    const std::string name = Util::toStdString(key);
+    return configuration.contains(name) ? std::optional(itemTypeOf(configuration.setting(name).type()))
+                                        : std::nullopt;
+}
 
 bool ConfigurationValues::isKey(const QString& name) const
 {
@@ -81,7 +89,7 @@ bool ConfigurationValues::isRepeated(const QString& key)
 void ConfigurationValues::reportUnknown(Rule rule, const QString& name, const Place& place)
 {
     Discovery discovery {rule, place, addressPart(name), name};
-    discovery.knownNames = &knownKeys();
+    discovery.knownNames = &configurationKeys();
     listener_.finding(discovery);
 }
 

@@ -10,6 +10,11 @@
 
 namespace Nereo::Inspection {
 
+const QStringList& configurationKeys(); ///< ascending
+
+/// The type of a setting's values; none if there is no such setting.
+std::optional<Item::Type> typeOfSetting(const QString& key);
+
 /// What both forms of the configuration have in common: the settings, what a load makes of their texts, and
 /// what is to be said of them.
 class ConfigurationValues {

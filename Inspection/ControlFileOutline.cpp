@@ -1,3 +1,4 @@
+#include "ControlFileOutline.h"
 #include "ControlFileLines.h"
 #include "ControlFileMaterials.h"
 #include "SeenNames.h"
@@ -207,6 +208,14 @@ public:
                                               : std::size_t(FindingListener::mostOfACode)),
           unknownSections_(mostRepeated_), materials_(lines_, values_, mostRepeated_)
     {
+    }
+
+    static std::vector<ControlFileSection> sectionNames()
+    {
+        std::vector<ControlFileSection> names;
+        for (const Section& section : sections())
+            names.push_back({section.name, section.address});
+        return names;
     }
 
     void run()
@@ -719,6 +728,12 @@ ControlFileWalk::Sections ControlFileWalk::sections()
 }
 
 } // namespace
+
+const std::vector<ControlFileSection>& controlFileSections()
+{
+    static const std::vector<ControlFileSection> sections = ControlFileWalk::sectionNames();
+    return sections;
+}
 
 void walkControlFile(const InputFile& file, Listener& listener)
 {

@@ -1,10 +1,10 @@
+#include "MaterialDatabaseValues.h"
 #include "MaterialNames.h"
 #include "NumberFault.h"
 #include "VersionFault.h"
 #include "Walker.h"
 #include "XmlFile.h"
 
-#include <FileIO/MaterialDatabaseXml.h>
 #include <FileIO/NumberText.h>
 #include <NereoFileIO/CodeNameTable.h>
 #include <NereoFileIO/PropertyType.h>
@@ -24,53 +24,6 @@ namespace MaterialXml = Io::MaterialXml;
 using Clt::MaterialType;
 using Clt::PropertyType;
 using Clt::VariationType;
-
-/// An element that holds one value.
-struct ValueElement {
-    const char* name;
-    Item::Type type;
-};
-
-/// What is to be read into one table of such elements, by their numbers in it.
-enum MaterialValue { Name, Id, FirstReference };
-enum PropertyValue { Variation, Value, Variable };
-enum PointValue { X, Y };
-
-constexpr auto materialValues = [] {
-    std::array<ValueElement, FirstReference + std::size(Io::materialReferenceValues)> values {};
-    values[Name] = {MaterialXml::name, Item::Type::Text};
-    values[Id] = {MaterialXml::id, Item::Type::Integer};
-    for (std::size_t i = 0; i < std::size(Io::materialReferenceValues); ++i)
-        values[FirstReference + i] = {Io::materialReferenceValues[i].element, Item::Type::Number};
-    return values;
-}();
-
-constexpr std::array<ValueElement, 3> propertyValues {
-    {
-     {MaterialXml::variationType, Item::Type::Text},
-     {MaterialXml::value, Item::Type::Number},
-     {MaterialXml::independentVariable, Item::Type::Text},
-     }
-};
-
-constexpr std::array<ValueElement, 2> pointValues {
-    {
-     {MaterialXml::x, Item::Type::Number},
-     {MaterialXml::y, Item::Type::Number},
-     }
-};
-
-constexpr int noValue = -1;
-
-template <std::size_t size>
-int indexOf(const QStringRef& name, const std::array<ValueElement, size>& elements)
-{
-    for (std::size_t i = 0; i < size; ++i) {
-        if (name == QLatin1String(elements[i].name))
-            return int(i);
-    }
-    return noValue;
-}
 
 /// The elements that may stand in an element: those of a table, and another one.
 template <std::size_t size>

@@ -46,6 +46,7 @@ CONTROL_CHECKS = ["inspection/ControlFileCheckTest", "inspection/CaseCheckTest",
 GEOMETRY_CHECKS = ["inspection/GeometryBoundaryInspectionTest", "inspection/FindingsPageTest"]
 MATERIAL_CHECKS = ["inspection/MaterialDatabaseInspectionTest", "inspection/FindingsPageTest"]
 RESULTS_CHECKS = ["inspection/ResultsCheckTest", "inspection/FindingsPageTest", "inspection/ResultsAgreementTest"]
+EDIT_TESTS = ["inspection/EditTest", "inspection/RandomEditTest"]
 RESULTS_TESTS = ["ResultsFileReaderTest", "ResultsFileTest", "FileTest"]
 
 # The readers, the writers, what they share and the values, each with its test programs, its own first.
@@ -108,6 +109,13 @@ TESTS = {
     "Inspection/ControlFileMaterials.cpp": CONTROL_CHECKS,
     "Inspection/ControlFileOutline.cpp": CONTROL_CHECKS,
     "Inspection/ControlFileValues.cpp": CONTROL_CHECKS,
+    "Inspection/ConfigurationTextEdit.cpp": EDIT_TESTS,
+    "Inspection/ConfigurationXmlEdit.cpp": EDIT_TESTS,
+    "Inspection/ControlFileEdit.cpp": EDIT_TESTS,
+    "Inspection/EditStep.cpp": EDIT_TESTS,
+    "Inspection/EditedFile.cpp": EDIT_TESTS,
+    "Inspection/FileEdit.cpp": EDIT_TESTS,
+    "Inspection/FileEncoding.cpp": [*EDIT_TESTS, *INSPECTION_TESTS],
     "Inspection/FileKind.cpp": ["inspection/FileKindTest"],
     "Inspection/Finding.cpp": ["inspection/CheckTest"],
     "Inspection/GeometryBoundaryOutline.cpp": GEOMETRY_CHECKS,
@@ -116,16 +124,21 @@ TESTS = {
     "Inspection/Listener.cpp": INSPECTION_TESTS,
     "Inspection/MaterialDatabaseOutline.cpp": MATERIAL_CHECKS,
     "Inspection/MaterialNames.cpp": MATERIAL_CHECKS,
+    "Inspection/KindEditor.cpp": EDIT_TESTS,
+    "Inspection/MaterialDatabaseEdit.cpp": EDIT_TESTS,
     "Inspection/NearestName.cpp": ["inspection/RulesTest", *INSPECTION_TESTS],
+    "Inspection/NewTexts.cpp": EDIT_TESTS,
     "Inspection/NumberFault.cpp": ["inspection/RulesTest", *INSPECTION_TESTS],
     "Inspection/Outline.cpp": ["inspection/CheckTest"],
     "Inspection/ResultsOutline.cpp": RESULTS_CHECKS,
     "Inspection/ResultsRecords.cpp": RESULTS_CHECKS,
     "Inspection/SeenNames.cpp": ["inspection/SeenNamesTest"],
     "Inspection/TextFile.cpp": ["inspection/TextPlacesTest", "inspection/InspectionFaultTest", *INSPECTION_TESTS],
+    "Inspection/TextLines.cpp": EDIT_TESTS,
     "Inspection/TextPlaces.cpp": ["inspection/TextPlacesTest", *INSPECTION_TESTS],
     "Inspection/VersionFault.cpp": INSPECTION_TESTS,
     "Inspection/Walker.cpp": ["inspection/CheckTest", "inspection/FindingsPageTest"],
+    "Inspection/XmlMarkup.cpp": EDIT_TESTS,
     "Inspection/XmlFile.cpp": ["inspection/InspectionFaultTest", *INSPECTION_TESTS],
 }
 

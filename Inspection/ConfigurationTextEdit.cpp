@@ -1,0 +1,78 @@
+#include "ConfigurationValues.h"
+#include "KindEditor.h"
+#include "NewTexts.h"
+#include "TextLines.h"
+
+namespace Nereo::Inspection {
+
+namespace {
+
+NewText newTextOfType(Item::Type type, const QString& given)
+{
+    if (type == Item::Type::Text && given != given.simplified())
+        refuseText(given,
+                   QStringLiteral("has white space at an end, two blanks in a row, or white space other than "
+                                  "blanks, which a load doesn't keep"));
+    return newText(FileKind::ConfigurationText, type, given);
+}
+
+class ConfigurationTextEditor : public KindEditor {
+public:
+    explicit ConfigurationTextEditor(const EditedFile& file) : lines_(file) {}
+
+    NewText newTextOf(const Item& item, const QString& given) const override
+    {
+        return newTextOfType(item.type, given);
+    }
+
+    Replacements replace(const Item& item, const NewText& text) const override
+    {
+        return {lines_.word(item, text, true)};
+    }
+
+    /// At the end, whatever the order before is.
+    Addition add(const QString& key, const QString& given) const override
+    {
+        const std::optional<Item::Type> type = typeOfSetting(key);
+        if (!type)
+            refuseUnknown(key, configurationKeys());
+        const NewText text = newTextOfType(*type, given);
+        const int last = lines_.lastFilled(0, lines_.count());
+        const QString line = text.text.isEmpty() ? key : key + QLatin1Char(' ') + text.text;
+        return {{lines_.linesBehind(last, {line}, last)}, {{key, text}}};
+    }
+
+    /// White space behind the last line would make a load throw, so that what stands before a line that was
+    /// the last one goes with it.
+    Removal remove(const Item& item) const override
+    {
+        Replacements replacements;
+        int lastKept = -1;
+        int lastGone = -1;
+        for (int i = 0; i < lines_.count(); ++i) {
+            if (lines_.firstWord(i) == item.address) {
+                replacements.push_back(lines_.without(i));
+                lastGone = i;
+            } else if (!lines_.isBlank(i)) {
+                lastKept = i;
+            }
+        }
+        for (int i = lastKept + 1; i < lastGone; ++i) {
+            if (lines_.isBlank(i))
+                replacements.push_back(lines_.without(i));
+        }
+        return {replacements, {item.address}};
+    }
+
+private:
+    TextLines lines_;
+};
+
+} // namespace
+
+std::unique_ptr<KindEditor> configurationTextEditor(const EditedFile& file)
+{
+    return std::make_unique<ConfigurationTextEditor>(file);
+}
+
+} // namespace Nereo::Inspection

@@ -1,0 +1,189 @@
+#include "Edited.h"
+
+#include <QTextCodec>
+
+#include <gtest/gtest.h>
+
+namespace Nereo::Inspection {
+namespace {
+
+constexpr FileKind xml = FileKind::ConfigurationXml;
+
+std::string document(const std::string& content)
+{
+    return "<?xml version=\"1.0\"?>\n<Nereo2Config Version=\"2024.0.0.0\">\n" + content + "</Nereo2Config>\n";
+}
+
+void expectSet(const char* before, const char* address, const char* value, const char* after)
+{
+    expectEdited(xml, document(before), setTo(address, value), document(after));
+}
+
+TEST(ConfigurationXmlEditTest, ChangesTheBytesOfTheValueOnly)
+{
+    expectSet("<MaxIter>5</MaxIter>\n", "MaxIter", "500", "<MaxIter>500</MaxIter>\n");
+    expectSet("<!-- a --><MaxIter a='1'> 5\t</MaxIter ><Other/>\n", "MaxIter", "7",
+              "<!-- a --><MaxIter a='1'> 7\t</MaxIter ><Other/>\n");
+    expectSet("<MaxIter><!-- a -->5<!-- b --></MaxIter>\n", "MaxIter", "7",
+              "<MaxIter><!-- a -->7<!-- b --></MaxIter>\n");
+    expectSet("<MaxIter>1<!-- a -->5<?b?> </MaxIter>\n", "MaxIter", "7",
+              "<MaxIter>7<!-- a --><?b?> </MaxIter>\n");
+    expectSet("<MaxIter><![CDATA[5]]></MaxIter>\n", "MaxIter", "7", "<MaxIter>7</MaxIter>\n");
+    expectSet("<MaxIter>&#53;</MaxIter>\n", "MaxIter", "7", "<MaxIter>7</MaxIter>\n");
+    expectSet("<MaxIter></MaxIter>\n", "MaxIter", "7", "<MaxIter>7</MaxIter>\n");
+    expectSet("<MaxIter/>\n", "MaxIter", "7", "<MaxIter>7</MaxIter>\n");
+    expectSet("<MaxIter a='/' />\n", "MaxIter", "7", "<MaxIter a='/' >7</MaxIter>\n");
+    expectSet("<MaxIter>abc</MaxIter>\n", "MaxIter", "7", "<MaxIter>7</MaxIter>\n");
+    expectSet("<MaxIter>1</MaxIter><MaxIter>2</MaxIter>\n", "MaxIter", "7",
+              "<MaxIter>1</MaxIter><MaxIter>7</MaxIter>\n"); // the last counts
+    expectSet("<StopTime>1</StopTime>\n", "StopTime", "1.50", "<StopTime>1.50</StopTime>\n");
+    expectSet("<JobPrefix>a</JobPrefix>\n", "JobPrefix", " b  c ", "<JobPrefix> b  c </JobPrefix>\n");
+    expectSet("<JobPrefix>a</JobPrefix>\n", "JobPrefix", "<&>\"'",
+              "<JobPrefix>&lt;&amp;&gt;&quot;'</JobPrefix>\n");
+    expectSet("<JobPrefix> a<!-- b -->c</JobPrefix>\n", "JobPrefix", "d",
+              "<JobPrefix>d<!-- b --></JobPrefix>\n");
+    expectSet("<JobPrefix>a<![CDATA[<b>]]>c</JobPrefix>\n", "JobPrefix", "d", "<JobPrefix>d</JobPrefix>\n");
+    expectSet("<JobPrefix>a</JobPrefix>\n", "JobPrefix", "", "<JobPrefix></JobPrefix>\n");
+    expectSet("<JobPrefix>a</JobPrefix>\n", "JobPrefix", "\xC3\xA4", "<JobPrefix>\xC3\xA4</JobPrefix>\n");
+    expectSet("<JobPrefix>a</JobPrefix>\n", "JobPrefix", "a\rb", "<JobPrefix>a&#13;b</JobPrefix>\n");
+}
+
+TEST(ConfigurationXmlEditTest, ChangesTheVersionBetweenItsQuotes)
+{
+    EXPECT_EQ(edited(xml, "<Nereo2Config a=\"1\" Version = '2024.0.0.0'/>", setTo("version", "2025.1.0.0")),
+              "<Nereo2Config a=\"1\" Version = '2025.1.0.0'/>");
+    EXPECT_EQ(edited(xml, document(""), setTo("version", "2025.1")), "refused: NotAVersion");
+    EXPECT_EQ(edited(xml, document(""), removed("version")), "refused: NotRemovable");
+    EXPECT_EQ(edited(xml, "<Nereo2Config/>", setTo("version", "2025.1.0.0")), "refused: NotThere");
+}
+
+TEST(ConfigurationXmlEditTest, AddsASettingInTheOrderOfAWriter)
+{
+    const std::vector<Edit> edits = setTo("MaxIter", "5");
+    expectEdited(xml, document("  <Height>1</Height>\n  <Width>2</Width>\n"), edits,
+                 document("  <Height>1</Height>\n  <MaxIter>5</MaxIter>\n  <Width>2</Width>\n"));
+    expectEdited(xml, document("\t<Height>1</Height> <!-- of it -->\n\t<!-- next -->\n\t<Width>2</Width>\n"),
+                 edits,
+                 document("\t<Height>1</Height> <!-- of it -->\n\t<MaxIter>5</MaxIter>\n\t<!-- next "
+                          "-->\n\t<Width>2</Width>\n"));
+    expectEdited(xml, document("  <Width>2</Width>\n"), edits,
+                 document("  <MaxIter>5</MaxIter>\n  <Width>2</Width>\n"));
+    expectEdited(xml, document("  <Height>1</Height>\n"), edits,
+                 document("  <Height>1</Height>\n  <MaxIter>5</MaxIter>\n"));
+    expectEdited(xml, document(""), edits, document("    <MaxIter>5</MaxIter>\n"));
+    expectEdited(xml, document("<Height>1</Height><Width>2</Width>\n"), edits,
+                 document("<Height>1</Height><MaxIter>5</MaxIter><Width>2</Width>\n"));
+    expectEdited(xml, document("  <Zone>1</Zone>\n"), edits,
+                 document("  <MaxIter>5</MaxIter>\n  <Zone>1</Zone>\n"));
+
+    EXPECT_EQ(edited(xml, "<Nereo2Config/>", edits), "<Nereo2Config><MaxIter>5</MaxIter></Nereo2Config>");
+    EXPECT_EQ(edited(xml, "<?xml version='1.0'?>\r\n<a:Nereo2Config xmlns:a='b' />\r\n", edits),
+              "<?xml version='1.0'?>\r\n<a:Nereo2Config xmlns:a='b'>\r\n    <MaxIter>5</MaxIter>\r\n"
+              "</a:Nereo2Config>\r\n");
+    EXPECT_EQ(edited(xml, "<a>\n  <Nereo2Config></Nereo2Config>\n</a>", edits),
+              "<a>\n  <Nereo2Config>\n      <MaxIter>5</MaxIter>\n  </Nereo2Config>\n</a>");
+    EXPECT_EQ(edited(xml, "<a><Nereo2Config/><Nereo2Config/></a>", edits), "refused: Doubtful");
+    EXPECT_EQ(edited(xml, "<a/>", edits), "refused: Doubtful");
+}
+
+TEST(ConfigurationXmlEditTest, RemovesASettingWithItsLine)
+{
+    const struct {
+        const char* before;
+        const char* after;
+    } cases[] = {
+        {"  <Height>1</Height>\n  <MaxIter>5</MaxIter>  \n  <Width>2</Width>\n",
+         "  <Height>1</Height>\n  <Width>2</Width>\n"                                                  },
+        {"  <MaxIter>\n  5\n  </MaxIter>\n",                                     ""                    },
+        {"  <MaxIter>5</MaxIter> <!-- it -->\n",                                 "   <!-- it -->\n"    },
+        {"<Height>1</Height><MaxIter>5</MaxIter>\n",                             "<Height>1</Height>\n"},
+        {"<MaxIter>5</MaxIter>\n<Width>2</Width>\n<MaxIter/>\n",                 "<Width>2</Width>\n"  },
+    };
+    for (const auto& [before, after] : cases)
+        expectEdited(xml, document(before), removed("MaxIter"), document(after));
+}
+
+TEST(ConfigurationXmlEditTest, RefusesWhatCannotBe)
+{
+    const std::string file = document("<MaxIter>5</MaxIter><Width><b/></Width><JobPrefix>a</JobPrefix>\n");
+    const struct {
+        const char* address;
+        QString value;
+        const char* result;
+    } cases[] = {
+        {"MaxIter",   "5.5",                  "refused: NotAnInteger"  },
+        {"MaxIter",   "-2147483649",          "refused: OutOfRange"    },
+        {"JobPrefix", QString(QChar(1)),      "refused: CannotCarry"   },
+        {"JobPrefix", QString(QChar(0)),      "refused: CannotCarry"   },
+        {"JobPrefix", QString(QChar(0xFFFE)), "refused: CannotCarry"   },
+        {"JobPrefix", QString(QChar(0xD800)), "refused: CannotCarry"   },
+        {"JobPrefix", QString(QChar(0xFEFF)), "refused: CannotCarry"   },
+        {"Width",     "5",                    "refused: Doubtful"      }, // an element is in it
+        {"Maxiter",   "5",                    "refused: UnknownAddress"},
+    };
+    for (const auto& [address, value, result] : cases)
+        EXPECT_EQ(edited(xml, file, setTo(address, value)), result) << address;
+}
+
+TEST(ConfigurationXmlEditTest, KnowsWhatComesOutOfEntities)
+{
+    const std::string type = "<!DOCTYPE a [<!ENTITY n '7'> <!ENTITY e '<Width>5</Width>'>]>\n";
+    EXPECT_EQ(edited(xml, type + document("<MaxIter>&n;</MaxIter>\n").substr(22), setTo("MaxIter", "8")),
+              type + document("<MaxIter>8</MaxIter>\n").substr(22));
+    EXPECT_EQ(edited(xml, type + "<Nereo2Config>&e;</Nereo2Config>", setTo("Width", "8")),
+              "refused: Doubtful");
+    EXPECT_EQ(edited(xml, type + "<Nereo2Config>&e;</Nereo2Config>", removed("Width")), "refused: Doubtful");
+    EXPECT_EQ(
+        edited(xml, type + "<Nereo2Config>&e;<MaxIter>1</MaxIter></Nereo2Config>", setTo("MaxIter", "8")),
+        type + "<Nereo2Config>&e;<MaxIter>8</MaxIter></Nereo2Config>");
+}
+
+TEST(ConfigurationXmlEditTest, EditsWhatStandsBeforeAnErrorOfTheDocument)
+{
+    EXPECT_EQ(edited(xml, "<Nereo2Config><Width>1</Width><Height>", setTo("Width", "2")),
+              "<Nereo2Config><Width>2</Width><Height>");
+    EXPECT_EQ(edited(xml, "<Nereo2Config><Width>1</Width>", setTo("MaxIter", "2")), "refused: Doubtful");
+    EXPECT_EQ(edited(xml, "<Nereo2Config><Height>1</Height><MaxIter>2", removed("MaxIter")),
+              "refused: Doubtful");
+}
+
+TEST(ConfigurationXmlEditTest, KeepsTheEncoding)
+{
+    const struct {
+        const char* codec;
+        const char* declared;
+        const char* written; ///< for a text in German, Polish and Czech
+    } cases[] = {
+        {"UTF-16LE",   "UTF-16",     "\xC3\xA4\xC5\x82&#269;"  }, // a load would lose a byte of the last one
+        {"UTF-16BE",   "UTF-16",     "\xC3\xA4\xC5\x82&#269;"  },
+        {"ISO-8859-1", "ISO-8859-1", "\xC3\xA4&#322;&#269;"    },
+        {"ISO-8859-2", "ISO-8859-2", "\xC3\xA4\xC5\x82\xC4\x8D"},
+    };
+    for (const auto& [codec, declared, written] : cases) {
+        const auto encoded = [codec = codec](const QString& text) {
+            QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+            const bool hasMark = QByteArray(codec).startsWith("UTF-16");
+            const QString whole = hasMark ? QChar(QChar::ByteOrderMark) + text : text;
+            return QTextCodec::codecForName(codec)
+                ->fromUnicode(whole.data(), whole.size(), &state)
+                .toStdString();
+        };
+        const QString start = QStringLiteral("<?xml version='1.0' encoding='%1'?>\n<Nereo2Config>\n")
+                                  .arg(QLatin1String(declared));
+        const QString end = QString::fromUtf8("<!-- \xC3\xA4 --></Nereo2Config>\n");
+        const QString german = QString::fromUtf8("\xC3\xA4\xC5\x82\xC4\x8D");
+        EXPECT_EQ(
+            edited(xml, encoded(start + "<JobPrefix>a</JobPrefix>\n" + end), setTo("JobPrefix", german)),
+            encoded(start + "<JobPrefix>" + QString::fromUtf8(written) + "</JobPrefix>\n" + end))
+            << codec;
+        EXPECT_EQ(edited(xml, encoded(start + " <Width>1</Width>\n" + end), setTo("Height", "2")),
+                  encoded(start + " <Height>2</Height>\n <Width>1</Width>\n" + end))
+            << codec;
+        EXPECT_EQ(edited(xml, encoded(start + " <Width>1</Width>\n" + end), removed("Width")),
+                  encoded(start + end))
+            << codec;
+    }
+}
+
+} // namespace
+} // namespace Nereo::Inspection

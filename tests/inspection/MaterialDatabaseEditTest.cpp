@@ -1,0 +1,135 @@
+#include "Edited.h"
+
+#include <gtest/gtest.h>
+
+namespace Nereo::Inspection {
+namespace {
+
+constexpr FileKind materials = FileKind::Materials;
+
+std::string database(const std::string& content)
+{
+    return "<material_database version=\"2024.0.0.0\">\n" + content + "</material_database>\n";
+}
+
+std::string water(const std::string& content)
+{
+    return " <material type=\"fluid\">\n  <name>Water</name>\n" + content + " </material>\n";
+}
+
+TEST(MaterialDatabaseEditTest, ChangesTheBytesOfTheValueOnly)
+{
+    const auto expectSet = [](const std::string& before, const char* address, const char* value,
+                              const std::string& after) {
+        expectEdited(materials, database(before), setTo(address, value), database(after));
+    };
+    const std::string steam = " <material type=\"fluid\"><name>Steam</name><id>3</id></material>\n";
+    expectSet(water("  <id> 1 </id><!-- a -->\n") + steam, "Water/id", "2",
+              water("  <id> 2 </id><!-- a -->\n") + steam);
+    expectSet(water("  <id>1</id><id>2</id>\n"), "Water/id", "4", water("  <id>1</id><id>4</id>\n"));
+    expectSet(water("") + water("<id>1</id>"), "Water#2/id", "2", water("") + water("<id>2</id>"));
+
+    const std::string constant =
+        "<property type=\"density\"><variation_type>constant</variation_type><value>";
+    expectSet(water(constant + "1</value></property>"), "Water/density/value", "0.50",
+              water(constant + "0.50</value></property>"));
+    const std::string curve = "<property type=\"density\"><variation_type>piecewise_linear</variation_type>"
+                              "<independent_variable>kT</independent_variable>"
+                              "<point><x>1</x><y>2</y></point><point><x>";
+    expectSet(water(curve + "3</x><y>4</y></point></property>"), "Water/density/points/2/x", "5",
+              water(curve + "5</x><y>4</y></point></property>"));
+}
+
+TEST(MaterialDatabaseEditTest, GivesAMaterialAnotherName)
+{
+    const std::string ice = " <material type=\"fluid\"><name>Ice</name><id>5</id></material>\n";
+    const std::vector<Edit> edits {
+        {"Water/name", QString("Ice")},
+        {"Ice/id",     QString("2")  }
+    };
+    EXPECT_EQ(edited(materials, database(water("<id>1</id>")), edits),
+              database(" <material type=\"fluid\">\n  <name>Ice</name>\n<id>2</id> </material>\n"));
+    EXPECT_EQ(edited(materials, database(water("<id>1</id>") + ice), edits), "refused: NewFinding");
+    EXPECT_EQ(edited(materials, database(water("") + water("")), setTo("Water#2/name", "a/b")),
+              database(water("") + " <material type=\"fluid\">\n  <name>a/b</name>\n </material>\n"));
+}
+
+TEST(MaterialDatabaseEditTest, AddsElementsInTheOrderOfAWriter)
+{
+    expectEdited(materials, database(water("  <vapor_pressure>1</vapor_pressure>\n")),
+                 {
+                     {"Water/id",                    QString("1")},
+                     {"Water/ref_temperature",       QString("2")},
+                     {"Water/diffusion_coefficient", QString("3")},
+    },
+                 database(water("  <id>1</id>\n  <ref_temperature>2</ref_temperature>\n"
+                                "  <vapor_pressure>1</vapor_pressure>\n"
+                                "  <diffusion_coefficient>3</diffusion_coefficient>\n")));
+    expectEdited(
+        materials, database(water("  <property type=\"density\">\n   <value>1</value>\n  </property>\n")),
+        setTo("Water/density/variation_type", "constant"),
+        database(water("  <property type=\"density\">\n   <variation_type>constant</variation_type>\n"
+                       "   <value>1</value>\n  </property>\n")));
+    expectEdited(materials, database(" <material type=\"fluid\"/>\n"), setTo("#1/name", "Ice"),
+                 database(" <material type=\"fluid\">\n     <name>Ice</name>\n </material>\n"));
+    const std::string curve = "<property type=\"density\"><variation_type>piecewise_linear</variation_type>"
+                              "<independent_variable>kT</independent_variable><point>";
+    EXPECT_EQ(edited(materials, database(water(curve + "<x>1</x></point></property>")),
+                     setTo("Water/density/points/1/y", "4")),
+              database(water(curve + "<x>1</x><y>4</y></point></property>")));
+}
+
+TEST(MaterialDatabaseEditTest, RefusesWhatCannotBe)
+{
+    const std::string file = database(
+        water("<id>1</id><property type=\"density\"><variation_type>constant</variation_type><value>1</value>"
+              "</property><property type=\"viscosity\"><variation_type>constant</variation_type>"
+              "<value>1</value></property>")
+        + " <material type=\"solid\"><name>Steel</name><id>2</id></material>\n");
+    const struct {
+        const char* address;
+        const char* value;
+        const char* result;
+    } cases[] = {
+        {"Water/id",                           "x",                "refused: NotAnInteger"  },
+        {"Water/id",                           "2",                "refused: NewFinding"    }, // Steel's
+        {"Water/density/value",                "x",                "refused: NotANumber"    },
+        {"Water/density/variation_type",       "piecewise_linear", "refused: NewFinding"    },
+        {"Water/density/variation_type",       "unheard of",       "refused: NewFinding"    },
+        {"Water/density/independent_variable", "kT",               "refused: NewFinding"    }, // not used
+        {"Water/density/points/1/x",           "1",                "refused: NotThere"      },
+        {"Water/specific_heat/value",          "1",                "refused: NotThere"      },
+        {"Water/density/colour",               "1",                "refused: UnknownAddress"},
+        {"Water/colour",                       "1",                "refused: UnknownAddress"},
+        {"Water/type",                         "unheard of",       "refused: NewFinding"    },
+        {"Steel/vapor_pressure",               "1",                "refused: NewFinding"    }, // a solid has none
+        {"Ice/id",                             "1",                "refused: NotThere"      },
+        {"version",                            "1",                "refused: NotAVersion"   },
+    };
+    for (const auto& [address, value, result] : cases)
+        EXPECT_EQ(edited(materials, file, setTo(address, value)), result) << address << ' ' << value;
+    EXPECT_EQ(edited(materials, file, removed("Water/id")), "refused: NotRemovable");
+    EXPECT_EQ(edited(materials, file, removed("Ice/id")), "refused: NotThere");
+}
+
+TEST(MaterialDatabaseEditTest, SetsOfPropertiesOfOneTypeTheLast)
+{
+    EXPECT_EQ(edited(materials,
+                     database(water("<property type=\"density\"><value>1</value></property>"
+                                    "<property type=\"density\"><value>2</value></property>")),
+                     setTo("Water/density/value", "3")),
+              database(water("<property type=\"density\"><value>1</value></property>"
+                             "<property type=\"density\"><value>3</value></property>")));
+}
+
+TEST(MaterialDatabaseEditTest, RefusesAValueThatAnotherPropertyMayOverride)
+{
+    EXPECT_EQ(edited(materials,
+                     database(water("<property type=\"conductivity\"><value>1</value></property>"
+                                    "<property type=\"x_conductivity\"><value>2</value></property>")),
+                     setTo("Water/conductivity/value", "3")),
+              "refused: Doubtful");
+}
+
+} // namespace
+} // namespace Nereo::Inspection
