@@ -22,6 +22,6 @@ for worker in $(seq "$workers"); do
     mkdir -p "$copy"
     rm -rf "$copy"/{FileIO,Inspection,Utility,include}
     cp -r CMakeLists.txt cmake translations FileIO Inspection Utility include "$copy" # with a new time, which builds them anew
-    configure -S "$copy" -B "$copy/build" -DNEREO_BUILD_TESTS=OFF -DNEREO_BUILD_EXAMPLES=OFF
+    configure -S "$copy" -B "$copy/build" -DNEREO_BUILD_{TESTS,EXAMPLES,PYTHON,COMMAND}=OFF
 done
 python3 -B scripts/mutants.py "$workers" "$count" "$seed" "${@:3}"
