@@ -100,6 +100,11 @@ Descriptor openAt(int folder, const QByteArray& name, int flags, mode_t mode = 0
         uninterrupted([&] { return ::openat(folder, name.constData(), flags | O_CLOEXEC, mode); }));
 }
 
+bool force(const Descriptor& file)
+{
+    return uninterrupted([&file] { return ::fsync(file.number()); }) == 0;
+}
+
 bool link(const QByteArray& file, int folder, const QByteArray& name)
 {
     return ::linkat(AT_FDCWD, file.constData(), folder, name.constData(), AT_SYMLINK_FOLLOW) == 0;
@@ -199,8 +204,8 @@ public:
 
     SaveResult replace() override
     {
-        if (takeAfterOld() && forceNew() && giveName() && closeNew() && takePlaceOfOld())
-            forceFolder();
+        if (takeAfterOld() && forceNew() && (hasName_ ? closeNew() : giveName()) && takePlaceOfOld())
+            forcePlace();
         return result_;
     }
 
@@ -317,15 +322,12 @@ private:
 
     bool forceNew()
     {
-        return isDone(uninterrupted([this] { return ::fsync(new_.number()); }) == 0, SaveResult::WriteFailed);
+        return isDone(force(new_), SaveResult::WriteFailed);
     }
 
-    /// What was forced while it had no name may be lost in spite of that.
     bool giveName()
     {
-        return hasName_
-            || (takeFreshName([this] { return link(nameInProc_, folder_.number(), newName_); })
-                && forceNew());
+        return takeFreshName([this] { return link(nameInProc_, folder_.number(), newName_); });
     }
 
     bool closeNew()
@@ -341,10 +343,12 @@ private:
         return isDone(isReplaced, SaveResult::CannotReplace);
     }
 
-    void forceFolder()
+    /// What was forced while it had no name, and is open still, may be lost in spite of that. Where folders
+    /// can't be forced (EINVAL) they needn't be.
+    void forcePlace()
     {
-        const bool isForced = uninterrupted([this] { return ::fsync(folder_.number()); }) == 0;
-        if (!isForced && errno != EINVAL) // where folders can't be forced, they needn't be
+        const bool isForced = (!new_.isOpen() || force(new_)) && (force(folder_) || errno == EINVAL);
+        if (!isForced)
             result_ = {SaveResult::NotForced, qt_error_string(errno).toStdString()};
     }
 

@@ -146,7 +146,6 @@ TEST_P(WholeSaveFaults, SayWhatFailed)
         {SystemCall::ChangeMode, 0, EIO,     SaveResult::WriteFailed  },
         {SystemCall::Force,      0, EIO,     SaveResult::WriteFailed  },
         {SystemCall::Force,      0, ENOSPC,  SaveResult::DiskFull     },
-        {SystemCall::Close,      0, EIO,     SaveResult::WriteFailed  },
         {SystemCall::Rename,     0, EBUSY,   SaveResult::CannotReplace},
         {SystemCall::Rename,     0, EPERM,   SaveResult::NoPermission },
     };
@@ -190,18 +189,27 @@ TEST_P(WholeSaveFaults, SayThatTheNameOfTheNewFileCannotBeMade)
 
 TEST_P(WholeSaveFaults, SayThatTheNewFileMayNotOutliveAPowerFailure)
 {
-    const int forcingTheFolder = knowsUnnamedFiles ? 2 : 1;
-    const Outcome failed =
-        save([&](FaultyFiles& files) { files.fail(SystemCall::Force, EIO, forcingTheFolder); });
-    EXPECT_EQ(failed.result.status, SaveResult::NotForced);
-    EXPECT_EQ(failed.result.reason, std::strerror(EIO));
-    expectWhole(failed, "new, but not forced");
+    const int forcingTheFolder = knowsUnnamedFiles ? 2 : 1; // behind the file, which then has its name
+    for (int number = 1; number <= forcingTheFolder; ++number) {
+        const Outcome failed =
+            save([&](FaultyFiles& files) { files.fail(SystemCall::Force, ENOSPC, number); });
+        EXPECT_EQ(failed.result.status, SaveResult::NotForced);
+        EXPECT_EQ(failed.result.reason, std::strerror(ENOSPC));
+        expectWhole(failed, "new, but not forced");
+    }
 
     // Some file systems know no such thing.
     const Outcome unknown =
         save([&](FaultyFiles& files) { files.fail(SystemCall::Force, EINVAL, forcingTheFolder); });
     EXPECT_EQ(unknown.result.status, SaveResult::Saved);
     expectWhole(unknown, "folders aren't forced");
+}
+
+TEST_P(WholeSaveFaults, SayThatTheNewFileCannotBeClosed)
+{
+    const Outcome outcome = save([](FaultyFiles& files) { files.fail(SystemCall::Close, EIO, 0, 1); });
+    EXPECT_EQ(outcome.result.status, knowsUnnamedFiles ? SaveResult::Saved : SaveResult::WriteFailed);
+    expectWhole(outcome, "closed"); // what has no name is closed when it has been forced once more
 }
 
 TEST_P(WholeSaveFaults, DoNotMatterWhereThereIsAnotherWay)
