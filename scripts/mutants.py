@@ -129,6 +129,7 @@ TESTS = {
     "Inspection/NearestName.cpp": ["inspection/RulesTest", *INSPECTION_TESTS],
     "Inspection/NewTexts.cpp": EDIT_TESTS,
     "Inspection/NumberFault.cpp": ["inspection/RulesTest", *INSPECTION_TESTS],
+    "Inspection/Origins.cpp": ["inspection/EditTest"],
     "Inspection/Outline.cpp": ["inspection/CheckTest"],
     "Inspection/ResultsOutline.cpp": RESULTS_CHECKS,
     "Inspection/ResultsRecords.cpp": RESULTS_CHECKS,
