@@ -123,6 +123,25 @@ TEST(CheckTest, GivesAllOfItAsJson)
     expectGolden(lines, "inspection/findings.txt");
 }
 
+TEST(CheckTest, NamesEachSeverityAndEffect)
+{
+    EXPECT_EQ(severityName(Severity::Error), "error");
+    EXPECT_EQ(severityName(Severity::Warning), "warning");
+    EXPECT_EQ(severityName(Severity::Note), "note");
+    EXPECT_EQ(effectName(Effect::None), "none");
+    EXPECT_EQ(effectName(Effect::Fails), "fails");
+    EXPECT_EQ(effectName(Effect::Throws), "throws");
+    EXPECT_EQ(effectName(Effect::Stops), "stops");
+    EXPECT_EQ(effectName(Effect::Zero), "zero");
+    EXPECT_EQ(effectName(Effect::Start), "start");
+    EXPECT_EQ(effectName(Effect::Wrapped), "wrapped");
+    EXPECT_EQ(effectName(Effect::Infinite), "infinite");
+    EXPECT_EQ(effectName(Effect::Off), "off");
+    EXPECT_EQ(effectName(Effect::Replaced), "replaced");
+    EXPECT_EQ(effectName(Effect::Ignored), "ignored");
+    EXPECT_EQ(effectName(Effect::Lost), "lost");
+}
+
 TEST(CheckTest, WritesThePlaceAsFarAsThereIsOne)
 {
     Finding finding;
