@@ -6,7 +6,9 @@
 #include "Walker.h"
 
 #include <FileIO/ResultsProgressMeter.h>
-#include <NereoUtility/StringConversion.h>
+#include <algorithm>
+#include <cstring>
+#include <memory>
 
 namespace Nereo::Inspection {
 
@@ -22,6 +24,26 @@ bool isConfiguration(FileKind kind)
 bool areComparable(FileKind a, FileKind b)
 {
     return a == b || (isConfiguration(a) && isConfiguration(b));
+}
+
+/// Whether the files are the same byte by byte, and so in every value. Files that aren't most often show it
+/// early.
+bool haveSameBytes(const InputFile& a, const InputFile& b)
+{
+    constexpr qint64 blockSize = 128 * 1024;
+    if (a.size() != b.size())
+        return false;
+    const std::unique_ptr<QIODevice> deviceOfA = a.openBytes();
+    const std::unique_ptr<QIODevice> deviceOfB = b.openBytes();
+    QByteArray block(blockSize, Qt::Uninitialized);
+    QByteArray other(blockSize, Qt::Uninitialized);
+    for (qint64 left = a.size(); left > 0; left -= blockSize) {
+        const qint64 wanted = std::min(left, blockSize);
+        if (deviceOfA->read(block.data(), wanted) != wanted || deviceOfB->read(other.data(), wanted) != wanted
+            || std::memcmp(block.constData(), other.constData(), std::size_t(wanted)) != 0)
+            return false;
+    }
+    return true;
 }
 
 /// The way through two files.
@@ -85,11 +107,13 @@ private:
 
     bool compareFiles()
     {
+        const bool isOfResults = comparison_.kindOfA == FileKind::Results;
         meter_.setBytesInAll(a_.size() + b_.size());
+        if (!isOfResults && comparison_.kindOfA == comparison_.kindOfB && haveSameBytes(a_, b_))
+            return true;
         if (!compareValues(a_, b_, options_, meter_, comparison_))
             return false;
-        return comparison_.kindOfA != FileKind::Results
-            || compareFields(a_, b_, options_, meter_, comparison_);
+        return !isOfResults || compareFields(a_, b_, options_, meter_, comparison_);
     }
 
     InputFile a_;

@@ -55,6 +55,7 @@ public:
     explicit UnreadListener(Listener& listener) : listener_(listener) {}
 
     bool wantsItems() const override { return listener_.wantsItems(); }
+    bool wantsPlaces() const override { return listener_.wantsPlaces(); }
     void item(const Item& item) override { listener_.item(item); }
     void element(const QString& address) override { listener_.element(address); }
     bool onlyCounts(Rule rule) override { return listener_.onlyCounts(unread(rule)); }

@@ -34,6 +34,11 @@ public:
 
     /// Whether anybody wants to know of the values; where nobody does, a walk needn't find them out.
     virtual bool wantsItems() const = 0;
+
+    /// Whether anybody wants to know where things stand. Where nobody does, the offset of a place only says
+    /// how far a text has been read, about, no length is told, and a spelling is without markup.
+    virtual bool wantsPlaces() const { return true; }
+
     virtual void item(const Item& item) = 0;
     virtual void finding(const Discovery& discovery) = 0;
 

@@ -10,7 +10,8 @@ constexpr int pieceSize = 16 * 1024;
 } // namespace
 
 TextFile::TextFile(const InputFile& file, Listener& listener)
-    : listener_(listener), device_(file.open(QIODevice::Text)), in_(device_.get()), places_(file)
+    : listener_(listener), hasPlaces_(listener.wantsPlaces()), device_(file.open(QIODevice::Text)),
+      in_(device_.get()), places_(file)
 {
     Io::configure(in_);
 }
@@ -34,6 +35,15 @@ bool TextFile::appendLine(QString& text)
     return true;
 }
 
+Place TextFile::place(qint64 index)
+{
+    if (hasPlaces_)
+        return places_.place(index);
+    Place place;
+    place.offset = index;
+    return place;
+}
+
 void TextFile::reportCharacters()
 {
     reportCharactersBefore(nextIndex_);
@@ -41,14 +51,16 @@ void TextFile::reportCharacters()
 
 void TextFile::reportCharactersBefore(qint64 index)
 {
-    places_.reportFaults(index, listener_);
+    if (hasPlaces_)
+        places_.reportFaults(index, listener_);
 }
 
 void TextFile::reportEnd()
 {
-    places_.reportFaults(listener_);
+    if (hasPlaces_)
+        places_.reportFaults(listener_);
     if (InputFile::hasFailed(*device_))
-        listener_.finding({Rule::CannotRead, places_.place(nextIndex_), {}, device_->errorString()});
+        listener_.finding({Rule::CannotRead, place(nextIndex_), {}, device_->errorString()});
 }
 
 } // namespace Nereo::Inspection

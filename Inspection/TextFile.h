@@ -25,16 +25,21 @@ public:
 
     qint64 nextIndex() const { return nextIndex_; }
 
-    Place place(qint64 index) { return places_.place(index); }
-    qint64 length(qint64 begin, qint64 end) { return places_.length(begin, end); }
+    Place place(qint64 index);
+    qint64 length(qint64 begin, qint64 end) { return hasPlaces_ ? places_.length(begin, end) : 0; }
 
     /// Says what findings of bad characters are about; or that there is a finding already, so that bad
     /// characters need none of their own. Parts come in the order of the file.
     void addPart(qint64 begin, qint64 end, const QString& address)
     {
-        places_.addPart({begin, end, address, false});
+        if (hasPlaces_)
+            places_.addPart({begin, end, address, false});
     }
-    void cover(qint64 begin, qint64 end) { places_.addPart({begin, end, {}, true}); }
+    void cover(qint64 begin, qint64 end)
+    {
+        if (hasPlaces_)
+            places_.addPart({begin, end, {}, true});
+    }
 
     /// Tells of the characters up to the next line that are none, and at the end of the file of all that are
     /// left. The parts that they are in come before.
@@ -44,6 +49,7 @@ public:
 
 private:
     Listener& listener_;
+    const bool hasPlaces_; ///< somebody wants to know them
     std::unique_ptr<QIODevice> device_;
     QTextStream in_;
     TextPlaces places_;

@@ -47,12 +47,6 @@ SaidValue::Type typeOf(Item::Type type)
     }
 }
 
-/// Whether a spelling is more than what it stands for: entities, comments and the like.
-bool hasMarkup(const QString& spelling)
-{
-    return spelling.contains(QLatin1Char('&')) || spelling.contains(QLatin1Char('<'));
-}
-
 /// Hands the values of a file on, element by element.
 class ValueListener : public Listener {
 public:
@@ -67,6 +61,7 @@ public:
     QString error() const { return error_; } ///< why the file couldn't be read to its end
 
     bool wantsItems() const override { return true; }
+    bool wantsPlaces() const override { return false; }
 
     void item(const Item& item) override
     {
@@ -74,15 +69,12 @@ public:
             throw Stop();
         if (item.type == Item::Type::Field || item.address == ignored_)
             return;
-        const SaidValue::Type type = typeOf(item.type);
-        const bool isText = item.type == Item::Type::Text;
-        const bool isSpelled = !isText && !hasMarkup(item.spelling);
-        const QByteArray value = isSpelled && type != SaidValue::Type::Text ? QByteArray() : textOf(item);
-        const QByteArray shown = isSpelled ? item.spelling.trimmed().toUtf8() : value;
+        const bool isNumber = item.type != Item::Type::Text && item.type != Item::Type::Version;
+        const QByteArray text = isNumber ? QByteArray() : item.value.toString().toUtf8();
+        const QByteArray shown = item.type == Item::Type::Text ? text : item.spelling.trimmed().toUtf8();
         const QByteArray address = item.address.toUtf8();
-        take_(viewOf(address),
-              {type, type == SaidValue::Type::Text ? 0.0 : item.value.toDouble(),
-               type == SaidValue::Type::Text ? viewOf(value) : std::string_view(), viewOf(shown)});
+        const double number = isNumber ? item.value.toDouble() : 0.0;
+        take_(viewOf(address), {typeOf(item.type), number, viewOf(text), viewOf(shown)});
     }
 
     void element(const QString& address) override
@@ -101,13 +93,6 @@ public:
 
 private:
     static bool isReadError(Rule rule) { return rule == Rule::CannotRead || rule == Rule::CannotReadXml; }
-
-    static QByteArray textOf(const Item& item)
-    {
-        return item.value.userType() == QMetaType::Double
-            ? QByteArray::number(item.value.toDouble(), 'g', QLocale::FloatingPointShortest)
-            : item.value.toString().toUtf8();
-    }
 
     QLatin1String ignored_;
     qint64 bytesBefore_;

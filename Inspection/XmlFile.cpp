@@ -55,7 +55,8 @@ bool isXmlBlank(QChar character)
 } // namespace
 
 XmlFile::XmlFile(const InputFile& file, Listener& listener)
-    : listener_(listener), file_(file), device_(file.open(QIODevice::Text)), xml_(device_.get())
+    : listener_(listener), hasPlaces_(listener.wantsPlaces()), file_(file),
+      device_(file.open(QIODevice::Text)), xml_(device_.get())
 {
     Io::configure(xml_);
 }
@@ -66,6 +67,10 @@ bool XmlFile::next()
 {
     if (!Io::hasTokens(xml_))
         return false;
+    if (!hasPlaces_) {
+        xml_.readNext();
+        return Io::hasTokens(xml_);
+    }
     previousEnd_ = xml_.tokenType() == QXmlStreamReader::NoToken ? 0 : cleanEnd();
     xml_.readNext();
     if (xml_.isStartDocument())
@@ -129,6 +134,8 @@ XmlText XmlFile::readText(XmlText::Use use, const QString& address)
         }
     }
     text.isWhole = text.isWhole && !xml_.hasError();
+    if (!hasPlaces_)
+        return text;
     text.end = std::max(begin_, text.begin);
     text.readersEnd = readersPlace();
     TextPlaces& places = this->places();
@@ -141,6 +148,8 @@ XmlText XmlFile::readText(XmlText::Use use, const QString& address)
 
 Place XmlFile::place()
 {
+    if (!hasPlaces_)
+        return progress();
     places();
     if (hasExactPlaces_ && depth_ == 1)
         begin_ = skipBlanks(begin_); // which are no token before the root
@@ -149,53 +158,76 @@ Place XmlFile::place()
 
 Place XmlFile::attributePlace(const QString& name)
 {
+    if (!hasPlaces_)
+        return progress();
     const std::optional<Range> range = attributeRange(name);
     return range ? placeAt(range->begin, false) : place();
 }
 
 QString XmlFile::attributeSpelling(const QString& name)
 {
+    if (!hasPlaces_)
+        return attribute(name);
     const std::optional<Range> range = attributeRange(name);
     return range ? places().text(range->begin, range->end) : attribute(name);
 }
 
 qint64 XmlFile::attributeLength(const QString& name)
 {
+    if (!hasPlaces_)
+        return 0;
     const std::optional<Range> range = attributeRange(name);
     return range && hasOffsets_ ? places().length(range->begin, range->end) : 0;
 }
 
 Place XmlFile::place(const XmlText& text)
 {
+    if (!hasPlaces_)
+        return progress();
     places();
     return hasExactPlaces_ ? placeAt(text.begin, text.isInEntity) : text.readersBegin;
 }
 
 Place XmlFile::endPlace(const XmlText& text)
 {
+    if (!hasPlaces_)
+        return progress();
     places();
     return hasExactPlaces_ ? placeAt(text.end, text.isInEntity) : text.readersEnd;
 }
 
 QString XmlFile::spelling(const XmlText& text)
 {
+    if (!hasPlaces_)
+        return text.text;
     TextPlaces& places = this->places();
     return hasExactPlaces_ && !text.isInEntity ? places.text(text.begin, text.end) : text.text;
 }
 
 qint64 XmlFile::length(const XmlText& text)
 {
+    if (!hasPlaces_)
+        return 0;
     TextPlaces& places = this->places();
     return hasOffsets_ && !text.isInEntity ? places.length(text.begin, text.end) : 0;
 }
 
 Place XmlFile::endOfFile()
 {
+    if (!hasPlaces_)
+        return progress();
     return placeAt(file_.size(), false); // no file has more characters than bytes
 }
 
 void XmlFile::reportEnd()
 {
+    if (!hasPlaces_) {
+        if (InputFile::hasFailed(*device_))
+            listener_.finding({Rule::CannotReadXml, progress(), {}, device_->errorString()});
+        else if (xml_.hasError())
+            listener_.finding({Rule::MalformedXml, progress(), {}, {}, {xml_.errorString()}});
+        return;
+    }
     TextPlaces& places = this->places();
     if (!xml_.hasError()) {
         if (hasExactPlaces_)
@@ -278,6 +310,14 @@ Place XmlFile::placeAt(qint64 index, bool isInEntity)
 Place XmlFile::readersPlace() const
 {
     return {xml_.lineNumber(), xml_.columnNumber() + 1, Place::Absent};
+}
+
+/// How far the reader is.
+Place XmlFile::progress() const
+{
+    Place place;
+    place.offset = end();
+    return place;
 }
 
 /// Where the value of an attribute stands; none where it comes out of an entity or a declaration.

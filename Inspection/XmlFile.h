@@ -86,9 +86,11 @@ private:
     QChar characterAt(qint64 index);
     Place placeAt(qint64 index, bool isInEntity);
     Place readersPlace() const;
+    Place progress() const;
     std::optional<Range> attributeRange(const QString& name);
 
     Listener& listener_;
+    const bool hasPlaces_; ///< somebody wants to know them
     const InputFile& file_;
     std::unique_ptr<QIODevice> device_;
     QXmlStreamReader xml_;
