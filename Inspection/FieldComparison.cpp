@@ -69,7 +69,9 @@ double distancesOf(const double* a, const double* b, int count, double* distance
         largest = std::max(largest, distances[i]);
         difference += distances[i] - distances[i];
     }
-    return difference == 0 ? largest : infinity;
+    if (difference != 0)
+        largest = infinity;
+    return largest;
 }
 
 } // namespace

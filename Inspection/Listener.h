@@ -36,7 +36,8 @@ public:
     virtual bool wantsItems() const = 0;
 
     /// Whether anybody wants to know where things stand. Where nobody does, the offset of a place only says
-    /// how far a text has been read, about, no length is told, and a spelling is without markup.
+    /// how far a text has been read, about, no length is told, and a spelling is without markup; of what is
+    /// wrong only that has to be told which can't be read.
     virtual bool wantsPlaces() const { return true; }
 
     virtual void item(const Item& item) = 0;

@@ -1,3 +1,4 @@
+#include "LateMaterialNames.h"
 #include "MaterialDatabaseValues.h"
 #include "MaterialNames.h"
 #include "NumberFault.h"
@@ -173,9 +174,12 @@ struct MaterialState {
 /// The way through one file.
 class MaterialDatabaseWalk {
 public:
+    /// Without places the addresses have no names: a LateMaterialNames adds them.
     MaterialDatabaseWalk(const InputFile& file, Listener& listener)
-        : names_(file), xml_(file, listener), listener_(listener)
+        : xml_(file, listener), listener_(listener)
     {
+        if (listener.wantsPlaces())
+            names_.emplace(file);
     }
 
     void run()
@@ -185,10 +189,10 @@ public:
                 continue;
             if (isAt(MaterialXml::database))
                 readDatabase();
-            else if (isAt(MaterialXml::material) && names_.hasDatabase())
+            else if (isAt(MaterialXml::material) && names_ && names_->hasDatabase())
                 reportUnknownElement(nullptr);
         }
-        if (!names_.hasDatabase() && !xml_.hasError())
+        if (names_ && !names_->hasDatabase() && !xml_.hasError())
             listener_.finding({Rule::NoRoot, xml_.endOfFile(), {}, {}, {MaterialXml::database}});
         xml_.reportEnd();
     }
@@ -233,7 +237,8 @@ private:
     void readMaterial()
     {
         MaterialState material;
-        material.name = names_.next();
+        if (names_)
+            material.name = names_->next();
         listener_.element(material.name.part);
         prefix_ = material.name.part + QLatin1Char('/');
         readMaterialType(material);
@@ -575,7 +580,7 @@ private:
             listener_.finding({rule, xml_.place(), address, {}, {names}});
     }
 
-    MaterialNames names_;
+    std::optional<MaterialNames> names_;
     XmlFile xml_;
     Listener& listener_;
     QString prefix_; ///< of the addresses in the element that is open
@@ -589,7 +594,11 @@ private:
 
 void walkMaterialDatabase(const InputFile& file, Listener& listener)
 {
-    MaterialDatabaseWalk(file, listener).run();
+    if (listener.wantsPlaces())
+        return MaterialDatabaseWalk(file, listener).run();
+    LateMaterialNames names(file, listener);
+    MaterialDatabaseWalk(file, names).run();
+    names.endOfFile();
 }
 
 } // namespace Nereo::Inspection

@@ -96,12 +96,24 @@ MaterialNames::Name MaterialNames::next()
     ++place_;
     const std::string_view name = at_ < names_.size() ? names_.constData() + at_ : "";
     at_ += int(name.size()) + 1;
+    const int count = name.empty() ? 0 : ++counts_[name];
+    return {partOf(QString::fromUtf8(name.data(), int(name.size())), count, place_), count > 1};
+}
+
+QString MaterialNames::nameOf(const QString& text)
+{
+    NamePieces pieces;
+    pieces.add(QStringRef(&text));
+    return pieces.name();
+}
+
+QString MaterialNames::partOf(const QString& name, int count, int place)
+{
     const QString number = QStringLiteral("#%1");
-    if (name.empty())
-        return {number.arg(place_)};
-    const int count = ++counts_[name];
-    const QString part = addressPart(QString::fromUtf8(name.data(), int(name.size())));
-    return {count == 1 ? part : part + number.arg(count), count > 1};
+    if (name.isEmpty())
+        return number.arg(place);
+    const QString part = addressPart(name);
+    return count == 1 ? part : part + number.arg(count);
 }
 
 void MaterialNames::readDatabase(QXmlStreamReader& xml)

@@ -32,6 +32,12 @@ public:
 
     bool hasDatabase() const { return hasDatabase_; }
 
+    /// What addresses have for a name, from the text of its element.
+    static QString nameOf(const QString& text);
+
+    /// The part of addresses for a material: its name, and how many so far have that.
+    static QString partOf(const QString& name, int count, int place);
+
 private:
     void readDatabase(QXmlStreamReader& xml);
     void append(const QString& name);

@@ -25,7 +25,7 @@ public:
     }
 
     int count() const { return count_; }
-    qint64 bytes() const { return qint64(nodes_.capacity() * sizeof(int)); }
+    qint64 bytes() const { return qint64(nodes_.capacity()) * qint64(sizeof(int)); }
 
     int placeOf(int node) const
     {

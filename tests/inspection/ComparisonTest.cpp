@@ -196,6 +196,38 @@ TEST(ComparisonTest, ComparesMaterials)
         expectDifferences("file.xml", example);
 }
 
+TEST(ComparisonTest, KnowsMaterialsByNamesThatStandAnywhere)
+{
+    const std::string small = "<material><id>1</id><name>x</name><name>a/b</name></material>";
+    const auto curve = [](int points, int last) {
+        std::string content = "<property type='density'>";
+        for (int i = 1; i <= points; ++i)
+            content += "<point><x>" + std::to_string(i) + "</x><y>" + std::to_string(i == points ? last : 0)
+                + "</y></point>";
+        return content + "</property>";
+    };
+    for (const int points : {1, 40'000}) {
+        const std::string content = curve(points, 1);
+        const std::string first = "<name>Oil</name>" + content;
+        const std::string last = content + "<name>Oil</name>";
+        const auto databaseWith = [&](const std::string& oil) {
+            return database(small + "<material>" + oil + "</material>" + small
+                            + "<material><id>5</id></material>");
+        };
+        EXPECT_EQ(compared("a.xml", databaseWith(first), "b.xml", databaseWith(last)), "");
+        EXPECT_EQ(compared("a.xml", databaseWith(first), "b.xml",
+                           databaseWith(curve(points, 2) + "<name>Oil</name>")),
+                  "Oil/density/points/" + std::to_string(points) + "/y: 1 -> 2\n");
+        EXPECT_EQ(compared("a.xml", databaseWith(last), "b.xml", database("")),
+                  "- a%2Fb: 1\n- Oil: 1\n- a%2Fb#2: 1\n- #4: 5\n");
+    }
+    const std::string longName(300, 'n');
+    EXPECT_EQ(
+        compared("a.xml", database(material(longName, "")), "b.xml", database(material(longName + 'n', "")))
+            .size(),
+        std::string("+ : fluid\n- : fluid\n").size() + 2 * (200 + 3 + 16));
+}
+
 std::string geometry(const std::string& properties, const std::string& conditions)
 {
     return "job\nNEREO 2024\nVersion 2024.1.0.0\n\n*** Coordinate System\nXYZ XYZ\n*** Properties\n"
