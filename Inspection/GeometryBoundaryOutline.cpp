@@ -12,6 +12,7 @@
 
 #include <QCoreApplication>
 #include <QSet>
+#include <QStringBuilder>
 
 #include <algorithm>
 #include <array>
@@ -521,6 +522,7 @@ private:
                 return nextLine();
             }
             ++number_;
+            row_ = QLatin1String(list_) + QLatin1Char('/') + QString::number(number_);
             (this->*readRow)();
         }
         reportMissingEnd();
@@ -543,8 +545,7 @@ private:
     /// Of a value in the row.
     QString address(const char* item, int place = 0) const
     {
-        const QString start = QLatin1String(list_) + QLatin1Char('/') + QString::number(number_)
-            + QLatin1Char('/') + QLatin1String(item);
+        const QString start = row_ % QLatin1Char('/') % QLatin1String(item);
         return place == 0 ? start : start + QLatin1Char('/') + QString::number(place);
     }
 
@@ -567,7 +568,7 @@ private:
     /// A name may hold anything, quotes too: it ends at the last one.
     void readMaterial()
     {
-        listener_.element(QLatin1String(list_) + QLatin1Char('/') + QString::number(number_));
+        listener_.element(row_);
         const int open = line_.text.indexOf(quote);
         const int close = line_.text.lastIndexOf(quote);
         const QStringView id = open < 0 ? wordFrom(line(), 0) : line().left(open).trimmed();
@@ -693,6 +694,7 @@ private:
 
     const char* list_ = "";   ///< the address of the section
     int number_ = 0;          ///< of the row in it
+    QString row_;             ///< its address
     QSet<QString> variables_; ///< those that have stood in the file
     SeenNames names_ {0};
     SeenNames ids_ {0};
