@@ -124,6 +124,7 @@ std::vector<CheckedFile> checkedCase(const std::deque<InputPath>& inputs,
                                      const Inspection::CheckOptions& options)
 {
     std::vector<std::string> paths;
+    paths.reserve(inputs.size());
     for (const InputPath& input : inputs)
         paths.push_back(input.path());
     std::vector<CheckedFile> files = checkCase(paths, options);

@@ -37,6 +37,11 @@ constexpr Option getOptions[] = {
     kind,
 };
 
+constexpr Option editOptions[] = {
+    {"output",  "FILE",  "write the changed file there, and leave the old one as it is"     },
+    {"dry-run", nullptr, "write nothing, and show what would change as a unified difference"},
+};
+
 constexpr Option convertOptions[] = {
     {"fields", "NAME,...",   "only these fields of results, in this order"       },
     {"nodes",  "FIRST:LAST", "only these nodes of results, both of them included"},
@@ -84,6 +89,24 @@ constexpr Command table[] = {
      "address is given. A FILE of - is standard input.",
      "nereofile get cavity.ctl relaxation/kP/under",
      runGet},
+    {"set",
+     {"FILE ADDRESS VALUE [ADDRESS VALUE]...", 3, Operands::any, 2},
+     "change values, and no other byte",
+     editOptions,
+     "Changes the values of a configuration, a control file or a material database: all of them or, where "
+     "one is refused, none. Everything else in the file stays as it is, byte by byte. What the file lacks is "
+     "added: settings, constants, flags, elements of a material. At every moment the file is the old one or "
+     "the new one. A FILE of - for --output is standard output.",
+     "nereofile set cavity.ctl relaxation/kP/under 0.25",
+     runSet},
+    {"unset",
+     {"FILE ADDRESS...", 2, Operands::any},
+     "remove settings, constants and flags",
+     editOptions,
+     "Removes settings of a configuration, or constants and flags of a control file: all of them or, where "
+     "one isn't there, none. Everything else in the file stays as it is.",
+     "nereofile unset cavity.ctl flags/restart_every --dry-run",
+     runUnset},
     {"convert",
      {"IN OUT", 2, 2},
      "write a configuration in its other form, or results as a table",

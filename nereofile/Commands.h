@@ -73,6 +73,8 @@ ExitCode runInfo(const Arguments& arguments, Output& output);
 ExitCode runCheck(const Arguments& arguments, Output& output);
 ExitCode runDiff(const Arguments& arguments, Output& output);
 ExitCode runGet(const Arguments& arguments, Output& output);
+ExitCode runSet(const Arguments& arguments, Output& output);
+ExitCode runUnset(const Arguments& arguments, Output& output);
 ExitCode runConvert(const Arguments& arguments, Output& output);
 ExitCode runCodes(const Arguments& arguments, Output& output);
 

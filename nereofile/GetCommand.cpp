@@ -6,7 +6,6 @@
 #include "Output.h"
 #include "Values.h"
 
-#include <Inspection/NearestName.h>
 #include <NereoUtility/StringConversion.h>
 
 #include <optional>
@@ -57,9 +56,7 @@ private:
     void sayMissing(const QString& address, const QStringList& known, const std::string& file)
     {
         isWhole_ = false;
-        const QString nearest = Inspection::nearestName(address, known);
-        say(about(file, QStringLiteral("there is no %1").arg(address))
-            + (nearest.isEmpty() ? QString() : QStringLiteral(", but %1").arg(nearest)));
+        say(about(file, missingText(address, known)));
     }
 
     std::vector<Entry> entries_;

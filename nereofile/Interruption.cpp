@@ -36,8 +36,9 @@ void endAtInterruption()
         if (inherited.sa_handler != SIG_IGN) // as nohup wants it
             ::sigaction(signal, &action, nullptr);
     }
-    // The error of the write says that nobody reads any more.
+    // The error of the write says that nobody reads any more, or that a file may not become larger.
     std::signal(SIGPIPE, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN);
 }
 
 InterruptionDeferral::InterruptionDeferral()

@@ -87,7 +87,7 @@ class CommandTest(unittest.TestCase):
             check=False,
             **options,
         )
-        result = Result(process.returncode, process.stdout.decode(), process.stderr.decode())
+        result = Result(process.returncode, process.stdout.decode(errors="replace"), process.stderr.decode(errors="replace"))
         if "--json" in arguments and result.out:
             jsonschema.Draft202012Validator(schema(arguments[0])).validate(json.loads(result.out))
         return result

@@ -5,7 +5,7 @@ import unittest
 
 from support import CommandTest
 
-COMMANDS = ["info", "check", "diff", "get", "convert", "codes"]
+COMMANDS = ["info", "check", "diff", "get", "set", "unset", "convert", "codes"]
 
 
 class HelpTest(CommandTest):

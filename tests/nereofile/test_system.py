@@ -89,6 +89,20 @@ class InterruptionTest(CommandTest):
                     stream.close()
         self.assertEqual(list(temporary.iterdir()), [])
 
+    def test_ctrl_c_leaves_no_half_table(self):
+        self.write("many.res", little_endian_results({"kU": [0.1] * 300000}, 300000))
+        for i in range(30):
+            process = start("convert", "many.res", "many.csv", cwd=self.folder)
+            time.sleep(0.02 + i * 0.005)
+            process.send_signal(signal.SIGINT)
+            _, err = process.communicate(timeout=TIMEOUT)
+            self.assertIn((process.returncode, err), ((0, b""), (2, b""), (-signal.SIGINT, b"")))
+            table = self.folder / "many.csv"
+            if table.exists():
+                self.assertTrue(table.read_text().endswith("\n300000,0.1\n"))
+                table.unlink()
+            self.assertEqual([path.name for path in self.folder.iterdir()], ["many.res"])
+
 
 class LocaleTest(CommandTest):
     def test_nothing_depends_on_it(self):
@@ -157,6 +171,24 @@ class TerminalTest(CommandTest):
         ):
             lines = self.on_terminal(40, *arguments).splitlines()
             self.assertEqual([line for line in lines if len(line) > 40 and "nereofile " not in line], [])
+
+    def test_progress_is_shown_of_what_takes_longer_than_a_second_and_is_gone_at_the_end(self):
+        nodes = 1000000
+        with open(self.write("large.res", little_endian_results(["kU"] , nodes, records=[])), "ab") as file:
+            file.truncate(file.tell() + nodes * 12)
+        for _ in range(50):  # until it is stopped while it reads
+            terminal = Terminal(60, "info", "large.res", "--stats", folder=self.folder, environment={})
+            time.sleep(0.03)
+            terminal.process.send_signal(signal.SIGSTOP)
+            time.sleep(1.1)
+            terminal.process.send_signal(signal.SIGCONT)
+            out = terminal.output()
+            if "\r" in out:
+                break
+        shown = out.split("\r")
+        self.assertRegex(shown[1], r"^large\.res: \d+ of 12 MB, \d+ %, \d+ s left\033\[K$")
+        self.assertTrue(all(len(line) <= 60 + len("\033[K") for line in shown[1:-1]))
+        self.assertTrue(shown[-1].startswith("\033[Klarge.res: results\n"), shown[-1])
 
     def test_no_progress_is_shown_of_what_is_quick(self):
         self.sample("cavity.res")
