@@ -95,7 +95,7 @@ std::vector<std::string> Arguments::takeOperands(const std::vector<std::string>&
         const bool isValuesPlace =
             place >= command_.operands.firstValue && (place - command_.operands.firstValue) % 2 == 0;
         if (*word == optionMark) {
-            auto& rest = command_.trailing == nullptr ? operands_ : trailing_;
+            auto& rest = takesTrailing(options) ? trailing_ : operands_;
             rest.insert(rest.end(), word + 1, words.end());
             break;
         }
@@ -108,6 +108,13 @@ std::vector<std::string> Arguments::takeOperands(const std::vector<std::string>&
         }
     }
     return options;
+}
+
+/// Whether what follows "--" is for another program rather than the rest of the operands.
+bool Arguments::takesTrailing(const std::vector<std::string>& options) const
+{
+    return command_.trailing != nullptr && !operands_.empty()
+        && std::find(options.begin(), options.end(), optionMark + command_.trailingOption) != options.end();
 }
 
 void Arguments::readOptions(std::vector<std::string> words)

@@ -33,6 +33,7 @@ public:
 
 private:
     std::vector<std::string> takeOperands(const std::vector<std::string>& words);
+    bool takesTrailing(const std::vector<std::string>& options) const;
     void readOptions(std::vector<std::string> words);
     void requireOperands() const;
 

@@ -35,6 +35,7 @@ constexpr Option diffOptions[] = {
 constexpr Option getOptions[] = {
     json,
     kind,
+    {"effective", nullptr, "all settings as the solver has them, with where they come from"},
 };
 
 constexpr Option editOptions[] = {
@@ -86,9 +87,15 @@ constexpr Command table[] = {
      "print values by their addresses",
      getOptions,
      "Prints the value at one address, or ADDRESS=VALUE lines for several; all values of the file where no "
-     "address is given. A FILE of - is standard input.",
-     "nereofile get cavity.ctl relaxation/kP/under",
-     runGet},
+     "address is given. A FILE of - is standard input.\n"
+     "With --effective, every setting of a configuration as the solver would have it, and whether it comes "
+     "from the file, the defaults or the command line, which may stand behind --: the prefix of the job, "
+     "and pairs such as -MaxIter 500.",
+     "nereofile get cavity.ctl relaxation/kP/under\n"
+     "nereofile get cavity.xml --effective -- cavity -MaxIter 500",
+     runGet,
+     "[-- SOLVER ARGUMENTS...]",
+     "effective"},
     {"set",
      {"FILE ADDRESS VALUE [ADDRESS VALUE]...", 3, Operands::any, 2},
      "change values, and no other byte",

@@ -54,7 +54,9 @@ struct Command {
     const char* details; ///< paragraphs of the help, which say what isn't to be guessed
     const char* examples;
     ExitCode (*run)(const Arguments& arguments, Output& output);
-    const char* trailing = nullptr; ///< what may stand behind "--", where these are no operands
+    /// What stands behind "--" where it isn't operands, which it is only with this option.
+    const char* trailing = nullptr;
+    const char* trailingOption = nullptr;
 };
 
 class CommandTable {

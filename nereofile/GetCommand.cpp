@@ -1,5 +1,6 @@
 #include "Arguments.h"
 #include "Commands.h"
+#include "EffectiveSettings.h"
 #include "InputPath.h"
 #include "Json.h"
 #include "Messages.h"
@@ -109,6 +110,8 @@ ExitCode runGet(const Arguments& arguments, Output& output)
 {
     const std::vector<std::string>& operands = arguments.operands();
     const InputPath input(operands.front());
+    if (arguments.has("effective"))
+        return printEffectiveSettings(input, arguments, output);
     Answer answer({operands.begin() + 1, operands.end()});
     answer.take(valuesOf(input, arguments.kind()), input.name());
     if (arguments.has("json"))
