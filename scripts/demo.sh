@@ -1,10 +1,29 @@
 #!/usr/bin/env bash
-# Builds the library and runs its main job on the sample files.
+# Builds the library, runs its main job on the sample files, and asks the command about what was written.
 #   scripts/demo.sh [FOLDER]   where to leave the written files, out/ by default
 set -euo pipefail
 cd "$(dirname "$0")/.."
+out=${1:-out}
 
 scripts/setup.sh
 cmake --preset release >/dev/null
-cmake --build --preset release --target typical_run >/dev/null
-build/release/examples/typical_run samples "${1:-out}"
+cmake --build --preset release --target typical_run nereofile >/dev/null
+build/release/examples/typical_run samples "$out"
+
+# Shows a command and runs it. To find an error or a difference is what it is here for.
+try() {
+    printf '\n$ nereofile %s\n' "$*"
+    "$nereofile" "$@" || [ $? -eq 1 ]
+}
+
+nereofile=$PWD/build/release/nereofile/nereofile
+copies=$(mktemp -d)
+trap 'rm -r "$copies"' EXIT
+cp "$out"/* "$copies"
+cd "$copies"
+try info cavity.ctl
+sed 's/^kP 0.3 0$/kP O.3 0/' cavity.ctl >broken.ctl
+try check broken.ctl
+cp cavity.ctl mine.ctl
+try set mine.ctl relaxation/kP/under 0.25
+try diff cavity.ctl mine.ctl
