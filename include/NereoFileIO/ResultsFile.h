@@ -21,7 +21,8 @@ namespace Nereo::Io {
 ///
 /// loadFrom() reads the solver's binary file in either byte order. It gives false only when the file can't be
 /// opened; what a short file lacks reads as zero. Loading adds to what the object holds, so read each file
-/// into a new one. Nothing is ever written: saveTo() gives true and touches no file.
+/// into a new one. Nothing is ever written: saveTo() gives true and touches no file, and neither does
+/// saveWholeTo(), which gives NoWriter.
 ///
 /// A file that contradicts itself stops the process: a field that is named twice, or is held already; a node
 /// number outside 1 to nodeCount() where a field is known; a negative count of fields, or of nodes where a

@@ -3,6 +3,8 @@
 #include "support/Folder.h"
 #include "support/TemporaryFolder.h"
 
+#include <NereoFileIO/WriteWhole.h>
+
 #include <gmock/gmock.h>
 
 #include <cerrno>
@@ -20,6 +22,7 @@ namespace {
 using Nereo::Io::SaveResult;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
+using ::testing::MatchesRegex;
 
 constexpr unsigned longestTest = 120; // seconds
 constexpr int bytesPerWrite = 20000;  // so that there are some
@@ -288,6 +291,24 @@ TEST_P(WholeSaveFaults, LeaveNoNewFile)
             EXPECT_EQ(unlink(path.c_str()), 0) << number;
         }
         EXPECT_THAT(namesIn(folder.path()), IsEmpty()) << number;
+    }
+}
+
+TEST(WholeSaveToANamedFile, ShowsNothingOfAFileThatOthersMayNotRead)
+{
+    const TemporaryFolder folder;
+    const std::string path = folder.write("file", "old");
+    for (const mode_t mode : {0600U, 0640U, 0666U}) {
+        ASSERT_EQ(chmod(path.c_str(), mode), 0);
+        FaultyFiles files(folder.path());
+        files.refuseUnnamedFiles();
+        EXPECT_TRUE(Nereo::Io::writeWhole(path, [&](QIODevice& device) {
+            const std::vector<std::string> names = namesIn(folder.path());
+            EXPECT_THAT(names, ElementsAre(MatchesRegex("\\.nereo-[0-9a-f]{16}"), "file"));
+            EXPECT_EQ(modeOf(folder.path(names.front())), mode_t(0600));
+            return device.write("new") == 3;
+        }));
+        EXPECT_EQ(modeOf(path), mode);
     }
 }
 
