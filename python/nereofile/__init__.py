@@ -12,6 +12,7 @@ from ._nereofile import (
     Configuration,
     ControlFile,
     CoordinateSystem,
+    Edit,
     Equations,
     Flag,
     Flags,
@@ -31,6 +32,7 @@ from ._records import (
     CheckedFile,
     Damage,
     Difference,
+    EffectiveSetting,
     FieldDifference,
     FieldStatistics,
     Finding,
@@ -39,9 +41,10 @@ from ._records import (
     MaterialType,
     Problem,
     PropertyType,
+    ValueChange,
     VariationType,
 )
-from .checking import Check, Comparison, Inspection, address_part, check, diff, inspect, kind_of_file
+from .checking import Check, Comparison, Inspection, address_part, check, diff, edit, effective_settings, inspect, kind_of_file
 from .errors import Cancelled, FileAccessError, FileError, MissingFileError
 from .plot import plot_differences, plot_distribution, plot_history, plot_property
 from .results import Facts, Results, ResultsHeader, Statistics, read_results, results_header, statistics
@@ -77,6 +80,8 @@ __all__ = [
     "CoordinateSystem",
     "Damage",
     "Difference",
+    "Edit",
+    "EffectiveSetting",
     "Equations",
     "Facts",
     "FieldDifference",
@@ -107,11 +112,14 @@ __all__ = [
     "Statistics",
     "ThermalComfort",
     "Units",
+    "ValueChange",
     "VariationType",
     "address_part",
     "check",
     "code_for_name",
     "diff",
+    "edit",
+    "effective_settings",
     "field_variables",
     "inspect",
     "kind_of_file",

@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+from dataclasses import dataclass
 from typing import Any, NamedTuple, Optional, Tuple, Union
 
 
@@ -53,7 +54,8 @@ class Item(NamedTuple):
     length: int
 
 
-class FieldDifference(NamedTuple):
+@dataclass(frozen=True)
+class FieldDifference:
     """How far the values of a field differ that two files have, node by node.
 
     ``count`` nodes differ, most of all ``node``, where the values are ``a`` and ``b``; ``rms`` is over all nodes.
@@ -78,6 +80,28 @@ class Difference(NamedTuple):
     field: Optional[FieldDifference]
 
 
+class ValueChange(NamedTuple):
+    """What an address had in a file and what it has now, as texts; None where it wasn't or isn't there."""
+
+    address: str
+    before: Optional[str]
+    after: Optional[str]
+
+
+class EffectiveSetting(NamedTuple):
+    """A setting as a solver will have it: ``origin`` is "default", "file" or "command-line".
+
+    The place is that of the value in the file, if it comes from there.
+    """
+
+    key: str
+    value: str
+    origin: str
+    line: Optional[int]
+    column: Optional[int]
+    offset: Optional[int]
+
+
 class HeaderField(NamedTuple):
     """A field that a results file names: ``code`` is None where the name is unknown, ``offset`` that of the name."""
 
@@ -97,7 +121,8 @@ class Problem(NamedTuple):
     offset: int
 
 
-class FieldStatistics(NamedTuple):
+@dataclass(frozen=True)
+class FieldStatistics:
     """What the values of one field are like. Values that aren't finite only count as such.
 
     Where there is no finite value, the numbers are NaN and the nodes 0.
@@ -130,7 +155,8 @@ class Damage(NamedTuple):
     first_out_of_range_offset: int
 
 
-class MaterialType(NamedTuple):
+@dataclass(frozen=True)
+class MaterialType:
     """A kind of material: its name in files and on screen, and its place in the table."""
 
     name: str
@@ -139,7 +165,8 @@ class MaterialType(NamedTuple):
     is_flow_component: bool
 
 
-class PropertyType(NamedTuple):
+@dataclass(frozen=True)
+class PropertyType:
     """A kind of property: ``code`` is its field variable (361 without one), ``unit_category`` -1 without a unit."""
 
     name: str
@@ -149,7 +176,8 @@ class PropertyType(NamedTuple):
     unit_category: int
 
 
-class VariationType(NamedTuple):
+@dataclass(frozen=True)
+class VariationType:
     """A way in which a property varies: ``code`` is the solver's, ``older_name`` the one in older files, if any."""
 
     name: str

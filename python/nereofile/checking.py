@@ -6,7 +6,7 @@ import os
 from typing import Callable, Iterable, Iterator, Mapping, Optional, Sequence, Tuple, Union, overload
 
 from . import _nereofile
-from ._records import CheckedFile, Difference, Finding, Item
+from ._records import CheckedFile, Difference, EffectiveSetting, Finding, Item
 from .errors import Cancelled, FileAccessError, FileError, MissingFileError
 
 PathLike = Union[str, "os.PathLike[str]"]
@@ -35,7 +35,9 @@ class Check(Sequence[CheckedFile]):
         return self.errors == 0
 
     def __eq__(self, other: object) -> bool:
-        return self._files == other._files if isinstance(other, Check) else NotImplemented
+        if not isinstance(other, Check):
+            return NotImplemented
+        return self._files == other._files
 
     __hash__ = None  # type: ignore[assignment]
 
@@ -118,7 +120,9 @@ class Comparison(Sequence[Difference]):
         return len(self._differences)
 
     def __eq__(self, other: object) -> bool:
-        return self._differences == other._differences if isinstance(other, Comparison) else NotImplemented
+        if not isinstance(other, Comparison):
+            return NotImplemented
+        return self._differences == other._differences
 
     __hash__ = None  # type: ignore[assignment]
 
@@ -186,6 +190,38 @@ def diff(
     if outcome == "cancelled":
         raise Cancelled("the files weren't compared")
     raise FileError(f"{path}: {message}" if path else message, (), path or None)
+
+
+def effective_settings(path: PathLike, command_line: Sequence[str] = ()) -> Tuple[EffectiveSetting, ...]:
+    """The settings of a configuration as a solver has them after its command line, and where each comes from.
+
+    The command line begins with the program and the prefix of the job; one that a solver doesn't take is a
+    ValueError. A FileError where a load of the file ends early.
+
+    >>> found = {setting.key: setting for setting in effective_settings("solver.cfg", ["solver", "job", "-MaxIter", "7"])}
+    >>> found["MaxIter"].value, found["MaxIter"].origin, found["Width"].origin
+    ('7', 'command-line', 'default')
+    """
+    if isinstance(command_line, str):
+        raise TypeError("a command line is a list of texts")
+    settings, error = _nereofile.effective_settings(path, list(command_line))
+    if error:
+        raise ValueError(error)
+    return settings
+
+
+def edit(path: PathLike, kind: Optional[str] = None) -> _nereofile.Edit:
+    """Changes values of a configuration, control file or material database, and no other byte.
+
+    A context manager, which saves at its end: whole or, if something is raised, not at all. A FileError where the
+    file can't be opened, or is of another kind.
+
+    >>> with edit("solver.cfg") as changes:
+    ...     changes["MaxIter"] = 750
+    >>> Configuration.load("solver.cfg", strict=False)["MaxIter"]
+    750
+    """
+    return _nereofile.Edit(path, kind)
 
 
 class Inspection(Mapping[str, Item]):

@@ -42,7 +42,11 @@ def open_series(
         raise ValueError(f"a series goes over time or iteration, not over {dimension!r}")
     xarray_module = require("xarray", "open_series")
     array = require("dask.array", "open_series")
-    headers = sorted((results_header(path) for path in _paths_of(files)), key=lambda header: getattr(header, dimension))
+
+    def place(header: ResultsHeader) -> float:
+        return header.time if dimension == "time" else header.iteration
+
+    headers = sorted((results_header(path) for path in _paths_of(files)), key=place)
     node_count = headers[0].node_count
     for header in headers:
         if header.node_count != node_count:
@@ -66,7 +70,7 @@ def open_series(
     dataset: xarray.Dataset = xarray_module.Dataset(
         {name: ((dimension, "node"), stack(name)) for name in names},
         coords={
-            dimension: [getattr(header, dimension) for header in headers],
+            dimension: [place(header) for header in headers],
             "node": np.arange(1, node_count + 1, dtype=np.int32),
         },
         attrs={"title": headers[0].title, "files": [header.path for header in headers]},

@@ -4,6 +4,7 @@
 #include "Progress.h"
 
 #include <NereoInspection/Comparison.h>
+#include <NereoInspection/Origins.h>
 #include <NereoInspection/Outline.h>
 #include <NereoUtility/StringConversion.h>
 
@@ -150,6 +151,32 @@ py::object pythonFieldDifference(const std::optional<FieldDifference>& field)
         return py::none();
     return recordsModule().attr("FieldDifference")(field->count, field->largest, field->node, field->a,
                                                    field->b, field->peak, field->peakShare, field->rms);
+}
+
+/// The settings, and why the command line isn't taken to its end.
+py::tuple effectiveSettings(const Path& path, const std::vector<Text>& arguments)
+{
+    std::vector<std::string> commandLine;
+    for (const Text& argument : arguments)
+        commandLine.push_back(argument.utf8);
+    EffectiveConfiguration configuration;
+    {
+        const py::gil_scoped_release release;
+        configuration = effectiveConfiguration(path.utf8, commandLine);
+    }
+    CheckedFile file;
+    file.file = path.utf8;
+    if (configuration.endOfLoad) {
+        file.findings.push_back(*configuration.endOfLoad);
+        throwFileError(path.utf8, file);
+    }
+    const py::object type = recordsModule().attr("EffectiveSetting");
+    py::list settings;
+    for (const EffectiveSetting& setting : configuration.settings)
+        settings.append(type(toStdString(setting.key), toStdString(setting.value),
+                             toStdString(originName(setting.origin)), numberOrNone(setting.place.line),
+                             numberOrNone(setting.place.column), numberOrNone(setting.place.offset)));
+    return py::make_tuple(py::tuple(settings), toStdString(configuration.commandLineError));
 }
 
 const char* outcomeName(Comparison::Outcome outcome)
@@ -299,6 +326,7 @@ void bindInspection(py::module_& module)
 {
     module.def("check", &checkFiles, py::arg("paths"), py::arg("kind"), py::arg("is_case"));
     module.def("outline", &outlineFile, py::arg("path"), py::arg("kind"));
+    module.def("effective_settings", &effectiveSettings, py::arg("path"), py::arg("command_line"));
     module.def("compare", &compareFiles, py::arg("a"), py::arg("b"), py::arg("absolute"), py::arg("relative"),
                py::arg("peak"), py::arg("fields"), py::arg("memory_limit"), py::arg("progress"));
     module.def(

@@ -67,6 +67,7 @@ PYBIND11_MODULE(_nereofile, module)
     bindVocabulary(module);
     bindInspection(module);
     bindResults(module);
+    bindEdit(module);
     bindConfiguration(module);
     bindMaterials(module);
     bindBoundaryConditions(module);

@@ -52,5 +52,6 @@ void bindControlRecords(py::module_& module);
 void bindControl(py::module_& module);
 void bindGeometryBoundary(py::module_& module);
 void bindResults(py::module_& module);
+void bindEdit(py::module_& module);
 
 } // namespace Nereo::Python

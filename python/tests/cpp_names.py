@@ -71,8 +71,6 @@ def public_functions() -> Set[str]:
     """The functions that belong to no class."""
     found = set()
     for header in sorted(INCLUDE.glob("Nereo*/*.h")):
-        for line in _without_comments(header.read_text()).splitlines():
-            match = re.match(r"NEREO\w+_EXPORT [\w:<>& ]+?(\w+)\(", line)
-            if match:
-                found.add(match[1])
+        text = _without_comments(header.read_text())
+        found.update(re.findall(r"^NEREO\w+_EXPORT\s[\w:<>&\s]+?(\w+)\(", text, re.M))
     return found

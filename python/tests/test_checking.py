@@ -87,6 +87,21 @@ def test_inspect_of_what_it_does_not_know(tmp_path: pathlib.Path) -> None:
         inspect(tmp_path / "empty")
 
 
+def test_effective_settings(tmp_path: pathlib.Path) -> None:
+    path = tmp_path / "a.cfg"
+    path.write_text("MaxIter 5\nWidth 7\n")
+    found = {setting.key: setting for setting in nereofile.effective_settings(path, ["solver", "job", "-MaxIter", "9"])}
+    assert found["MaxIter"][1:3] == ("9", "command-line") and found["JobPrefix"][1:3] == ("job", "command-line")
+    assert found["Width"] == ("Width", "7", "file", 2, 7, 16) and found["Height"].origin == "default"
+    with pytest.raises(ValueError):
+        nereofile.effective_settings(path, ["solver", "job", "-MaxIter"])
+    path.write_text("nonsense 5\n")
+    with pytest.raises(FileError, match="unknown-key"):
+        nereofile.effective_settings(path)
+    with pytest.raises(FileNotFoundError):
+        nereofile.effective_settings(tmp_path / "missing.cfg")
+
+
 def test_address_parts() -> None:
     assert nereofile.address_part("a/b%c#d") == "a%2Fb%25c%23d"
 

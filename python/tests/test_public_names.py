@@ -179,18 +179,18 @@ NAMES: Dict[str, Dict[str, str]] = {
     "ResultsFileHeader": {
         "BigEndian": "- the text 'big'", "LittleEndian": "- the text 'little'",
         "hasProblem": "- a look into problems", "mostFieldsListed": "- the limit of fields", "readFrom": "results_header",
-        "currentIteration": "ResultsHeader:iteration", "currentTime": "ResultsHeader:time",
-        "currentTimeStep": "ResultsHeader:time_step", "dateTimeString": "ResultsHeader:date",
-        "byteOrder": "ResultsHeader:byte_order", "bytesAnnounced": "ResultsHeader:bytes_announced",
-        "bytesThere": "ResultsHeader:bytes_there", "elementCount": "ResultsHeader:element_count",
-        "fieldCount": "ResultsHeader:field_count", "fields": "ResultsHeader:fields",
-        "holdsKnownField": "ResultsHeader:holds_known_field", "isResultsFile": "ResultsHeader:is_results_file",
-        "nodeCount": "ResultsHeader:node_count", "problems": "ResultsHeader:problems",
-        "recordSize": "ResultsHeader:record_size", "recordsAnnounced": "ResultsHeader:records_announced",
-        "recordsOffset": "ResultsHeader:records_offset", "startingIteration": "ResultsHeader:starting_iteration",
-        "startingTimeStep": "ResultsHeader:starting_time_step", "timeStepSize": "ResultsHeader:time_step_size",
-        "title": "ResultsHeader:title", "version": "ResultsHeader:version",
-        "wholeRecords": "ResultsHeader:whole_records",
+        "currentIteration": "ResultsHeader.iteration", "currentTime": "ResultsHeader.time",
+        "currentTimeStep": "ResultsHeader.time_step", "dateTimeString": "ResultsHeader.date",
+        "byteOrder": "ResultsHeader.byte_order", "bytesAnnounced": "ResultsHeader.bytes_announced",
+        "bytesThere": "ResultsHeader.bytes_there", "elementCount": "ResultsHeader.element_count",
+        "fieldCount": "ResultsHeader.field_count", "fields": "ResultsHeader.fields",
+        "holdsKnownField": "ResultsHeader.holds_known_field", "isResultsFile": "ResultsHeader.is_results_file",
+        "nodeCount": "ResultsHeader.node_count", "problems": "ResultsHeader.problems",
+        "recordSize": "ResultsHeader.record_size", "recordsAnnounced": "ResultsHeader.records_announced",
+        "recordsOffset": "ResultsHeader.records_offset", "startingIteration": "ResultsHeader.starting_iteration",
+        "startingTimeStep": "ResultsHeader.starting_time_step", "timeStepSize": "ResultsHeader.time_step_size",
+        "title": "ResultsHeader.title", "version": "ResultsHeader.version",
+        "wholeRecords": "ResultsHeader.whole_records",
     },
     "Field": {
         "code": "HeaderField.code", "column": "HeaderField.column", "isRepeat": "HeaderField.is_repeat",
@@ -253,6 +253,24 @@ NAMES: Dict[str, Dict[str, str]] = {
     },
 }
 
+NAMES.update(
+    {
+        "FileEdit": {
+            "kind": "Edit.kind", "value": "Edit.__getitem__", "set": "Edit.__setitem__", "remove": "Edit.__delitem__",
+            "apply": "- edits one after the other", "changes": "Edit.changes", "originalBytes": "Edit.original_bytes",
+            "bytes": "Edit.bytes", "save": "Edit.save", "saveTo": "Edit.save", "state": "FileError",
+        },
+        "EffectiveSetting": {
+            "key": "EffectiveSetting.key", "value": "EffectiveSetting.value", "origin": "EffectiveSetting.origin",
+            "place": "EffectiveSetting.line",
+        },
+        "EffectiveConfiguration": {
+            "settings": "effective_settings", "endOfLoad": "FileError", "commandLineError": "- a ValueError",
+        },
+        "ValueChange": {"address": "ValueChange.address", "before": "ValueChange.before", "after": "ValueChange.after"},
+    }
+)
+
 # Classes that are arguments or results of functions here.
 NO_CLASSES: Dict[str, str] = {
     "ResultsLoadOptions": "the arguments of read_results",
@@ -261,6 +279,10 @@ NO_CLASSES: Dict[str, str] = {
     "CheckOptions": "the arguments of check",
     "ComparisonOptions": "the arguments of diff",
     "SaveResult": "an exception of save",
+    "EditProblem": "a KeyError, a ValueError or a FileError of an edit",
+    "Origin": "texts",
+    "EditResult": "an exception of an edit",
+    "Edit": "an assignment to an item of Edit",
     **{name: "texts" for name in ("FileKind", "Severity", "Effect", "Type", "Outcome")},
 }
 
@@ -268,6 +290,7 @@ FUNCTIONS: Dict[str, str] = {
     "check": "check", "checkCase": "check", "toJson": "Check.to_json", "outline": "inspect", "compare": "diff",
     "toText": "Comparison.__str__", "kindOfFile": "kind_of_file", "addressPart": "address_part",
     "findingLine": "Finding.line_of_text", "kindName": "- kinds are texts", "kindOfName": "- kinds are texts",
+    "effectiveConfiguration": "effective_settings", "originName": "- origins are texts",
     "severityName": "- severities are texts", "effectName": "- effects are texts",
     "qHash": "- objects that can be changed have no hash",
     "toQString": "- texts are str", "toStdString": "- texts are str",
@@ -278,9 +301,9 @@ FUNCTIONS: Dict[str, str] = {
 def resolves(path: str) -> bool:
     if path.startswith("- "):
         return len(path) > 5
-    if ":" in path:  # a field of a dataclass, which isn't an attribute of the class
-        cls, field = path.split(":")
-        return field in getattr(nereofile, cls).__dataclass_fields__
+    cls, _, field = path.partition(".")
+    if field in getattr(getattr(nereofile, cls), "__dataclass_fields__", ()):
+        return True  # which isn't an attribute of the class
     value: object = nereofile
     for part in path.split("."):
         if path.startswith("FileError.") and part in ("message", "path"):
