@@ -4,7 +4,7 @@ import collections.abc
 import copy
 import pathlib
 import pickle
-from typing import Any
+from typing import Any, List
 
 import pytest
 
@@ -140,7 +140,8 @@ def test_command_line() -> None:
     assert (configuration["JobPrefix"], configuration["ExePath"]) == ("cavity", "/opt")
     assert configuration["MaxIter"] == 500
     before = copy.copy(configuration)
-    for wrong in ([], ["solver"], ["solver", "job", "-MaxIter"], ["solver", "job", "-Nonsense", "1"]):
+    wrongs: List[List[str]] = [[], ["solver"], ["solver", "job", "-MaxIter"], ["solver", "job", "-Nonsense", "1"]]
+    for wrong in wrongs:
         with pytest.raises(ValueError):
             configuration.take_command_line(wrong)
     assert configuration == before
@@ -156,7 +157,8 @@ def test_copies() -> None:
         assert copied == configuration
         copied["MaxIter"] = 6
         assert copied != configuration and configuration["MaxIter"] == 5
-    assert configuration != 1
+    other: object = 1
+    assert configuration != other
     with pytest.raises(TypeError):
         hash(configuration)
 

@@ -171,4 +171,5 @@ def test_copies() -> None:
         assert copied != control and control.flags[0].value == "1"
     assert pickle.loads(pickle.dumps(control.smoke)) == control.smoke
     assert pickle.loads(pickle.dumps(control.flags)) == control.flags
-    assert control != nereofile.Configuration()
+    other: object = nereofile.Configuration()
+    assert control != other

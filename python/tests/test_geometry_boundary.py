@@ -29,6 +29,7 @@ def test_enumerators() -> None:
     file.units = 1
     assert (file.coordinate_system, file.units) == (CoordinateSystem.XY, Units.CENTIMETER)
     assert pickle.loads(pickle.dumps(Units.FEET)) is Units.FEET
+    wrong: Any
     for wrong in ("meter", 6, -1, 2**70):
         with pytest.raises(ValueError):
             file.units = wrong
@@ -58,13 +59,13 @@ def test_conditions() -> None:
         (lambda: BoundaryCondition("nonsense"), KeyError),
         (lambda: BoundaryCondition(362), ValueError),
         (lambda: BoundaryCondition(-1), ValueError),
-        (lambda: BoundaryCondition(None), TypeError),
+        (lambda: BoundaryCondition(None), TypeError),  # type: ignore[arg-type]
         (lambda: BoundaryCondition(1).set_extra_value(0, 1.0), IndexError),
         (lambda: BoundaryCondition(1).remove_extra_value(-1), IndexError),
-        (lambda: BoundaryCondition(1, "1"), TypeError),
-        (lambda: BoundaryCondition(1, extra_values=3), TypeError),
+        (lambda: BoundaryCondition(1, "1"), TypeError),  # type: ignore[arg-type]
+        (lambda: BoundaryCondition(1, extra_values=3), TypeError),  # type: ignore[arg-type]
         (lambda: setattr(BoundaryCondition(1), "entity_id", 2**31), TypeError),
-        (lambda: GeometryBoundary().conditions.append(Material()), TypeError),
+        (lambda: GeometryBoundary().conditions.append(Material()), TypeError),  # type: ignore[arg-type]
         (lambda: GeometryBoundary().conditions[0], IndexError),
     ],
 )

