@@ -25,11 +25,16 @@ int codeOf(const QString& name)
 /// Takes the fields out of a walk.
 class FieldListener : public Listener {
 public:
-    explicit FieldListener(std::vector<ListedField>& fields) : fields_(fields) {}
+    explicit FieldListener(FieldList& list) : fields_(list.fields), error_(list.error) {}
 
     bool wantsItems() const override { return true; }
-    void finding(const Discovery&) override {}
-    bool onlyCounts(Rule) override { return true; }
+    bool onlyCounts(Rule rule) override { return rule != Rule::CannotRead; }
+
+    void finding(const Discovery& discovery) override
+    {
+        if (discovery.rule == Rule::CannotRead)
+            error_ = discovery.found;
+    }
 
     void item(const Item& item) override
     {
@@ -48,6 +53,7 @@ public:
 
 private:
     std::vector<ListedField>& fields_;
+    QString& error_;
     std::bitset<512> met_; // codes
 };
 
@@ -60,7 +66,9 @@ FieldList::FieldList(const InputFile& file)
     Io::ResultsFileWalk walk(in);
     constexpr int noneButKnown = 0;
     Io::ResultsFileHeaderReader(header, noneButKnown).read(walk, file.size());
-    FieldListener listener(fields);
+    if (InputFile::hasFailed(*device))
+        error = device->errorString();
+    FieldListener listener(*this);
     walkResults(file, listener);
     for (std::size_t i = 0; i < fields.size(); ++i)
         places_.insert(fields[i].key(), int(i));

@@ -25,6 +25,7 @@ struct ListedField {
 struct FieldList {
     Io::ResultsFileHeader header; ///< names no unknown fields
     std::vector<ListedField> fields;
+    QString error; ///< why these couldn't be read; empty if they could
 
     explicit FieldList(const InputFile& file);
 

@@ -27,6 +27,11 @@ public:
 
     bool run()
     {
+        for (const ResultsSide* side : {&pair_.a, &pair_.b}) {
+            if (!side->list.error.isEmpty())
+                return pair_.end(Comparison::Outcome::CannotOpen, side->file.path(),
+                                 QLatin1String("the file can't be read to its end: ") + side->list.error);
+        }
         for (const QString& name : wanted_) {
             if (!isListed(pair_.a, name) && !isListed(pair_.b, name))
                 return pair_.end(Comparison::Outcome::NoSuchField, {},

@@ -1,7 +1,9 @@
 #include "Checked.h"
 
 #include "faults/SystemCallFaults.h"
+#include "support/ResultsBytes.h"
 
+#include <NereoInspection/Comparison.h>
 #include <fuzz/LoadEnd.h>
 
 #include <cerrno>
@@ -90,6 +92,59 @@ TEST_F(InspectionFaultTest, SaysWhatCannotBeReadAtAll)
     ASSERT_EQ(checked.findings.size(), 1U) << linesOf(checked);
     EXPECT_EQ(checked.findings[0].code, "cannot-open");
     EXPECT_EQ(checked.findings[0].effect, Effect::None);
+}
+
+TEST_F(InspectionFaultTest, TakesNoFailureForTheEndOfAComparedFile)
+{
+    const auto results = [](std::initializer_list<int> nodes, double last) {
+        ResultsBytes bytes;
+        bytes.header(3).run().names({"kU"});
+        for (const int node : nodes)
+            bytes.record(node, {node == 3 ? last : 1});
+        return bytes.bytes().toStdString();
+    };
+    const std::string text = examples[0].bytes;
+    const std::string otherText = text + "Width 7\n";
+    const std::string xml = examples[1].bytes;
+    const std::string otherXml = std::string(xml).insert(30, "y");
+    const std::string ordered = results({1, 2, 3}, 1);
+    const std::string alsoOrdered = results({1, 2, 3}, 2);
+    const std::string backwards = results({3, 2, 1}, 2);
+    const struct {
+        const char* what;
+        std::string a;
+        std::string b;
+    } pairs[] = {
+        {"text",                 text,    otherText  },
+        {"XML",                  xml,     otherXml   },
+        {"results in order",     ordered, alsoOrdered},
+        {"results in any order", ordered, backwards  },
+    };
+    for (const auto& [what, bytesOfA, bytesOfB] : pairs) {
+        const std::string a = folder.write("a", bytesOfA);
+        const std::string b = folder.write("b", bytesOfB);
+        int reads = 0;
+        QString differences;
+        {
+            const FaultyFiles counted(folder.path());
+            differences = toText(compare(a, b));
+            reads = counted.count(SystemCall::Read);
+        }
+        EXPECT_NE(differences, "") << what;
+        ASSERT_GT(reads, 5);
+        for (int first = 0; first < reads; ++first) {
+            SCOPED_TRACE(std::string(what) + ", read " + std::to_string(first));
+            FaultyFiles faults(folder.path());
+            faults.fail(SystemCall::Read, EIO, first);
+            const Comparison comparison = compare(a, b);
+            if (comparison.outcome == Comparison::Outcome::CannotOpen) {
+                EXPECT_TRUE(comparison.message.contains("Input/output error"));
+            } else { // that read would have found the end
+                EXPECT_EQ(comparison.outcome, Comparison::Outcome::Compared);
+                EXPECT_EQ(toText(comparison), differences);
+            }
+        }
+    }
 }
 
 } // namespace
