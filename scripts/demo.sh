@@ -7,7 +7,7 @@ out=${1:-out}
 
 scripts/setup.sh
 cmake --preset release >/dev/null
-cmake --build --preset release --target typical_run nereofile >/dev/null
+cmake --build --preset release --target typical_run nereofile nereofile_python >/dev/null
 build/release/examples/typical_run samples "$out"
 
 # Shows a command and runs it. To find an error or a difference is what it is here for.
@@ -27,3 +27,12 @@ try check broken.ctl
 cp cavity.ctl mine.ctl
 try set mine.ctl relaxation/kP/under 0.25
 try diff cavity.ctl mine.ctl
+
+printf '\nIn Python:\n'
+PYTHONPATH="$OLDPWD/build/release/python" /usr/bin/python3 - "$OLDPWD/samples/cavity.res" <<'END'
+import sys, nereofile
+results = nereofile.read_results(sys.argv[1])
+print(results)
+print("largest kU", results["kU"].max(), "at node", results["kU"].argmax() + 1)
+print(nereofile.diff("cavity.ctl", "mine.ctl"))
+END
