@@ -146,10 +146,7 @@ public:
         } catch (const Refusal&) {
             refuseDoubt(); // it is a flag, perhaps
         }
-        const FileEncoding& encoding = lines_.encoding();
-        const qint64 begin =
-            lines_[numberLine_].begin + encoding.encoded(line.left(line.indexOf(word))).size();
-        return {begin, begin + encoding.encoded(word).size(), encoding.encoded(QString::number(number))};
+        return lines_.part(numberLine_, line.indexOf(word), word, QString::number(number));
     }
 
 private:

@@ -81,6 +81,10 @@ QByteArray replaced(const QByteArray& bytes, Replacements replacements)
     QByteArray changed;
     qint64 at = 0;
     for (const Replacement& replacement : replacements) {
+        const bool isPart = at <= replacement.begin && replacement.begin <= replacement.end
+            && replacement.end <= bytes.size();
+        if (!isPart)
+            throw Refusal(EditProblem::Doubtful, QStringLiteral("two values stand at one place of the file"));
         changed.append(bytes.constData() + at, int(replacement.begin - at));
         changed += replacement.bytes;
         at = replacement.end;

@@ -37,7 +37,8 @@ struct Replacement {
 
 using Replacements = std::vector<Replacement>;
 
-/// The bytes with all of the replacements, which don't overlap. Of those at one place the first comes first.
+/// The bytes with all of the replacements, of which none may overlap. Of those at one place the first comes
+/// first.
 QByteArray replaced(const QByteArray& bytes, Replacements replacements);
 
 /// A value as it is to be written.

@@ -5,6 +5,7 @@
 #include <QBuffer>
 
 #include <array>
+#include <utility>
 
 namespace Nereo::Inspection {
 
@@ -32,8 +33,8 @@ InputFile::InputFile(const std::string& path) : path_(path), name_(Util::toQStri
         size_ = file.size();
 }
 
-InputFile::InputFile(const std::string& path, const QByteArray& bytes)
-    : path_(path), size_(bytes.size()), isOpen_(true), bytes_(bytes)
+InputFile::InputFile(std::string path, const QByteArray& bytes)
+    : path_(std::move(path)), size_(bytes.size()), isOpen_(true), bytes_(bytes)
 {
 }
 

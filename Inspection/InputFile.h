@@ -21,7 +21,7 @@ class NEREOINSPECTION_EXPORT InputFile {
 public:
     explicit InputFile(const std::string& path);
     /// What stands in a file of that name, or would stand there.
-    InputFile(const std::string& path, const QByteArray& bytes);
+    InputFile(std::string path, const QByteArray& bytes);
     InputFile(const InputFile&) = delete;
     InputFile& operator=(const InputFile&) = delete;
     ~InputFile();

@@ -95,6 +95,17 @@ Replacement TextLines::linesBehind(int i, const QStringList& texts, int likeLine
     return {place, place, bytes};
 }
 
+Replacement TextLines::part(int i, int begin, const QString& before, const QString& after) const
+{
+    const qint64 line = lines_[std::size_t(i)].begin;
+    const QByteArray start = encoding_.encoded(text(i).left(begin));
+    const QByteArray part = encoding_.encoded(before);
+    if (bytes_.mid(int(line), start.size() + part.size()) != start + part)
+        throw Refusal(EditProblem::Doubtful,
+                      QStringLiteral("there are bytes before it that are no characters"));
+    return {line + start.size(), line + start.size() + part.size(), encoding_.encoded(after)};
+}
+
 Replacement TextLines::word(const Item& item, const NewText& text, bool isBehindName) const
 {
     if (!item.place.hasOffset())
@@ -121,7 +132,7 @@ QByteArray TextLines::lineEndAt(int i) const
 QByteArray TextLines::lineEndNear(int i) const
 {
     for (int near = std::max(i, 0); near >= 0 && near < count(); --near) {
-        const QByteArray lineEnd = lineEndAt(near);
+        QByteArray lineEnd = lineEndAt(near);
         if (!lineEnd.isEmpty())
             return lineEnd;
     }

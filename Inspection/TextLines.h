@@ -34,6 +34,9 @@ public:
     /// Puts lines behind another, or before all where that is -1. They are indented as a line.
     Replacement linesBehind(int i, const QStringList& texts, int likeLine) const;
 
+    /// Replaces a part of a line, which begins at a character of it.
+    Replacement part(int i, int begin, const QString& before, const QString& after) const;
+
     Replacement without(int i) const
     {
         return {lines_[std::size_t(i)].begin, lines_[std::size_t(i)].behind, {}};
@@ -42,8 +45,6 @@ public:
     /// The bytes that stand for the value of an item. Behind a name a blank stands before one that wasn't
     /// there.
     Replacement word(const Item& item, const NewText& text, bool isBehindName) const;
-
-    const FileEncoding& encoding() const { return encoding_; }
 
 private:
     QByteArray lineEndAt(int i) const;

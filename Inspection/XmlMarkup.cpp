@@ -408,7 +408,10 @@ int XmlMarkup::indexOf(qint64 offset) const
 
 qint64 XmlMarkup::offsetOf(int index) const
 {
-    return encoding_.encoded(text_.left(index)).size();
+    const QByteArray before = encoding_.encoded(text_.left(index));
+    if (!bytes_.startsWith(before))
+        refuseDoubt(); // bytes that are no characters stand before it
+    return before.size();
 }
 
 Replacement XmlMarkup::bytes(Range range, const QString& text) const

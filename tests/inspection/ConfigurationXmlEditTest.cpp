@@ -142,6 +142,8 @@ TEST(ConfigurationXmlEditTest, EditsWhatStandsBeforeAnErrorOfTheDocument)
 {
     EXPECT_EQ(edited(xml, "<Nereo2Config><Width>1</Width><Height>", setTo("Width", "2")),
               "<Nereo2Config><Width>2</Width><Height>");
+    EXPECT_EQ(edited(xml, "<Nereo2Config><Width>1</Width>\xFF\n</Nereo2Config>", setTo("Width", "2")),
+              "refused: Doubtful");
     EXPECT_EQ(edited(xml, "<Nereo2Config><Width>1</Width>", setTo("MaxIter", "2")), "refused: Doubtful");
     EXPECT_EQ(edited(xml, "<Nereo2Config><Height>1</Height><MaxIter>2", removed("MaxIter")),
               "refused: Doubtful");

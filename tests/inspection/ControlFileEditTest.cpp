@@ -178,6 +178,17 @@ TEST(ControlFileEditTest, RefusesWhatCannotBe)
         EXPECT_EQ(edited(control, fileWith(file), removed(address)), "refused: NotThere") << address;
 }
 
+TEST(ControlFileEditTest, KeepsBytesThatAreNoCharacters)
+{
+    EXPECT_EQ(edited(control, fileWith(" *** Units\n3 \xFF\xC3\n *** Flag section\n1\nx\xFF 2\n"),
+                     setTo("units", "4")),
+              fileWith(" *** Units\n4 \xFF\xC3\n *** Flag section\n1\nx\xFF 2\n"));
+    EXPECT_EQ(edited(control, fileWith(" *** Flag section\n1 \xFF\nx\xFF 2\n"), setTo("flags/y", "3")),
+              fileWith(" *** Flag section\n2 \xFF\nx\xFF 2\ny 3\n"));
+    EXPECT_EQ(edited(control, fileWith(" *** Flag section\n\r1\nx 2\n"), setTo("flags/y", "3")),
+              "refused: Doubtful"); // a load reads the number as if it stood there alone
+}
+
 TEST(ControlFileEditTest, RefusesWhatALaterSectionOverrides)
 {
     expectSections(" *** Flag section\n1\nx 5\n *** Flag section\n1\ny 5\n", setTo("flags/x", "6"),
