@@ -243,9 +243,9 @@ private:
             return {
                 EditProblem::NotEditable,
                 {},
-                QStringLiteral("only configurations, control files and material databases can be edited")};
+                QLatin1String("only configurations, control files and material databases can be edited")};
         if (input.size() > std::numeric_limits<int>::max() / 2)
-            return {EditProblem::CannotOpen, {}, QStringLiteral("the file is too large")};
+            return {EditProblem::CannotOpen, {}, QLatin1String("the file is too large")};
         const auto device = input.openBytes();
         original_ = device->readAll();
         if (InputFile::hasFailed(*device))
