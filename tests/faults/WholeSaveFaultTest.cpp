@@ -158,7 +158,7 @@ TEST_P(WholeSaveFaults, SayWhatFailed)
             files.fail(call, error, number, 1);
         });
         EXPECT_EQ(outcome.result.status, status) << what;
-        EXPECT_EQ(outcome.result.reason, std::strerror(error)) << what;
+        EXPECT_EQ(outcome.result.reason, qt_error_string(error).toStdString()) << what;
         expectWhole(outcome, what);
     }
 }
@@ -180,7 +180,7 @@ TEST_P(WholeSaveFaults, SayThatTheNameOfTheNewFileCannotBeMade)
         const Outcome outcome =
             save([&, error = error](FaultyFiles& files) { files.fail(call, error, first); });
         EXPECT_EQ(outcome.result.status, status) << std::strerror(error);
-        EXPECT_EQ(outcome.result.reason, std::strerror(error));
+        EXPECT_EQ(outcome.result.reason, qt_error_string(error).toStdString());
         expectWhole(outcome, std::strerror(error));
     }
 
@@ -197,7 +197,7 @@ TEST_P(WholeSaveFaults, SayThatTheNewFileMayNotOutliveAPowerFailure)
         const Outcome failed =
             save([&](FaultyFiles& files) { files.fail(SystemCall::Force, ENOSPC, number); });
         EXPECT_EQ(failed.result.status, SaveResult::NotForced);
-        EXPECT_EQ(failed.result.reason, std::strerror(ENOSPC));
+        EXPECT_EQ(failed.result.reason, qt_error_string(ENOSPC).toStdString());
         expectWhole(failed, "new, but not forced");
     }
 
@@ -273,7 +273,7 @@ TEST_P(WholeSaveFaults, OfAnOwnerThatCannotBeKeptLeaveTheOldFile)
         const Outcome outcome =
             save([error = error](FaultyFiles& files) { files.fail(SystemCall::ChangeOwner, error, 0); });
         EXPECT_EQ(outcome.result.status, status);
-        EXPECT_EQ(outcome.result.reason, std::strerror(error));
+        EXPECT_EQ(outcome.result.reason, qt_error_string(error).toStdString());
         expectWhole(outcome, std::strerror(error));
     }
 }
