@@ -240,10 +240,9 @@ private:
         if (kind_ == FileKind::Unknown)
             kind_ = kindOf(input);
         if (!isEditable(kind_))
-            return {
-                EditProblem::NotEditable,
-                {},
-                QLatin1String("only configurations, control files and material databases can be edited")};
+            return {EditProblem::NotEditable,
+                    {},
+                    QLatin1String("only configurations, control files and material databases can be edited")};
         if (input.size() > std::numeric_limits<int>::max() / 2)
             return {EditProblem::CannotOpen, {}, QLatin1String("the file is too large")};
         const auto device = input.openBytes();
