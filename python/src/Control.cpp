@@ -421,8 +421,8 @@ void bindControl(py::module_& module)
              py::arg("title") = "");
     type.def_static("load", &load, py::arg("path"), py::kw_only(), py::arg("strict") = true,
                     "The settings in a file. Raises FileError where the file has errors; strict=False\n"
-                    "takes what can be read, but for a file that announces another number of flags\n"
-                    "than it has, which can't be loaded.");
+                    "takes what can be read, also of a file that announces another number of flags\n"
+                    "than it has, where a load of C++ stops the process.");
     type.def(
         "save", [](const Self& self, const Path& path) { save(*self, path); }, py::arg("path"),
         "Writes the file, with its materials and flags.");

@@ -145,10 +145,17 @@ def test_a_wrong_number_of_flags_is_a_file_error(tmp_path: pathlib.Path) -> None
     control.flags.append(Flag("a", 1))
     control.save(tmp_path / "a.ctl")
     text = (tmp_path / "a.ctl").read_text()
-    (tmp_path / "a.ctl").write_text(text.replace("\na 1", ""))
-    for strict in (True, False):
+    for flags in ([], ["a 1", "b 2", "c 3"], ["a 1"] * 12):
+        (tmp_path / "a.ctl").write_text(text.replace("\na 1", "".join("\n" + flag for flag in flags)))
+        before = (tmp_path / "a.ctl").read_bytes()
         with pytest.raises(FileError, match="flag-count"):
-            ControlFile.load(tmp_path / "a.ctl", strict=strict)
+            ControlFile.load(tmp_path / "a.ctl")
+        loaded = ControlFile.load(tmp_path / "a.ctl", strict=False)
+        assert [f"{flag.name} {flag.value}" for flag in loaded.flags] == flags
+        assert (tmp_path / "a.ctl").read_bytes() == before and loaded.path == tmp_path / "a.ctl"
+    (tmp_path / "a.ctl").write_bytes(text.replace("\na 1", "").encode("utf-16"))
+    with pytest.raises(FileError, match="flag-count"):
+        ControlFile.load(tmp_path / "a.ctl", strict=False)
 
 
 def test_errors_of_files(tmp_path: pathlib.Path) -> None:

@@ -181,12 +181,12 @@ def test_files_that_stop_a_load(tmp_path: pathlib.Path) -> None:
         control.flags.append(nereofile.Flag("a", 1))
         control.save(path)
         path.write_text(path.read_text().replace("a 1", ""))
-        for strict in (True, False):
-            try:
-                nereofile.ControlFile.load(path, strict=strict)
-            except nereofile.FileError as error:
-                print([finding.code for finding in error.findings])
+        try:
+            nereofile.ControlFile.load(path)
+        except nereofile.FileError as error:
+            print([finding.code for finding in error.findings])
+        print(nereofile.ControlFile.load(path, strict=False).flags)
     """
     child = run_child(textwrap.dedent(code))
     assert child.returncode == 0, child.stderr
-    assert child.stdout.count("flag-count") == 2
+    assert "flag-count" in child.stdout and "<Flags: 0>" in child.stdout
