@@ -23,7 +23,7 @@ py::array_t<double> arrayOf(const QVector<double>& values)
     const double* const data = share->constData();
     const py::capsule owner(share.get(),
                             [](void* held) { delete static_cast<const QVector<double>*>(held); });
-    share.release();
+    static_cast<void>(share.release());
     py::array_t<double> array(values.size(), data, owner);
     array.attr("setflags")(py::arg("write") = false);
     return array;
