@@ -46,6 +46,7 @@ CheckedFile checkFile(const InputFile& file, const CheckOptions& options)
     checked.file = file.path();
     checked.kind = options.kind;
 
+    file.setProgress(options.progress);
     FindingListener listener;
     if (!file.isOpen()) {
         listener.finding({Rule::CannotOpen, {}, {}, file.errorString()});

@@ -4,6 +4,7 @@
 
 #include <QBuffer>
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -18,6 +19,24 @@ QFileDevice::FileError errorOf(const QIODevice& device)
     const auto* const file = qobject_cast<const QFileDevice*>(&device);
     return file == nullptr ? QFileDevice::NoError : file->error();
 }
+
+/// A file that tells how far it has been read.
+class ReportingFile : public Io::FileEndingAtFailure {
+public:
+    explicit ReportingFile(InputFile::Progress progress) : progress_(std::move(progress)) {}
+
+protected:
+    qint64 readData(char* data, qint64 maxSize) override
+    {
+        const qint64 count = FileEndingAtFailure::readData(data, maxSize);
+        if (count > 0)
+            progress_(std::min(pos() + count, size()), size());
+        return count;
+    }
+
+private:
+    InputFile::Progress progress_;
+};
 
 } // namespace
 
@@ -49,6 +68,8 @@ QString InputFile::readError() const
 
 std::unique_ptr<QIODevice> InputFile::open(QIODevice::OpenMode mode) const
 {
+    if (progress_)
+        return opened(std::make_unique<ReportingFile>(progress_), mode);
     return opened(std::make_unique<Io::FileEndingAtFailure>(), mode);
 }
 

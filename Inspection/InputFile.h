@@ -7,6 +7,7 @@
 #include <QIODevice>
 #include <QTemporaryFile>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -19,6 +20,8 @@ namespace Nereo::Inspection {
 /// A walk reads it by devices of its own, as a load does.
 class NEREOINSPECTION_EXPORT InputFile {
 public:
+    using Progress = std::function<void(qint64 bytesDone, qint64 bytesInAll)>;
+
     explicit InputFile(const std::string& path);
     /// What stands in a file of that name, or would stand there.
     InputFile(std::string path, const QByteArray& bytes);
@@ -34,6 +37,9 @@ public:
 
     const std::string& path() const { return path_; } ///< as it was given
     qint64 size() const { return size_; }
+
+    /// Whom to tell how far the devices have got that are opened for a load from now on.
+    void setProgress(Progress progress) const { progress_ = std::move(progress); }
 
     /// Opens the file for the stream of a load: from the first read that fails on nothing is read.
     /// QIODevice::Text says what a load of texts says.
@@ -55,6 +61,7 @@ private:
     qint64 size_ = 0;
     bool isOpen_ = false;
     std::unique_ptr<QTemporaryFile> copy_;
+    mutable Progress progress_;       ///< which is no part of the file
     std::optional<QByteArray> bytes_; ///< where they aren't read from a file
 };
 

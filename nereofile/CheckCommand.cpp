@@ -2,6 +2,7 @@
 #include "Commands.h"
 #include "InputPath.h"
 #include "Output.h"
+#include "Progress.h"
 #include "Terminal.h"
 #include "Text.h"
 
@@ -135,7 +136,10 @@ std::vector<CheckedFile> checkedCase(const std::deque<InputPath>& inputs,
 
 CheckedFile checkedFile(const InputPath& input, const Inspection::CheckOptions& options)
 {
-    CheckedFile file = check(input.path(), options);
+    Progress progress(Util::toQString(input.name()));
+    Inspection::CheckOptions shown = options;
+    shown.progress = progress.function();
+    CheckedFile file = check(input.path(), shown);
     file.file = input.name();
     return file;
 }
@@ -144,7 +148,7 @@ CheckedFile checkedFile(const InputPath& input, const Inspection::CheckOptions& 
 
 ExitCode runCheck(const Arguments& arguments, Output& output)
 {
-    const Inspection::CheckOptions options {arguments.kind()};
+    const Inspection::CheckOptions options {arguments.kind(), {}};
     const bool isJson = arguments.has("json") && !arguments.has("quiet");
     const bool isText = !arguments.has("json") && !arguments.has("quiet");
     Report report(output);

@@ -3,6 +3,7 @@
 #include "ConfigurationConversion.h"
 #include "InputPath.h"
 #include "Messages.h"
+#include "Progress.h"
 #include "ResultsConversion.h"
 
 #include <NereoInspection/Check.h>
@@ -21,7 +22,10 @@ bool isConfiguration(FileKind kind)
 
 void requireNoErrors(const InputPath& input)
 {
-    const qint64 errors = Inspection::check(input.path()).counts.errors;
+    Inspection::CheckOptions options;
+    Progress progress(Util::toQString(input.name()));
+    options.progress = progress.function();
+    const qint64 errors = check(input.path(), options).counts.errors;
     if (errors > 0)
         throw Refusal(
             about(input.name(),

@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -31,6 +32,10 @@ struct CheckedFile {
 struct CheckOptions {
     /// What the files are taken for. Unknown: what their content tells.
     FileKind kind = FileKind::Unknown;
+
+    /// Is told how many bytes of how many of a file have been read, after every few kilobytes. A file that is
+    /// gone through more than once is told of each time. It must not throw, and may be empty.
+    std::function<void(qint64 bytesDone, qint64 bytesInAll)> progress = {};
 };
 
 /// Finds what is wrong with a file, all of it in one pass. Whatever stands in the file, nothing is thrown but

@@ -8,6 +8,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QFileInfo>
 #include <QJsonDocument>
 
 #include <sys/stat.h>
@@ -60,6 +61,27 @@ TEST(CheckTest, TakesAFileForTheKindThatItIsTold)
     EXPECT_EQ(foreign.findings[0].place, (Place {3, 1, 15}));
     EXPECT_EQ(foreign.findings[0].message,
               "there is no element \"Nereo2Config\" in the document; all of it is ignored");
+}
+
+TEST(CheckTest, TellsHowFarItHasGot)
+{
+    const TemporaryFolder folder;
+    const std::string text = folder.path("a.cfg");
+    writeBytes(text, QByteArray("MaxIter 5\n").repeated(10000).toStdString());
+    for (const std::string& path : {text, std::string(NEREO_SAMPLES_DIR "/cavity.res"),
+                                    std::string(NEREO_SAMPLES_DIR "/materials.xml")}) {
+        const qint64 size = QFileInfo(QString::fromStdString(path)).size();
+        qint64 last = 0;
+        CheckOptions options;
+        options.progress = [&](qint64 bytesDone, qint64 bytesInAll) {
+            EXPECT_EQ(bytesInAll, size);
+            EXPECT_GT(bytesDone, 0);
+            EXPECT_LE(bytesDone, size);
+            last = bytesDone;
+        };
+        EXPECT_EQ(toJson({check(path, options)}), toJson({check(path)})) << path;
+        EXPECT_EQ(last, size) << path;
+    }
 }
 
 TEST(CheckTest, SaysWhereTheSuffixIsThatOfTheOtherForm)
