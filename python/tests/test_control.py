@@ -145,7 +145,8 @@ def test_a_wrong_number_of_flags_is_a_file_error(tmp_path: pathlib.Path) -> None
     control.flags.append(Flag("a", 1))
     control.save(tmp_path / "a.ctl")
     text = (tmp_path / "a.ctl").read_text()
-    for flags in ([], ["a 1", "b 2", "c 3"], ["a 1"] * 12):
+    cases: list[list[str]] = [[], ["a 1", "b 2", "c 3"], ["a 1"] * 12]
+    for flags in cases:
         (tmp_path / "a.ctl").write_text(text.replace("\na 1", "".join("\n" + flag for flag in flags)))
         before = (tmp_path / "a.ctl").read_bytes()
         with pytest.raises(FileError, match="flag-count"):
