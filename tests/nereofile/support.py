@@ -72,13 +72,13 @@ class CommandTest(unittest.TestCase):
     def sample(self, name, as_name=None):
         shutil.copy(SAMPLES / name, self.folder / (as_name or name))
 
-    def run_command(self, *arguments, input=None, environment=None, **options):
-        """Runs it, and validates what it prints as JSON."""
+    def run_command(self, *arguments, input=None, environment=None, folder=None, **options):
+        """Runs it, in the folder of the test or another one, and validates what it prints as JSON."""
         if input is None:
             options.setdefault("stdin", subprocess.DEVNULL)
         process = subprocess.run(
             [PROGRAM, *arguments],
-            cwd=self.folder,
+            cwd=folder or self.folder,
             input=input,
             stdout=subprocess.PIPE,
             stderr=subprocess.PIPE,
