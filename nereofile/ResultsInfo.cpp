@@ -125,7 +125,9 @@ QString statisticsTable(const Results& results)
                    QString::number(field.maximumNode), shortNumber(field.mean),
                    QString::number(field.notFinite)});
     }
-    return indentation + table.width() <= columnsOf(STDOUT_FILENO) ? table.text(indentation) : QString();
+    const bool hasRoom =
+        !isTerminal(STDOUT_FILENO) || indentation + table.width() <= columnsOf(STDOUT_FILENO);
+    return hasRoom ? table.text(indentation) : QString();
 }
 
 /// The same below each other, for a terminal that hasn't room for the table.
