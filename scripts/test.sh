@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Builds the library and passes all tests.
-#   scripts/test.sh [PRESET]   release (the default), debug, clang, asan-ubsan, tsan with the tests of threads alone, or
-#                              portable with those of what becomes text
+#   scripts/test.sh [PRESET]   release (the default), debug, clang, clang-numbers with the tests of what is calculated
+#                              alone, asan-ubsan, tsan with those of threads, or portable with those of what becomes text
 set -euo pipefail
 cd "$(dirname "$0")/.."
 preset=${1:-release}
