@@ -26,7 +26,7 @@ std::string_view view(const QByteArray& bytes)
 QString indentation(const std::vector<bool>& levels)
 {
     constexpr int perLevel = 4;
-    return QString(perLevel * int(levels.size()), QLatin1Char(' '));
+    return {perLevel * int(levels.size()), QLatin1Char(' ')};
 }
 
 } // namespace

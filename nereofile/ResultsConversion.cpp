@@ -174,8 +174,7 @@ void writeNpy(const Rows& rows, const Sink& sink)
 
 } // namespace
 
-ResultsConversion::ResultsConversion(const Arguments& arguments, const std::string& target)
-    : target_(target), isCsv_(true)
+ResultsConversion::ResultsConversion(const Arguments& arguments, const std::string& target) : target_(target)
 {
     const QString suffix = QFileInfo(Util::toQString(target)).suffix();
     isCsv_ = target == "-" || suffix == QLatin1String("csv");

@@ -25,7 +25,7 @@ private:
     void takeNodes(const std::string& range);
 
     std::string target_;
-    bool isCsv_;
+    bool isCsv_ = true;
     std::vector<std::string> fields_; ///< their names; none of them means all
     int firstNode_ = 1;
     int lastNode_ = Io::ResultsLoadOptions::lastOfAllNodes;

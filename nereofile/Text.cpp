@@ -23,7 +23,7 @@ bool isSeen(uint letter)
 
 QString blanks(int count)
 {
-    return QString(std::max(count, 0), QLatin1Char(' '));
+    return {std::max(count, 0), QLatin1Char(' ')};
 }
 
 } // namespace
