@@ -16,6 +16,7 @@ PROGRAM = os.environ["NEREO_COMMAND"]
 SOURCES = pathlib.Path(__file__).resolve().parents[2]
 SAMPLES = SOURCES / "samples"
 SCHEMAS = SOURCES / "nereofile" / "schemas"
+NOBODY = 65534
 TIMEOUT = 60  # seconds, of which a sanitizer may need some
 
 
@@ -71,6 +72,18 @@ class CommandTest(unittest.TestCase):
 
     def sample(self, name, as_name=None):
         shutil.copy(SAMPLES / name, self.folder / (as_name or name))
+
+    def as_an_ordinary_user(self):
+        """The options that run the command so, also where the tests are root's, who may do everything."""
+        if os.geteuid() != 0:
+            return {}
+        self.folder.chmod(0o755)
+        user = {"user": NOBODY, "group": NOBODY, "extra_groups": []}
+        try:
+            subprocess.run([PROGRAM, "--version"], stdout=subprocess.DEVNULL, check=True, **user)
+        except (OSError, subprocess.CalledProcessError):
+            self.skipTest("an ordinary user can't run the command here")
+        return user
 
     def run_command(self, *arguments, input=None, environment=None, folder=None, **options):
         """Runs it, in the folder of the test or another one, and validates what it prints as JSON."""

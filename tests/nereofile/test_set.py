@@ -170,10 +170,11 @@ class SetTest(CommandTest):
 
     def test_a_file_that_cannot_be_written_stays(self):
         self.expect_refused("set a.ctl flags/cfl 1 --output nowhere/b.ctl", "nowhere/b.ctl: can't be written")
-        if os.geteuid() != 0:
-            self.folder.chmod(0o555)
-            self.addCleanup(self.folder.chmod, 0o755)
-            self.expect_refused("set a.ctl flags/cfl 1", "a.ctl: may not be written")
+        user = self.as_an_ordinary_user()
+        (self.folder / "a.ctl").chmod(0o666)
+        self.folder.chmod(0o555)
+        self.addCleanup(self.folder.chmod, 0o755)
+        self.expect_refused("set a.ctl flags/cfl 1", "a.ctl: may not be written", **user)
         self.assertEqual(self.content(), CONTROL)
 
     def test_a_full_standard_output(self):

@@ -44,11 +44,12 @@ class OutputTest(CommandTest):
 
 class InputTest(CommandTest):
     def test_a_file_that_may_not_be_read(self):
-        if os.geteuid() == 0:
-            self.skipTest("root may read every file")
+        user = self.as_an_ordinary_user()
+        self.write("open.cfg", "MaxIter 5")
         self.write("secret.cfg", "MaxIter 5").chmod(0)
-        self.expect_refused("info secret.cfg", "secret.cfg: Permission denied")
-        self.assertEqual(self.run_command("check", "secret.cfg").code, 2)
+        self.expect("get open.cfg MaxIter", "5\n", **user)
+        self.expect_refused("info secret.cfg", "secret.cfg: Permission denied", **user)
+        self.assertEqual(self.run_command("check", "secret.cfg", **user).code, 2)
 
     def test_pipes_are_read_to_their_end_and_leave_nothing(self):
         os.mkfifo(self.folder / "pipe")
