@@ -9,8 +9,8 @@
 
 namespace {
 
-#ifdef NEREO_SANITIZER
-constexpr int secondsAllowed = 10; // the sanitizers take their part
+#if defined NEREO_SANITIZER || defined NEREO_EMULATED
+constexpr int secondsAllowed = 10; // the sanitizers and emulators take their part
 #else
 constexpr int secondsAllowed = 1;
 #endif
