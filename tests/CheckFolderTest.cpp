@@ -1,18 +1,13 @@
+#include "support/ProgramRun.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
-
-#include <QProcess>
 
 namespace {
 
 std::string checkFolder(const QStringList& args, int expectedExitCode)
 {
-    QProcess process;
-    process.start(NEREO_CHECK_FOLDER, args);
-    EXPECT_TRUE(process.waitForFinished(60000));
-    EXPECT_EQ(process.exitCode(), expectedExitCode);
-    return (process.readAllStandardOutput() + process.readAllStandardError()).toStdString();
+    return printedBy(NEREO_CHECK_FOLDER, args, expectedExitCode);
 }
 
 TEST(CheckFolder, SaysWhatIsWrongWithEachFileAndBetweenThem)

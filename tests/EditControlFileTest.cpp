@@ -1,8 +1,7 @@
+#include "support/ProgramRun.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
-
-#include <QProcess>
 
 namespace {
 
@@ -10,11 +9,7 @@ using ::testing::HasSubstr;
 
 std::string edit(const QStringList& args, int expectedExitCode)
 {
-    QProcess process;
-    process.start(NEREO_EDIT_CONTROL_FILE, args);
-    EXPECT_TRUE(process.waitForFinished(60000));
-    EXPECT_EQ(process.exitCode(), expectedExitCode);
-    return (process.readAllStandardOutput() + process.readAllStandardError()).toStdString();
+    return printedBy(NEREO_EDIT_CONTROL_FILE, args, expectedExitCode);
 }
 
 TEST(EditControlFile, ChangesOneFactorAndNothingElse)

@@ -1,6 +1,6 @@
-#include <gmock/gmock.h>
+#include "support/ProgramRun.h"
 
-#include <QProcess>
+#include <gmock/gmock.h>
 
 namespace {
 
@@ -8,11 +8,7 @@ using ::testing::HasSubstr;
 
 std::string inspect(const QStringList& args, int expectedExitCode)
 {
-    QProcess process;
-    process.start(NEREO_INSPECT_RESULTS, args);
-    EXPECT_TRUE(process.waitForFinished(60000));
-    EXPECT_EQ(process.exitCode(), expectedExitCode);
-    return (process.readAllStandardOutput() + process.readAllStandardError()).toStdString();
+    return printedBy(NEREO_INSPECT_RESULTS, args, expectedExitCode);
 }
 
 TEST(InspectResults, ShowsFactsFieldsProgressAndACutFile)

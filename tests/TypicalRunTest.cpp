@@ -1,33 +1,22 @@
 #include "support/GoldenFile.h"
+#include "support/ProgramRun.h"
 #include "support/TemporaryFolder.h"
 
 #include <gmock/gmock.h>
-
-#include <QProcess>
 
 namespace {
 
 using ::testing::HasSubstr;
 
-struct Outcome {
-    int exitCode;
-    std::string output;
-    std::string errors;
-};
-
-Outcome typicalRun(const QStringList& args)
+ProgramRun typicalRun(const QStringList& args)
 {
-    QProcess process;
-    process.start(NEREO_TYPICAL_RUN, args);
-    EXPECT_TRUE(process.waitForFinished(60000));
-    return {process.exitCode(), process.readAllStandardOutput().toStdString(),
-            process.readAllStandardError().toStdString()};
+    return runProgram(NEREO_TYPICAL_RUN, args);
 }
 
 TEST(TypicalRun, WritesTheFilesOfTheRun)
 {
     TemporaryFolder folder;
-    const Outcome run = typicalRun({NEREO_SAMPLES_DIR, QString::fromStdString(folder.path("out"))});
+    const ProgramRun run = typicalRun({NEREO_SAMPLES_DIR, QString::fromStdString(folder.path("out"))});
     EXPECT_EQ(run.exitCode, 0);
     EXPECT_EQ(run.errors, "");
     for (const char* name : {"cavity.xml", "cavity.cfg", "materials.xml", "cavity.ctl", "cavity.gbi"})
@@ -52,11 +41,11 @@ TEST(TypicalRun, ShowsWhatItFound)
 TEST(TypicalRun, SaysWhatIsWrong)
 {
     TemporaryFolder folder;
-    const Outcome usage = typicalRun({});
+    const ProgramRun usage = typicalRun({});
     EXPECT_EQ(usage.exitCode, 2);
     EXPECT_EQ(usage.errors, "usage: typical_run SAMPLES OUTPUT\n");
 
-    const Outcome missing = typicalRun({"/nonexistent", QString::fromStdString(folder.path())});
+    const ProgramRun missing = typicalRun({"/nonexistent", QString::fromStdString(folder.path())});
     EXPECT_EQ(missing.exitCode, 1);
     EXPECT_EQ(missing.errors, "typical_run: can't load /nonexistent/NEREO2_default.xml\n");
 }
