@@ -340,13 +340,8 @@ std::shared_ptr<Control> load(const Path& path, bool strict)
 void save(Control& control, const Path& path)
 {
     const ControlFile file = control.file();
-    Io::SaveResult result;
-    {
-        const py::gil_scoped_release release;
-        result = file.saveWholeTo(path.utf8);
-    }
-    control.path = path.utf8;
-    requireSaved(path.utf8, result);
+    control.path = path.utf8; // also that of a save that fails
+    saveUnlocked(file, path.utf8);
 }
 
 /// A property that a getter and a setter of ControlFile stand for.

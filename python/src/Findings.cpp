@@ -318,6 +318,16 @@ void requireSaved(const std::string& path, const Io::SaveResult& result)
     throw py::error_already_set();
 }
 
+void saveUnlocked(const Io::File& copy, const std::string& path)
+{
+    Io::SaveResult result;
+    {
+        const py::gil_scoped_release release;
+        result = copy.saveWholeTo(path);
+    }
+    requireSaved(path, result);
+}
+
 void loadChecked(const std::string& path, FileKind kind, bool strict,
                  const std::function<bool(const std::string&)>& load)
 {

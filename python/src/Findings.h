@@ -1,5 +1,6 @@
 #pragma once
 
+#include <NereoFileIO/File.h>
 #include <NereoFileIO/SaveResult.h>
 #include <NereoInspection/Check.h>
 
@@ -30,6 +31,9 @@ void loadChecked(const std::string& path, Inspection::FileKind kind, bool strict
 
 /// Throws what explains why a file couldn't be saved, if it couldn't.
 void requireSaved(const std::string& path, const Io::SaveResult& result);
+
+/// Saves a copy of a file that no other thread knows, while these go on. Throws as requireSaved().
+void saveUnlocked(const Io::File& copy, const std::string& path);
 
 void bindInspection(py::module_& module);
 

@@ -253,13 +253,7 @@ void setUnits(GeometryBoundary& file, const py::object& value)
 
 void save(GeometryBoundary& geometry, const Path& path)
 {
-    const GbiFile file = geometry.file();
-    Io::SaveResult result;
-    {
-        const py::gil_scoped_release release;
-        result = file.saveWholeTo(path.utf8);
-    }
-    requireSaved(path.utf8, result);
+    saveUnlocked(geometry.file(), path.utf8);
 }
 
 py::tuple stateOf(const GeometryBoundary& file)

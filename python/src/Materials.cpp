@@ -384,13 +384,8 @@ std::shared_ptr<MaterialDatabase> loadDatabase(const Path& path, bool strict)
 void saveDatabase(MaterialDatabase& database, const Path& path)
 {
     const MaterialDatabaseFile file = database.file();
-    Io::SaveResult result;
-    {
-        const py::gil_scoped_release release;
-        result = file.saveWholeTo(path.utf8);
-    }
-    database.path = path.utf8;
-    requireSaved(path.utf8, result);
+    database.path = path.utf8; // also that of a save that fails
+    saveUnlocked(file, path.utf8);
 }
 
 const char* const databaseDocumentation = R"(A list of materials, which are found by name as well.
