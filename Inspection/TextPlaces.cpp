@@ -390,12 +390,15 @@ bool TextPlaces::openBlockOf(qint64 index)
     const auto isOpen = [&](std::size_t block) {
         return states_[block].index <= index && index < states_[block + 1].index;
     };
+    const auto isThere = [&] { // unless the file has changed since the block was passed
+        return std::size_t(index - states_[openBlock_].index) < characters_.size();
+    };
     while (states_.back().index <= index && !isAtEnd_)
         passBlock();
     if (index < 0 || index >= states_.back().index)
         return false;
     if (!characters_.empty() && isOpen(openBlock_))
-        return true;
+        return isThere();
 
     const auto behind = std::upper_bound(states_.begin(), states_.end(), index,
                                          [](qint64 at, const State& state) { return at < state.index; });
@@ -409,7 +412,7 @@ bool TextPlaces::openBlockOf(qint64 index)
         pass.runEnd(&characters_, &units_, nullptr);
     else
         pass.run(&characters_, &units_, nullptr);
-    return std::size_t(index - start.index) < characters_.size(); // unless the file has changed
+    return isThere();
 }
 
 TextPlaces::Step TextPlaces::stepAt(const QByteArray& bytes, int at, bool isValid, int pending) const

@@ -226,6 +226,22 @@ TEST(TextPlacesTest, DoesNotTellTwice)
     EXPECT_EQ(recorder.discoveries[2].place.line, 4);
 }
 
+TEST(TextPlacesTest, GivesTheEndForWhatAShrunkFileNoLongerHas)
+{
+    const TemporaryFolder folder;
+    const InputFile file(folder.write("file", std::string(20000, 'x')));
+    TextPlaces places(file);
+    const Place end {1, 20001, 20000};
+    ASSERT_EQ(places.place(20000), end);
+    folder.write("file", std::string(17000, 'x'));
+    EXPECT_EQ(places.place(100).offset, 100);
+    for (const qint64 missing : {19000, 19001, 17000})
+        EXPECT_EQ(places.place(missing), end) << missing;
+    EXPECT_EQ(places.place(16999), (Place {1, 17000, 16999}));
+    EXPECT_EQ(places.text(16990, 19000).size(), 10);
+    EXPECT_EQ(places.length(16990, 19000), 3010);
+}
+
 TEST(TextPlacesTest, FindsTheFirstBadByte)
 {
     const TemporaryFolder folder;
