@@ -13,6 +13,7 @@ packages=(
     libcli11-dev           # options of the command
     libgtest-dev libgmock-dev
     python3-jsonschema     # the tests of the command, with Python 3
+    libxml2-utils          # xmllint, by which they try the XML Schemas
     locales                # the source of the tests' locale with a comma
     pybind11-dev python3-dev python3-numpy # the Python package
     python3-pytest python3-hypothesis
