@@ -17,6 +17,7 @@ packages=(
     locales                # the source of the tests' locale with a comma
     pybind11-dev python3-dev python3-numpy # the Python package
     python3-pytest python3-hypothesis
+    python3-jinja2 python3-matplotlib # the report of a case
 )
 developer_packages=(
     clang                  # Clang 14
@@ -26,7 +27,9 @@ developer_packages=(
     libbenchmark-dev
     doxygen                # the reference of the public headers
     mypy                   # the types of the Python package, and what it can do without
-    python3-pandas python3-xarray python3-dask python3-distributed python3-matplotlib python3-tqdm
+    python3-pandas python3-xarray python3-dask python3-distributed python3-tqdm
+    python3-html5lib       # the tests of the report
+    python3-babel          # its translations
     python3-nbformat python3-nbclient python3-ipykernel
     python3-pip python3-venv python3-setuptools python3-wheel
 )

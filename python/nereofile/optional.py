@@ -10,7 +10,11 @@ _PACKAGES = {
     "xarray": "python3-xarray",
     "dask.array": "python3-dask",
     "dask.delayed": "python3-dask",
+    "matplotlib": "python3-matplotlib",
     "matplotlib.figure": "python3-matplotlib",
+    "jinja2": "python3-jinja2",
+    "markupsafe": "python3-markupsafe",
+    "babel.messages.pofile": "python3-babel",
     "tqdm": "python3-tqdm",
 }
 

@@ -1,0 +1,247 @@
+"""Results: the facts of each snapshot, what its fields are like, and how they change from one to the next."""
+
+from __future__ import annotations
+
+import dataclasses
+import math
+from typing import Dict, List, Mapping, Optional, Sequence, Tuple
+
+import numpy as np
+
+from .._context import Context
+from ..._records import FieldStatistics
+from ...checking import diff
+from ...errors import Cancelled, FileError
+from ...results import ResultsHeader, read_results, results_header, statistics
+from ..case import CaseFile
+from ..distribution import Counter, Distribution, batches, finite_range
+
+_PROBLEMS = (FileError, MemoryError, KeyError, ValueError, OverflowError)
+
+
+@dataclasses.dataclass(frozen=True)
+class Field:
+    """What the values of a field are like. There is no distribution where the file doesn't load."""
+
+    statistics: FieldStatistics
+    distribution: Optional[Distribution] = None
+
+
+@dataclasses.dataclass(frozen=True)
+class Snapshot:
+    """A results file: what it says of itself, and its fields. ``problem`` says why that isn't all."""
+
+    name: str
+    path: str
+    problem: Optional[str]
+    header: Optional[ResultsHeader] = None
+    fields: Tuple[Field, ...] = ()
+
+    def field(self, name: str) -> Optional[FieldStatistics]:
+        """The statistics of a field."""
+        return next((field.statistics for field in self.fields if field.statistics.name == name), None)
+
+
+@dataclasses.dataclass(frozen=True)
+class FieldHistory:
+    """A field from snapshot to snapshot."""
+
+    name: str
+    minimum: Tuple[float, ...]
+    mean: Tuple[float, ...]
+    maximum: Tuple[float, ...]
+
+
+@dataclasses.dataclass(frozen=True)
+class History:
+    """The fields of several snapshots over "iteration" or "time"."""
+
+    over: str
+    places: Tuple[float, ...]
+    fields: Tuple[FieldHistory, ...]
+
+
+@dataclasses.dataclass(frozen=True)
+class FieldChange:
+    """How a field of one file differs from that of another; nothing of it where they are the same."""
+
+    name: str
+    count: int = 0
+    largest: float = 0.0
+    node: int = 0
+    before: float = 0.0
+    after: float = 0.0
+    rms: float = 0.0
+    peak_share: float = 0.0
+    distribution: Optional[Distribution] = None
+
+    @property
+    def is_same(self) -> bool:
+        """Whether it has the same value at all nodes."""
+        return self.count == 0
+
+
+@dataclasses.dataclass(frozen=True)
+class Change:
+    """What differs between two results files, field by field. ``lacking`` names fields that one of them lacks."""
+
+    before: str
+    after: str
+    problem: Optional[str]
+    fields: Tuple[FieldChange, ...] = ()
+    lacking: Tuple[Tuple[str, str], ...] = ()
+
+
+@dataclasses.dataclass(frozen=True)
+class ResultsOfCase:
+    """The snapshots of a case in the order of the run."""
+
+    snapshots: Tuple[Snapshot, ...]
+    history: Optional[History]
+    change: Optional[Change]
+
+    @property
+    def last(self) -> Optional[Snapshot]:
+        """The last snapshot that says something of itself."""
+        return next((snapshot for snapshot in reversed(self.snapshots) if snapshot.header), None)
+
+
+def results(context: Context) -> ResultsOfCase:
+    """The results of a case."""
+    files = context.case.of("results")
+    context.progress.expect(2 * sum(file.size for file in files))
+    snapshots = sorted((_snapshot(context, file) for file in files), key=_moment)
+    sound = [snapshot for snapshot in snapshots if snapshot.fields]
+    change = None
+    if len(sound) > 1:
+        change = compared(context, sound[-2], sound[-1])
+    return ResultsOfCase(tuple(snapshots), history(sound), change)
+
+
+def moment_of(header: ResultsHeader) -> Tuple[float, int, int]:
+    """When in a run a snapshot was made."""
+    return (header.time if math.isfinite(header.time) else 0.0, header.time_step, header.iteration)
+
+
+def history(snapshots: Sequence[Snapshot]) -> Optional[History]:
+    """How the fields that all snapshots have went on; None where these are all of one moment."""
+    headers = [snapshot.header for snapshot in snapshots if snapshot.header]
+    if len(headers) < 2:
+        return None
+    over = "time" if len({header.time for header in headers}) > 1 else "iteration"
+    places = tuple(float(getattr(header, over)) for header in headers)
+    if len(set(places)) < 2 or not all(math.isfinite(place) for place in places):
+        return None
+    names = [field.statistics.name for field in snapshots[0].fields]
+    fields = []
+    for name in dict.fromkeys(names):
+        rows = [row for row in (snapshot.field(name) for snapshot in snapshots) if row is not None]
+        if len(rows) == len(snapshots):
+            fields.append(
+                FieldHistory(
+                    name,
+                    tuple(row.minimum for row in rows),
+                    tuple(row.mean for row in rows),
+                    tuple(row.maximum for row in rows),
+                )
+            )
+    return History(over, places, tuple(fields)) if fields else None
+
+
+def compared(context: Context, before: Snapshot, after: Snapshot) -> Change:
+    """What differs between two snapshots."""
+    context.progress.say("compare")
+    nodes = [snapshot.header.node_count if snapshot.header else 0 for snapshot in (before, after)]
+    if nodes[0] != nodes[1]:
+        return Change(before.name, after.name, f"{nodes[0]} / {nodes[1]}")
+    try:
+        differences = diff(before.path, after.path)
+    except _PROBLEMS as error:
+        return Change(before.name, after.name, context.case.placed(str(error)))
+    fields = {d.address: d.field for d in differences if d.field}
+    names = [name for name in _names(before) if name in _names(after)]
+    changes = []
+    ranges: Dict[str, Tuple[float, float]] = {}
+    for name in names:
+        found = fields.get(name)
+        if found is None:
+            changes.append(FieldChange(name))
+            continue
+        changes.append(
+            FieldChange(
+                name, found.count, found.largest, found.node, found.a, found.b, found.rms, found.peak_share
+            )
+        )
+        if math.isfinite(found.largest):
+            ranges[name] = (-found.largest, found.largest)
+    distributions = _distributions_of_change(context, before, after, ranges)
+    return Change(
+        before.name,
+        after.name,
+        None,
+        tuple(dataclasses.replace(row, distribution=distributions.get(row.name)) for row in changes),
+        tuple((name, before.name) for name in _names(after) if name not in names)
+        + tuple((name, after.name) for name in _names(before) if name not in names),
+    )
+
+
+def _names(snapshot: Snapshot) -> List[str]:
+    return list(dict.fromkeys(field.statistics.name for field in snapshot.fields))
+
+
+def _moment(snapshot: Snapshot) -> Tuple[bool, Tuple[float, int, int], str]:
+    if snapshot.header is None:
+        return False, (0.0, 0, 0), snapshot.name
+    return True, moment_of(snapshot.header), snapshot.name
+
+
+def _snapshot(context: Context, file: CaseFile) -> Snapshot:
+    context.progress.say(file.name)
+    header = None
+    try:
+        header = results_header(file.path)
+        found = statistics(file.path, progress=context.progress.follower())
+    except _PROBLEMS as error:
+        return Snapshot(file.name, file.path, context.case.placed(str(error)), _plain(header))
+    try:
+        distributions = _distributions(context, file, header, found)
+        problem = None
+    except (*_PROBLEMS, Cancelled) as error:
+        distributions, problem = {}, context.case.placed(str(error))
+    fields = tuple(Field(row, distributions.get(row.name)) for row in found.fields)
+    return Snapshot(file.name, file.path, problem, _plain(header), fields)
+
+
+def _plain(header: Optional[ResultsHeader]) -> Optional[ResultsHeader]:
+    return header if header and header.is_results_file else None
+
+
+def _distributions(
+    context: Context, file: CaseFile, header: ResultsHeader, found: Mapping[str, FieldStatistics]
+) -> Dict[str, Distribution]:
+    names = list(dict.fromkeys(field.name for field in header.fields if field.is_used and field.name in found))
+    counters = {name: Counter(*finite_range(found[name].minimum, found[name].maximum)) for name in names}
+    for fields, nodes in batches(names, header.node_count):
+        part = read_results(
+            file.path, fields, nodes, fill=math.nan, strict=False, progress=context.progress.follower()
+        )
+        for name in fields:
+            counters[name].add(part[name])
+    return {name: counter.distribution for name, counter in counters.items() if found[name].count}
+
+
+def _distributions_of_change(
+    context: Context, before: Snapshot, after: Snapshot, ranges: Mapping[str, Tuple[float, float]]
+) -> Dict[str, Distribution]:
+    counters = {name: Counter(*limits) for name, limits in ranges.items()}
+    node_count = after.header.node_count if after.header else 0
+    try:
+        for fields, nodes in batches(list(ranges), node_count, arrays=3):
+            first = read_results(before.path, fields, nodes, strict=False)
+            second = read_results(after.path, fields, nodes, strict=False)
+            for name in fields:
+                with np.errstate(all="ignore"):
+                    counters[name].add(second[name] - first[name])
+    except _PROBLEMS:
+        return {}
+    return {name: counter.distribution for name, counter in counters.items()}

@@ -1,0 +1,177 @@
+"""The page of a report: that it is sound whatever is in the files, and the same each time."""
+
+from __future__ import annotations
+
+import os
+import pathlib
+import re
+import shutil
+import subprocess
+import sys
+from typing import Any, Callable, List
+
+import made_cases
+import pytest
+from conftest import SAMPLES
+
+pytest.importorskip("jinja2")
+pytest.importorskip("matplotlib")
+from nereofile.report import report  # noqa: E402
+
+CASES: "dict[str, Callable[[pathlib.Path], pathlib.Path]]" = {
+    "whole": made_cases.whole_case,
+    "hostile": made_cases.hostile_case,
+    "damaged": made_cases.damaged_case,
+    "long": lambda folder: made_cases.long_case(folder, 10_000_000),
+    "empty": made_cases.empty_case,
+}
+
+
+class Page:
+    """A page, and what is in it by a reader that forgives nothing."""
+
+    def __init__(self, html: str) -> None:
+        html5lib = pytest.importorskip("html5lib")
+        self.html = html
+        parser = html5lib.HTMLParser(tree=html5lib.getTreeBuilder("etree"), namespaceHTMLElements=False, strict=True)
+        self.root: Any = parser.parse(html)
+
+    def all(self, tag: str) -> List[Any]:
+        """The elements of a name, those of SVG included."""
+        return [one for one in self.root.iter() if isinstance(one.tag, str) and one.tag.rpartition("}")[2] == tag]
+
+    @property
+    def text(self) -> str:
+        """All that is read."""
+        return " ".join(" ".join(self.root.itertext()).split())
+
+
+def check_soundness(page: Page) -> None:
+    ids = [one.attrib["id"] for one in page.root.iter() if "id" in one.attrib]
+    assert len(ids) == len(set(ids))
+    for one in page.root.iter():
+        for name, value in one.attrib.items():
+            if name.rpartition("}")[2] in ("href", "src", "action", "data"):
+                assert value == "data:," or (value[0] == "#" and value[1:] in ids), value
+            assert not name.lower().startswith("on"), name
+            assert "url(" not in value or re.fullmatch(r"url\(#[\w-]+\)", value), value
+    assert len(page.all("script")) == 1 and len(page.all("style")) == 1
+    assert not page.all("img") and not page.all("iframe") and not page.all("u") and not page.all("i")
+    assert not re.search("[\x00-\x08\x0b\x0c\x0e-\x1f\x7f-\x9f\u202a-\u202e\ufffe\uffff]", page.html)
+    levels = [int(one.tag[1]) for one in page.root.iter() if re.fullmatch("h[1-6]", str(one.tag))]
+    assert levels[0] == 1 and levels.count(1) == 1
+    assert all(after <= before + 1 for before, after in zip(levels, levels[1:])), levels
+    for table in page.all("table"):
+        assert table.find("caption") is not None
+    for head in page.all("th"):
+        assert head.attrib["scope"] in ("col", "row")
+    for svg in page.all("svg"):
+        assert svg.attrib.get("aria-hidden") == "true" or svg.attrib["aria-label"]
+
+
+@pytest.mark.parametrize("name", CASES)
+def test_a_page_is_sound(tmp_path: pathlib.Path, name: str) -> None:
+    page = Page(report(CASES[name](tmp_path / "case")))
+    check_soundness(page)
+    assert len(page.html) < 1_000_000
+
+
+@pytest.mark.parametrize("name", ["whole", "hostile"])
+def test_a_page_of_two_cases_is_sound(tmp_path: pathlib.Path, name: str) -> None:
+    other = made_cases.whole_case(tmp_path / "<b>other</b>")
+    check_soundness(Page(report(CASES[name](tmp_path / "case"), compare=other)))
+
+
+def test_all_sections_are_there(tmp_path: pathlib.Path) -> None:
+    page = Page(report(made_cases.whole_case(tmp_path / "case")))
+    titles = [str(one.text) for one in page.all("h2")]
+    assert titles == ["Files", "Findings", "Configuration", "Control file", "Materials", "Conditions", "Results"]
+    for expected in ["Channel with a step", "30 of 40", "Water", "kGravY", "History", "1–3, 7"]:
+        assert expected in page.text, expected
+
+
+@pytest.mark.parametrize("name, expected", [
+    ("empty", ["There is no file of a case in this folder", "There are no results in this folder."]),
+    ("damaged", ["There are errors", "noise-channel_10.res", "cut-short", "Not recognised"]),
+    ("hostile", ["<script>alert('1')</script>", "<img src=x onerror=alert(1)>.ctl", "{{ 7 * 7 }} %s %(a)s"]),
+    ("long", ["(10 000 000 characters)"]),
+])
+def test_what_a_page_says(tmp_path: pathlib.Path, name: str, expected: List[str]) -> None:
+    text = Page(report(CASES[name](tmp_path / "case"))).text
+    for part in expected:
+        assert part in text, part
+
+
+def test_the_same_case_is_the_same_page(tmp_path: pathlib.Path) -> None:
+    first = report(made_cases.whole_case(tmp_path / "one"))
+    assert first == report(tmp_path / "one")
+    shutil.copytree(tmp_path / "one", tmp_path / "elsewhere" / "two")
+    assert first == report(tmp_path / "elsewhere" / "two")
+    assert str(tmp_path) not in first
+
+
+def test_the_order_of_files_and_the_seed_of_hashes_do_not_matter(tmp_path: pathlib.Path) -> None:
+    folder = made_cases.whole_case(tmp_path / "one")
+    pages = set()
+    for seed in ("1", "2"):
+        run(["report", str(folder), "-o", str(tmp_path / "page.html")], PYTHONHASHSEED=seed)
+        pages.add((tmp_path / "page.html").read_bytes())
+    assert len(pages) == 1
+
+
+def run(arguments: List[str], **environment: str) -> "subprocess.CompletedProcess[str]":
+    return subprocess.run(
+        [sys.executable, "-m", "nereofile", *arguments],
+        env={**os.environ, **environment}, capture_output=True, text=True, check=False,
+    )
+
+
+def test_the_command(tmp_path: pathlib.Path) -> None:
+    out = tmp_path / "case.html"
+    done = run(["report", str(SAMPLES), "-o", str(out)])
+    assert (done.returncode, done.stdout, done.stderr) == (0, "", "")
+    page = Page(out.read_text())
+    check_soundness(page)
+    assert len(page.html.encode()) < 1_000_000
+    assert run(["report", str(SAMPLES), "-o", "-"]).stdout == page.html
+
+
+def test_a_page_in_the_folder_of_the_case_is_not_a_part_of_it(tmp_path: pathlib.Path) -> None:
+    folder = made_cases.whole_case(tmp_path / "case")
+    out = folder / "case.html"
+    pages = set()
+    for _ in range(2):
+        assert run(["report", str(folder), "-o", str(out)]).returncode == 0
+        pages.add(out.read_bytes())
+    assert len(pages) == 1 and not list(folder.glob(".nereo*"))
+
+
+@pytest.mark.parametrize("arguments, reason", [
+    (["report", "nowhere"], "nowhere: No such file or directory"),
+    (["report", "{samples}/solver.cfg"], "Not a directory"),
+    (["report", "{samples}", "--compare", "nowhere"], "nowhere: No such file or directory"),
+    (["report", "{samples}", "-o", "nowhere/case.html"], "No such file or directory"),
+    (["report"], "FOLDER"),
+    (["report", "{samples}", "--language", "xx"], "invalid choice"),
+    (["else"], "usage"),
+])
+def test_no_page(tmp_path: pathlib.Path, arguments: List[str], reason: str) -> None:
+    done = run([argument.format(samples=SAMPLES) for argument in arguments])
+    assert done.returncode == 2
+    assert reason in done.stderr and "Traceback" not in done.stderr
+    assert done.stdout == ""
+
+
+def test_help() -> None:
+    for arguments in (["--help"], ["report", "--help"]):
+        done = run(arguments)
+        assert done.returncode == 0 and "report" in done.stdout
+
+
+@pytest.mark.parametrize("hidden", ["jinja2", "matplotlib"])
+def test_without_a_library_it_says_which(hidden: str) -> None:
+    code = f"import sys; sys.modules[{hidden!r}] = None; from nereofile.__main__ import main; sys.exit(main(sys.argv[1:]))"
+    done = subprocess.run(
+        [sys.executable, "-c", code, "report", str(SAMPLES)], capture_output=True, text=True, check=False
+    )
+    assert done.returncode == 2 and f"install python3-{hidden}, or {hidden} by pip" in done.stderr
