@@ -25,7 +25,10 @@ int codeOf(const QString& name)
 /// Takes the fields out of a walk.
 class FieldListener : public Listener {
 public:
-    explicit FieldListener(FieldList& list) : fields_(list.fields), error_(list.error) {}
+    explicit FieldListener(FieldList& list)
+        : fields_(list.fields), error_(list.error), columnCount_(list.header.fieldCount())
+    {
+    }
 
     bool wantsItems() const override { return true; }
     bool onlyCounts(Rule rule) override { return rule != Rule::CannotRead; }
@@ -41,6 +44,8 @@ public:
         if (item.type != Item::Type::Field)
             return;
         const auto column = int((item.place.offset - Layout::fieldNamesOffset) / Layout::fieldNameSize);
+        if (column >= columnCount_)
+            return; // the file has changed since its header was read
         int code = codeOf(item.spelling);
         if (code != Io::kNone && met_.test(std::size_t(code)))
             code = Io::kNone; // a repetition
@@ -54,6 +59,7 @@ public:
 private:
     std::vector<ListedField>& fields_;
     QString& error_;
+    const int columnCount_;
     std::bitset<512> met_; // codes
 };
 

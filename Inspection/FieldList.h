@@ -3,6 +3,7 @@
 #include "InputFile.h"
 
 #include <NereoFileIO/ResultsFileHeader.h>
+#include <NereoInspection/Export.h>
 
 #include <QHash>
 #include <QString>
@@ -22,10 +23,10 @@ struct ListedField {
 };
 
 /// What a results file has, without its values.
-struct FieldList {
-    Io::ResultsFileHeader header; ///< names no unknown fields
-    std::vector<ListedField> fields;
-    QString error; ///< why these couldn't be read; empty if they could
+struct NEREOINSPECTION_EXPORT FieldList {
+    Io::ResultsFileHeader header;    ///< names no unknown fields
+    std::vector<ListedField> fields; ///< whose columns the header has, even if the file has changed meanwhile
+    QString error;                   ///< why these couldn't be read; empty if they could
 
     explicit FieldList(const InputFile& file);
 

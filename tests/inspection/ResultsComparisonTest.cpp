@@ -4,6 +4,7 @@
 #include "support/TemporaryFolder.h"
 
 #include <Inspection/FieldComparison.h>
+#include <Inspection/FieldList.h>
 #include <Inspection/FreeMemory.h>
 #include <Inspection/NodePlaces.h>
 #include <NereoFileIO/CodeNameTable.h>
@@ -15,6 +16,7 @@
 #include <cmath>
 #include <limits>
 #include <random>
+#include <utility>
 
 namespace Nereo::Inspection {
 namespace {
@@ -542,6 +544,27 @@ TEST(ResultsComparisonTest, AgreesWithAPlainComparison)
         differences += int(fields);
     }
     EXPECT_GT(differences, 500); // the pairs are worth comparing
+}
+
+// Files that change meanwhile
+
+TEST(ResultsComparisonTest, ReadsNoFieldThatTheHeaderLacked)
+{
+    const TemporaryFolder folder;
+    const auto write = [&](std::initializer_list<const char*> names) {
+        return folder.write("file.res", QByteArray(started(1, names)).toStdString());
+    };
+    const InputFile file(write({"kU"}));
+    bool isChanged = false;
+    file.setProgress([&](qint64, qint64) {
+        if (!std::exchange(isChanged, true))
+            write({"kU", "kV", "kP"}); // behind the block that the header is read from
+    });
+    const FieldList list(file);
+    ASSERT_TRUE(isChanged);
+    EXPECT_EQ(list.header.fieldCount(), 1);
+    ASSERT_EQ(list.fields.size(), 1U);
+    EXPECT_EQ(list.fields[0].address, "kU");
 }
 
 // Memory and progress
