@@ -2,6 +2,7 @@
 # Installs what is missing from Debian's packages, as root or with sudo, and does nothing where all is there.
 #   scripts/setup.sh                   what building, the demo and the tests need
 #   scripts/setup.sh --developer       also what the other scripts, .ci/run and the benchmarks need
+#   scripts/setup.sh --packager        also what scripts/package.sh and scripts/test-packages.sh need
 #   scripts/setup.sh --other-machines  also what scripts/other-machines.sh needs: cross compilers and emulators
 set -euo pipefail
 
@@ -33,6 +34,11 @@ developer_packages=(
     python3-nbformat python3-nbclient python3-ipykernel
     python3-pip python3-venv python3-setuptools python3-wheel
 )
+packager_packages=(
+    build-essential debhelper dh-python dpkg-dev fakeroot lintian
+    doxygen python3-setuptools
+    mmdebstrap autopkgtest # a system of its own to try the packages in
+)
 other_machines_packages=(
     g++-s390x-linux-gnu g++-aarch64-linux-gnu g++-i686-linux-gnu
     g++-mingw-w64-x86-64   # for Windows
@@ -42,9 +48,10 @@ other_machines_packages=(
 case "${1:-}" in
     "") ;;
     --developer) packages+=("${developer_packages[@]}") ;;
+    --packager) packages+=("${packager_packages[@]}") ;;
     --other-machines) packages+=("${other_machines_packages[@]}") ;;
     *)
-        sed -n '2,5s/^# \{0,1\}//p' "$0" >&2
+        sed -n '2,6s/^# \{0,1\}//p' "$0" >&2
         exit 2
         ;;
 esac

@@ -1,0 +1,75 @@
+#!/usr/bin/env bash
+# Tries the packages in a new Debian 12 of their own, made by mmdebstrap; this system stays as it is. They are installed
+# from their folder, pass the tests of debian/tests, do the steps of the demo alone, and leave nothing when they are
+# removed. As root, since a system is to be made.
+#   scripts/test-packages.sh [FOLDER]   the folder with the packages, build/packages by default
+set -euo pipefail
+cd "$(dirname "$0")/.."
+packages=$(realpath "${1:-build/packages}")
+scripts/setup.sh --packager
+
+work=$(mktemp -d)
+chmod 755 "$work" # apt's own user goes through it
+trap 'rm -rf --one-file-system "$work"' EXIT
+root=$work/root
+log=$work/log
+
+echo "test-packages: a new Debian 12"
+mmdebstrap --quiet --variant=apt --include=ca-certificates bookworm "$root" >"$log" 2>&1 || { tail -n 30 "$log"; exit 1; }
+mkdir "$root/packages"
+cp "$packages"/*.deb "$root/packages"
+rm -f "$root"/packages/*-dbgsym_*.deb
+
+inside() { chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin HOME=/root LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive "$@"; }
+
+# All that is there, but for what the package manager writes down.
+files() {
+    inside find / -xdev \( -path /proc -o -path /sys -o -path /dev -o -path /tmp -o -path /packages \
+        -o -path /var/lib/dpkg -o -path /var/lib/apt -o -path /var/cache -o -path /var/log \) -prune -o -print | sort
+}
+
+demo() {
+    inside bash -euo pipefail -c '
+        nereofile() { printf "\n$ nereofile %s\n" "$*"; command nereofile "$@" || [ $? -eq 1 ]; }
+        installed=/usr/share/doc/libnereofileio-dev
+        cd "$(mktemp -d)"
+        cmake -S $installed/examples -B examples >/dev/null
+        cmake --build examples --target typical_run >/dev/null
+        examples/typical_run $installed/samples out
+        cd out
+        nereofile info cavity.ctl
+        sed "s/^kP 0.3 0$/kP O.3 0/" cavity.ctl >broken.ctl
+        nereofile check broken.ctl | tee found
+        grep -q not-a-number found
+        cp cavity.ctl mine.ctl
+        nereofile set mine.ctl relaxation/kP/under 0.25
+        nereofile diff cavity.ctl mine.ctl
+        python3 -c "
+import nereofile
+results = nereofile.read_results(\"$installed/samples/cavity.res\")
+print(results)
+assert results[\"kU\"].max() == 1
+print(nereofile.diff(\"cavity.ctl\", \"mine.ctl\"))"'
+}
+
+echo "test-packages: installed from a folder, the demo, removed"
+{
+    inside apt-get update
+    # What the packages are used with stays when they go.
+    inside apt-get install -y --no-install-recommends cmake g++ make qtbase5-dev python3-numpy
+    inside apt-get clean
+} >"$log" 2>&1 || { tail -n 30 "$log"; exit 1; }
+files >"$work/before"
+inside sh -c 'apt-get install -y --no-install-recommends /packages/*.deb' >"$log" 2>&1 || { tail -n 30 "$log"; exit 1; }
+demo >"$log" 2>&1 || { cat "$log"; exit 1; }
+mapfile -t names < <(for package in "$packages"/*.deb; do dpkg-deb -f "$package" Package; done | grep -v -- '-dbgsym$')
+inside apt-get purge -y --autoremove "${names[@]}" >"$log" 2>&1 || { tail -n 30 "$log"; exit 1; }
+files >"$work/after"
+diff "$work/before" "$work/after" || { echo "test-packages: this is left of ${names[*]}" >&2; exit 1; }
+
+echo "test-packages: debian/tests"
+mkdir "$work/tree"
+git archive HEAD | tar -x -C "$work/tree"
+autopkgtest --no-built-binaries "$root"/packages/*.deb "$work/tree" -- chroot "$root" >"$log" 2>&1 || { tail -n 200 "$log"; exit 1; }
+grep -E '^[a-z-]+ +(PASS|SKIP|FAIL)' "$log"
+echo "test-packages: passed"
