@@ -29,7 +29,7 @@ developer_packages=(
     doxygen                # the reference of the public headers
     mypy                   # the types of the Python package, and what it can do without
     python3-pandas python3-xarray python3-dask python3-distributed python3-tqdm
-    python3-html5lib       # the tests of the report
+    python3-html5lib chromium chromium-driver python3-selenium # the tests of the report
     python3-babel          # its translations
     python3-nbformat python3-nbclient python3-ipykernel
     python3-pip python3-venv python3-setuptools python3-wheel
@@ -47,7 +47,10 @@ other_machines_packages=(
 
 case "${1:-}" in
     "") ;;
-    --developer) packages+=("${developer_packages[@]}") ;;
+    --developer)
+        packages+=("${developer_packages[@]}")
+        command -v npm >/dev/null || packages+=(npm) # for axe-core; Node.js from elsewhere has its own
+        ;;
     --packager) packages+=("${packager_packages[@]}") ;;
     --other-machines) packages+=("${other_machines_packages[@]}") ;;
     *)

@@ -3,18 +3,22 @@
 from __future__ import annotations
 
 import io
-import math
 import re
 import xml.etree.ElementTree as ElementTree
-from typing import Any, Callable, Dict, List, Optional, Sequence, Tuple
+from typing import Any, Callable, Dict, Optional, Sequence, Tuple
 
 from ..optional import require
 from .distribution import Distribution
 from .sections.results import FieldHistory
 from .texts import brief
 
-#: The most figures of a page: each takes a hundredth of a second or more, and ten kilobytes.
-MOST_FIGURES = 120
+#: The most figures of a page, of each sort: one takes some hundredths of a second, and ten kilobytes.
+MOST_CURVES = 60
+MOST_HISTORIES = 24
+MOST_DISTRIBUTIONS = 48
+
+# Where the axes are in a figure, in parts of it. Finding the best place would take as long as drawing does.
+_PLACE = (0.15, 0.2, 0.83, 0.74)
 
 # Colours that stand for those of the style sheet, which differ by day and by night.
 _COLOURS = {
@@ -57,43 +61,60 @@ _LARGEST = 1e300  # what is larger overflows in the reckoning of axes
 
 
 class Charts:
-    """Draws the figures of one page, as many as it has room for."""
+    """Draws the figures of one page, as many as it has room for; None stands for one that isn't drawn."""
+
+    most_curves = MOST_CURVES
 
     def __init__(self) -> None:
         self._matplotlib = require("matplotlib", "a report")
         self._figure = require("matplotlib.figure", "a report").Figure
-        self._count = 0
+        self._counts: Dict[str, int] = {}
 
     def curve(self, points: Sequence[Tuple[float, float]], x_name: str, y_name: str) -> Optional[str]:
         """A curve with its points."""
-        return self._draw(lambda axes: _curve(axes, points, x_name, y_name), f"{y_name}, {x_name}", points)
+        if not self._has_room("curve", MOST_CURVES):
+            return None
+        return self._draw("curve", lambda axes: _curve(axes, points, x_name, y_name), f"{y_name}, {x_name}", points)
 
     def history(self, places: Sequence[float], field: FieldHistory, over: str) -> Optional[str]:
         """The mean of a field over iterations or time, in the band between its extremes."""
+        if not self._has_room("history", MOST_HISTORIES):
+            return None
         values = [*zip(places, field.minimum), *zip(places, field.maximum)]
-        return self._draw(lambda axes: _history(axes, places, field, over), f"{field.name}, {over}", values)
+        return self._draw(
+            "history", lambda axes: _history(axes, places, field, over), f"{field.name}, {over}", values
+        )
 
     def distribution(self, distribution: Distribution, name: str, counted: str) -> Optional[str]:
         """How often values occur."""
+        if not self._has_room("distribution", MOST_DISTRIBUTIONS):
+            return None
         ends = [(distribution.first, 0.0), (distribution.last, 0.0)]
-        return self._draw(lambda axes: _bars(axes, distribution, name, counted), name, ends)
+        return self._draw(
+            "distribution", lambda axes: _bars(axes, distribution, name, counted), name, ends
+        )
+
+    def _has_room(self, sort: str, most: int) -> bool:
+        return self._counts.get(sort, 0) < most
 
     def _draw(
-        self, draw: Callable[[Any], None], label: str, values: Sequence[Tuple[float, float]]
+        self, sort: str, draw: Callable[[Any], None], label: str, values: Sequence[Tuple[float, float]]
     ) -> Optional[str]:
-        """The figure; None where there is no more room, or nothing that axes can have."""
+        """The figure; None where there is nothing that axes can have."""
         numbers = [abs(number) for point in values for number in point]
-        if self._count >= MOST_FIGURES or len(values) < 2 or not all(number < _LARGEST for number in numbers):
+        if len(values) < 2 or not all(number < _LARGEST for number in numbers):
             return None
-        self._count += 1
+        self._counts[sort] = self._counts.get(sort, 0) + 1
         with self._matplotlib.rc_context(_STYLE):
-            figure = self._figure(figsize=(4.6, 2.3), layout="constrained")
-            axes = figure.add_subplot()
+            figure = self._figure(figsize=(4.6, 2.3))
+            axes = figure.add_axes(_PLACE)
             axes.tick_params(length=0)
             draw(axes)
+            for axis in (axes.xaxis, axes.yaxis):
+                axis.get_offset_text().set_color(_MUTED)
             out = io.BytesIO()
             figure.savefig(out, format="svg", metadata={"Date": None, "Creator": None, "Format": None, "Type": None})
-        return inline_svg(out.getvalue(), f"figure-{self._count}-", brief(label))
+        return inline_svg(out.getvalue(), f"{sort}-{self._counts[sort]}-", brief(label))
 
 
 def _curve(axes: Any, points: Sequence[Tuple[float, float]], x_name: str, y_name: str) -> None:
@@ -105,6 +126,7 @@ def _curve(axes: Any, points: Sequence[Tuple[float, float]], x_name: str, y_name
 def _history(axes: Any, places: Sequence[float], field: FieldHistory, over: str) -> None:
     axes.fill_between(places, field.minimum, field.maximum, color=_SOFT, linewidth=0)
     axes.plot(places, field.mean, color=_ACCENT, linewidth=1.5, marker="o", markersize=3)
+    axes.locator_params(axis="x", nbins=6, integer=all(place == int(place) for place in places))
     axes.set_xlabel(over)
     axes.set_ylabel(brief(field.name))
 
@@ -153,7 +175,3 @@ def _own(name: str, value: str, prefix: str) -> str:
         return _FONT.sub(r"font-size: \1px", value)
     return value.replace("url(#", "url(#" + prefix)
 
-
-def all_finite(points: Sequence[Tuple[float, float]]) -> List[Tuple[float, float]]:
-    """The points that can be drawn."""
-    return [point for point in points if math.isfinite(point[0]) and math.isfinite(point[1])]

@@ -42,6 +42,7 @@ class PropertyOfMaterial:
     variable: str
     point_count: int
     points: Tuple[Point, ...]
+    is_constant: bool
 
 
 @dataclasses.dataclass(frozen=True)
@@ -65,7 +66,7 @@ class MaterialInFile:
 
 @dataclasses.dataclass(frozen=True)
 class MaterialFile:
-    """The materials of a file. ``columns`` are the properties that most of them have."""
+    """The materials of a file. ``columns`` are the properties that most of them say something of."""
 
     name: str
     problem: Optional[str]
@@ -81,6 +82,12 @@ class Materials:
     files: Tuple[MaterialFile, ...]
     count: int
     shown_count: int
+
+    @property
+    def curve_count(self) -> int:
+        """How many curves there are to draw."""
+        shown = (material for file in self.files for material in file.materials if material.is_shown)
+        return sum(1 for material in shown for prop in material.properties if prop.point_count > 1)
 
     def place_of(self, name: str, id: int) -> Optional[MaterialInFile]:
         """The material that a file means by a name and a number, where the page shows it."""
@@ -129,6 +136,8 @@ def _columns(rows: Iterable[MaterialInFile]) -> Tuple[Tuple[str, str], ...]:
     names: Dict[str, str] = {}
     for material in rows:
         for prop in material.properties:
+            if prop.value == 0:  # as a new material has it
+                continue
             counts[prop.name] = counts.get(prop.name, 0) + 1
             names[prop.name] = prop.display_name
     frequent = sorted(counts, key=lambda name: -counts[name])[:MOST_COLUMNS]
@@ -161,16 +170,18 @@ def _material(file: str, material: Material) -> MaterialInFile:
 def _property(prop: Any) -> PropertyOfMaterial:
     known = property_types.get(prop.type)
     variation = variation_types.get(prop.variation_type)
-    has_curve = prop.variation_type in ("piecewise_linear", "piece_linear")
+    has_curve = variation == variation_types["piecewise_linear"]
+    has_value = prop.variation_type == "" or variation in (variation_types["constant"], variation_types["equation_of_state"])
     points = prop.points if has_curve else ()
     return PropertyOfMaterial(
         name=prop.type,
         display_name=known.display_name if known else prop.type,
         variation=variation.display_name if variation else prop.variation_type,
-        value=None if has_curve or prop.variation_type not in ("constant", "") else prop.value,
+        value=prop.value if has_value else None,
         variable=prop.independent_variable or "",
         point_count=len(points),
         points=tuple((float(x), float(y)) for x, y in points[:MOST_POINTS]),
+        is_constant=prop.variation_type in ("constant", ""),
     )
 
 
@@ -211,6 +222,7 @@ def _written_material(file: str, part: str, values: Mapping[str, Item]) -> Mater
                 variable=str(values[f"{variable}/independent_variable"].value) if points else "",
                 point_count=len(points),
                 points=points[:MOST_POINTS],
+                is_constant=number(address) == variation_types["constant"].code,
             )
         )
     named = values.get("name")

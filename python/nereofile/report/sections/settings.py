@@ -6,7 +6,7 @@ import dataclasses
 import functools
 import os
 import tempfile
-from typing import Callable, Dict, Iterable, List, Mapping, Optional, Sequence, Tuple, Union
+from typing import Callable, Dict, List, Mapping, Optional, Sequence, Tuple, Union
 
 from .._context import Context
 from ..._nereofile import Configuration, ControlFile
@@ -56,12 +56,24 @@ class Setting:
 
 
 @dataclasses.dataclass(frozen=True)
+class Grid:
+    """The settings of a part that has the same ones for each variable: a row for each, by the last part of the address."""
+
+    columns: Tuple[str, ...]
+    rows: Tuple[Tuple[str, Tuple[Optional[Setting], ...]], ...]
+
+
+@dataclasses.dataclass(frozen=True)
 class Part:
-    """A part of a file: how many of its settings have their defaults, and those that are shown of them."""
+    """A part of a file: how many of its settings have their defaults, and those that are shown of them.
+
+    A grid is of all settings of the part.
+    """
 
     name: str
     count: int
     settings: Tuple[Setting, ...]
+    grid: Optional[Grid] = None
 
 
 @dataclasses.dataclass(frozen=True)
@@ -144,15 +156,15 @@ def control_defaults() -> Mapping[str, Value]:
         values: Dict[str, Value] = {item.address: item.value for item in inspect(path, "control").entries}
     for variable, value in file.original_constants.items():
         values.setdefault(f"constants/{address_part(variable)}", value)
-    for name in ("title", "header/1", "header/2"):
-        values.pop(name, None)
+    values.pop("title", None)
     return values
 
 
 @functools.lru_cache(maxsize=None)
 def configuration_defaults() -> Mapping[str, Value]:
     """The values of a new configuration, by key."""
-    return dict(Configuration())
+    configuration = Configuration()
+    return {**configuration, "version": configuration.version}
 
 
 def _effective(setting: EffectiveSetting) -> Setting:
@@ -211,21 +223,40 @@ def _file(name: str, problem: Optional[str], settings: Sequence[Setting], part_o
     changed = [setting for setting in settings if setting.differs]
     parts: Dict[str, List[Setting]] = {}
     for setting in settings:
-        if not setting.differs:
-            parts.setdefault(part_of(setting), []).append(setting)
+        parts.setdefault(part_of(setting), []).append(setting)
+    order = {part: place for place, part in enumerate(_PARTS)}
     return SettingsFile(
         name=name,
         problem=problem,
         changed=tuple(changed[:MOST_ROWS]),
         changed_count=len(changed),
-        rest=tuple(Part(part, len(rows), tuple(rows[:MOST_ROWS])) for part, rows in _in_order(parts.items())),
+        rest=tuple(
+            _part(part, parts[part])
+            for part in sorted(parts, key=lambda part: order.get(part, len(order)))
+            if not all(setting.differs for setting in parts[part])
+        ),
         values={setting.address: setting.value for setting in settings},
     )
 
 
-def _in_order(parts: Iterable[Tuple[str, List[Setting]]]) -> List[Tuple[str, List[Setting]]]:
-    order = {name: place for place, name in enumerate(_PARTS)}
-    return sorted(parts, key=lambda part: order.get(part[0], len(order)))
+def _part(name: str, settings: Sequence[Setting]) -> Part:
+    rest = [setting for setting in settings if not setting.differs]
+    return Part(name, len(rest), tuple(rest[:MOST_ROWS]), _grid(settings))
+
+
+def _grid(settings: Sequence[Setting]) -> Optional[Grid]:
+    """The settings as a grid, if their addresses are part/variable/what."""
+    rows: Dict[str, Dict[str, Setting]] = {}
+    for setting in settings:
+        parts = setting.address.split("/")
+        if len(parts) != 3:
+            return None
+        rows.setdefault(parts[1], {})[parts[2]] = setting
+    columns = tuple(dict.fromkeys(what for row in rows.values() for what in row))
+    return Grid(
+        columns,
+        tuple((variable, tuple(row.get(what) for what in columns)) for variable, row in list(rows.items())[:MOST_ROWS]),
+    )
 
 
 def _plain(part: str) -> str:

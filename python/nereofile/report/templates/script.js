@@ -33,7 +33,7 @@
     const list = document.getElementById(form.dataset.filter);
     const rows = [...list.querySelectorAll("tbody tr")];
     const pages = [...list.querySelectorAll("details")];
-    const openBefore = pages.map((page) => page.open);
+    let openBefore = null;
     const controls = [...form.querySelectorAll("[data-by]")];
     const by = [...new Set(controls.map((control) => control.dataset.by))];
     const output = form.querySelector("output");
@@ -46,10 +46,13 @@
         if (!row.hidden) shown += 1;
       }
       const isNarrow = Boolean(wanted.text || wanted.first || wanted.file);
+      if (isNarrow && !openBefore) openBefore = pages.map((page) => page.open);
       pages.forEach((page, place) => {
         page.hidden = !page.querySelector("tbody tr:not([hidden])");
-        page.open = isNarrow ? !page.hidden && shown <= 1000 : openBefore[place];
+        if (isNarrow) page.open = !page.hidden && shown <= 1000;
+        else if (openBefore) page.open = openBefore[place];
       });
+      if (!isNarrow) openBefore = null;
       output.textContent = shown === rows.length ? "" :
         form.dataset.counted.replace("##", rows.length).replace("#", shown);
     };
