@@ -55,12 +55,12 @@ def pages(tmp_path_factory: pytest.TempPathFactory) -> Dict[str, pathlib.Path]:
 @pytest.fixture(scope="module")
 def browser() -> Iterator[Any]:
     """Chromium without a window."""
-    options = webdriver.ChromeOptions()
+    options: Any = webdriver.ChromeOptions()
     for argument in ("--headless=new", "--no-sandbox", "--disable-gpu", "--disable-dev-shm-usage"):
         options.add_argument(argument)
     options.binary_location = CHROMIUM
     options.set_capability("goog:loggingPrefs", {"browser": "ALL", "performance": "ALL"})
-    driver = webdriver.Chrome(service=Service(DRIVER), options=options)
+    driver: Any = webdriver.Chrome(service=Service(str(DRIVER)), options=options)
     yield driver
     driver.quit()
 

@@ -175,3 +175,35 @@ def test_without_a_library_it_says_which(hidden: str) -> None:
         [sys.executable, "-c", code, "report", str(SAMPLES)], capture_output=True, text=True, check=False
     )
     assert done.returncode == 2 and f"install python3-{hidden}, or {hidden} by pip" in done.stderr
+
+
+def test_a_page_in_german_is_sound(tmp_path: pathlib.Path) -> None:
+    pytest.importorskip("babel")
+    page = Page(report(made_cases.whole_case(tmp_path / "case"), language="de"))
+    check_soundness(page)
+    assert page.root.attrib["lang"] == "de"
+    for expected in ["Befunde", "30 von 40", "9 Randbedingungen", "1 Randbedingung", "Verlauf"]:
+        assert expected in page.text, expected
+
+
+def test_each_text_is_translated(tmp_path: pathlib.Path) -> None:
+    pytest.importorskip("babel")
+    from report_texts import LOCALES, catalogue_of, texts_of_report
+
+    texts = {message.id for message in texts_of_report() if message.id}
+    assert len(texts) > 200
+    for path in LOCALES.glob("*.po"):
+        translated = {message.id: message.string for message in catalogue_of(path) if message.id}
+        assert set(translated) == texts, path.name
+        for text, translation in translated.items():
+            forms = translation if isinstance(translation, tuple) else (translation,)
+            originals = text if isinstance(text, tuple) else (text,)
+            for form in forms:
+                assert form, text
+                assert set(re.findall(r"%\(\w+\)s", form)) == set(re.findall(r"%\(\w+\)s", originals[-1])), text
+
+
+def test_no_other_language(tmp_path: pathlib.Path) -> None:
+    for name in ("xx", "../de", ""):
+        with pytest.raises(ValueError, match="there is no report in the language"):
+            report(tmp_path, language=name)

@@ -83,11 +83,15 @@ class FieldChange:
 
 @dataclasses.dataclass(frozen=True)
 class Change:
-    """What differs between two results files, field by field. ``lacking`` names fields that one of them lacks."""
+    """What differs between two results files, field by field. ``lacking`` names fields that one of them lacks.
+
+    ``problem`` says why they can't be compared, and ``nodes`` how many each has if it is that.
+    """
 
     before: str
     after: str
     problem: Optional[str]
+    nodes: Optional[Tuple[int, int]] = None
     fields: Tuple[FieldChange, ...] = ()
     lacking: Tuple[Tuple[str, str], ...] = ()
 
@@ -151,9 +155,9 @@ def history(snapshots: Sequence[Snapshot]) -> Optional[History]:
 def compared(context: Context, before: Snapshot, after: Snapshot) -> Change:
     """What differs between two snapshots."""
     context.progress.say("compare")
-    nodes = [snapshot.header.node_count if snapshot.header else 0 for snapshot in (before, after)]
+    nodes = (_node_count(before), _node_count(after))
     if nodes[0] != nodes[1]:
-        return Change(before.name, after.name, f"{nodes[0]} / {nodes[1]}")
+        return Change(before.name, after.name, None, nodes)
     try:
         differences = diff(before.path, after.path)
     except _PROBLEMS as error:
@@ -179,10 +183,15 @@ def compared(context: Context, before: Snapshot, after: Snapshot) -> Change:
         before.name,
         after.name,
         None,
+        None,
         tuple(dataclasses.replace(row, distribution=distributions.get(row.name)) for row in changes),
         tuple((name, before.name) for name in _names(after) if name not in names)
         + tuple((name, after.name) for name in _names(before) if name not in names),
     )
+
+
+def _node_count(snapshot: Snapshot) -> int:
+    return snapshot.header.node_count if snapshot.header else 0
 
 
 def _names(snapshot: Snapshot) -> List[str]:
@@ -234,7 +243,7 @@ def _distributions_of_change(
     context: Context, before: Snapshot, after: Snapshot, ranges: Mapping[str, Tuple[float, float]]
 ) -> Dict[str, Distribution]:
     counters = {name: Counter(*limits) for name, limits in ranges.items()}
-    node_count = after.header.node_count if after.header else 0
+    node_count = _node_count(after)
     try:
         for fields, nodes in batches(list(ranges), node_count, arrays=3):
             first = read_results(before.path, fields, nodes, strict=False)

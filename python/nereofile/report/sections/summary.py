@@ -11,10 +11,12 @@ from .conditions import BoundaryFile
 from .results import ResultsOfCase
 from .settings import SettingsFile, Value
 
+MOST_TILES = 6
+
 
 @dataclasses.dataclass(frozen=True)
 class Tile:
-    """A file at a glance; without a name it is one of a group that the case has no file of."""
+    """A file at a glance; without a name one of a group that the case has no file of, or ``more`` files together."""
 
     group: str
     name: str = ""
@@ -24,6 +26,7 @@ class Tile:
     warnings: int = 0
     notes: int = 0
     verdict: str = "missing"
+    more: int = 0
 
 
 @dataclasses.dataclass(frozen=True)
@@ -141,8 +144,24 @@ def _tiles(files: Sequence[CaseFile]) -> List[Tile]:
         own = [file for file in files if file.group == group]
         if not own and group:
             tiles.append(Tile(group))
-        for file in own:
-            tiles.append(
-                Tile(group, file.name, file.kind, file.size, file.errors, file.warnings, file.notes, file.verdict)
-            )
+        worst = sorted(own, key=lambda file: (-file.errors, -file.warnings, file.name))
+        alone = set(worst if len(own) <= MOST_TILES else worst[: MOST_TILES - 1])
+        tiles += [_tile(group, [file], file.name) for file in own if file in alone]
+        if len(alone) < len(own):
+            tiles.append(_tile(group, [file for file in own if file not in alone]))
     return tiles
+
+
+def _tile(group: str, files: Sequence[CaseFile], name: str = "") -> Tile:
+    errors, warnings = sum(file.errors for file in files), sum(file.warnings for file in files)
+    return Tile(
+        group=group,
+        name=name,
+        kind=files[0].kind if name else "",
+        size=sum(file.size for file in files),
+        errors=errors,
+        warnings=warnings,
+        notes=sum(file.notes for file in files),
+        verdict="error" if errors else "warning" if warnings else "sound",
+        more=0 if name else len(files),
+    )

@@ -59,7 +59,8 @@
     let waiting = 0;
     form.addEventListener("input", () => {
       clearTimeout(waiting);
-      waiting = setTimeout(apply, rows.length > 5000 ? 250 : 0);
+      if (rows.length > 5000) waiting = setTimeout(apply, 250);
+      else apply();
     });
     form.addEventListener("submit", (event) => event.preventDefault());
     form.hidden = false;
