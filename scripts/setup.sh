@@ -27,6 +27,7 @@ developer_packages=(
     gcovr                  # coverage
     libbenchmark-dev
     doxygen                # the reference of the public headers
+    abigail-tools          # the interface that compiled programs see
     mypy                   # the types of the Python package, and what it can do without
     python3-pandas python3-xarray python3-dask python3-distributed python3-tqdm
     python3-html5lib chromium chromium-driver python3-selenium # the tests of the report
