@@ -32,6 +32,21 @@ int indexOf(py::ssize_t index, std::size_t count)
     return int(fromStart);
 }
 
+void Places::requireCount(std::size_t given) const
+{
+    if (py::ssize_t(given) != count)
+        throw py::value_error("attempt to assign sequence of size " + std::to_string(given)
+                              + " to slice of size " + std::to_string(count));
+}
+
+Places Slice::in(std::size_t count) const
+{
+    py::ssize_t first = start;
+    py::ssize_t end = stop;
+    const py::ssize_t length = PySlice_AdjustIndices(py::ssize_t(count), &first, &end, step);
+    return {first, step, length};
+}
+
 int codeOf(const py::object& nameOrCode, int first, int last)
 {
     if (py::isinstance<py::str>(nameOrCode)) {
@@ -63,6 +78,15 @@ bool type_caster<Text>::load(handle source, bool)
     if (!PyUnicode_Check(source.ptr()))
         return false;
     value.utf8 = utf8Of(source);
+    return true;
+}
+
+bool type_caster<Slice>::load(handle source, bool)
+{
+    if (!PySlice_Check(source.ptr()))
+        return false;
+    if (PySlice_Unpack(source.ptr(), &value.start, &value.stop, &value.step) < 0)
+        throw error_already_set();
     return true;
 }
 

@@ -27,6 +27,27 @@ struct Text {
 /// An index from Python: from the end where it is negative, as Python has it. Outside it is an IndexError.
 int indexOf(py::ssize_t index, std::size_t count);
 
+/// The places in a list that a slice names.
+struct Places {
+    py::ssize_t first = 0; ///< where new items go, too, if there are none between
+    py::ssize_t step = 1;
+    py::ssize_t count = 0;
+
+    std::size_t operator[](py::ssize_t i) const { return std::size_t(first + i * step); } ///< i < count
+
+    void requireCount(std::size_t given) const; ///< a ValueError for another number of items
+};
+
+/// A slice from Python. Its limits are asked for when it is taken, which may run code that changes the list,
+/// and held to the length of the list when the places are.
+struct Slice {
+    py::ssize_t start = 0;
+    py::ssize_t stop = 0;
+    py::ssize_t step = 1;
+
+    Places in(std::size_t count) const;
+};
+
 /// The path that Python gives, a str or what os.fspath() takes; a ValueError where it isn't UTF-8 or has a
 /// NUL in it.
 struct Path {
@@ -58,6 +79,13 @@ struct type_caster<Nereo::Python::Held<T>> {
 template <>
 struct type_caster<Nereo::Python::Text> {
     PYBIND11_TYPE_CASTER(Nereo::Python::Text, const_name("str"));
+
+    bool load(handle source, bool convert);
+};
+
+template <>
+struct type_caster<Nereo::Python::Slice> {
+    PYBIND11_TYPE_CASTER(Nereo::Python::Slice, const_name("slice"));
 
     bool load(handle source, bool convert);
 };

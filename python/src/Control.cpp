@@ -46,8 +46,9 @@ using Self = Held<Control>;
 
 py::tuple stateOf(const FlagList& list)
 {
+    const auto items = list.items; // to make a tuple may run code that changes the list
     py::list flags;
-    for (const auto& flag : list.items)
+    for (const auto& flag : items)
         flags.append(py::make_tuple(flag->name(), flag->value()));
     return py::tuple(flags);
 }
@@ -70,7 +71,7 @@ void bindFlagList(py::module_& module)
     py::class_<FlagList, std::shared_ptr<FlagList>> type(
         module, "Flags",
         "The flags of a ControlFile: a mutable sequence, whose names find the first of each.");
-    type.def(py::init<>());
+    type.def(py::init(&listOf<Flag, FlagList>), py::arg("items") = py::tuple());
     type.def("__repr__", [](const Held<FlagList>& self) {
         return "<Flags: " + std::to_string(self->items.size()) + ">";
     });
@@ -221,9 +222,28 @@ void bindCodedValues(py::module_& module)
         },
         py::arg("index"));
     equations.def(
+        "__getitem__",
+        [](const Held<Equations>& self, const Slice& slice) {
+            const Places places = slice.in(ControlFile::EquationCount);
+            std::vector<int> part;
+            for (py::ssize_t i = 0; i < places.count; ++i)
+                part.push_back(self->file->equationFlag(int(places[i])));
+            return part;
+        },
+        py::arg("index"));
+    equations.def(
         "__setitem__",
         [](const Held<Equations>& self, py::ssize_t index, int value) {
             self->file->setEquationFlag(indexOf(index, ControlFile::EquationCount), value);
+        },
+        py::arg("index"), py::arg("value"));
+    equations.def(
+        "__setitem__",
+        [](const Held<Equations>& self, const Slice& slice, const std::vector<int>& values) {
+            const Places places = slice.in(ControlFile::EquationCount);
+            places.requireCount(values.size());
+            for (py::ssize_t i = 0; i < places.count; ++i)
+                self->file->setEquationFlag(int(places[i]), values[std::size_t(i)]);
         },
         py::arg("index"), py::arg("value"));
     equations.def("__repr__",

@@ -152,8 +152,9 @@ void bindCondition(py::module_& module)
 
 py::tuple stateOf(const ConditionList& list)
 {
+    const auto items = list.items; // to make a tuple may run code that changes the list
     py::list conditions;
-    for (const auto& condition : list.items)
+    for (const auto& condition : items)
         conditions.append(stateOf(*condition));
     return py::tuple(conditions);
 }
@@ -170,7 +171,7 @@ void bindConditionList(py::module_& module)
 {
     py::class_<ConditionList, std::shared_ptr<ConditionList>> type(
         module, "BoundaryConditions", "The conditions of a GeometryBoundary: a mutable sequence.");
-    type.def(py::init<>());
+    type.def(py::init(&listOf<BoundaryCondition, ConditionList>), py::arg("items") = py::tuple());
     type.def("__repr__", [](const Held<ConditionList>& self) {
         return "<BoundaryConditions: " + std::to_string(self->items.size()) + ">";
     });
@@ -187,6 +188,7 @@ struct GeometryBoundary {
     GbiFile head; ///< without materials and conditions
     std::shared_ptr<MaterialDatabase> materials = std::make_shared<MaterialDatabase>();
     std::shared_ptr<ConditionList> conditions = std::make_shared<ConditionList>();
+    std::string path;
 
     GbiFile file() const
     {
@@ -253,7 +255,9 @@ void setUnits(GeometryBoundary& file, const py::object& value)
 
 void save(GeometryBoundary& geometry, const Path& path)
 {
-    saveUnlocked(geometry.file(), path.utf8);
+    const GbiFile file = geometry.file();
+    geometry.path = path.utf8; // also that of a save that fails
+    saveUnlocked(file, path.utf8);
 }
 
 py::tuple stateOf(const GeometryBoundary& file)
@@ -346,6 +350,9 @@ void bindGeometryBoundary(py::module_& module)
         "version", [](const Self& self) { return self->head.version().toString().toStdString(); },
         [](const Self& self, const Text& version) { self->head.setVersion(versionOf(version.utf8)); },
         "Four numbers joined by dots.");
+    type.def_property_readonly(
+        "path", [](const Self& self) { return pythonPath(self->path); },
+        "Where it was saved to, as a pathlib.Path; or None.");
     type.def("__repr__", [](const Self& self) {
         return "<GeometryBoundary of " + std::to_string(self->conditions->items.size()) + " conditions>";
     });

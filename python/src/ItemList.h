@@ -2,6 +2,8 @@
 
 #include "Values.h"
 
+#include <algorithm>
+#include <string>
 #include <vector>
 
 namespace Nereo::Python {
@@ -9,8 +11,55 @@ namespace Nereo::Python {
 /// Objects that Python code may hold on to, whatever becomes of the list: as a list of Python has them.
 template <class T>
 struct ItemList {
-    std::vector<std::shared_ptr<T>> items;
+    std::vector<std::shared_ptr<T>> items; ///< none of them null
 };
+
+/// What an iterable gives. A TypeError where something else is among it.
+template <class T>
+std::vector<std::shared_ptr<T>> itemsOf(const py::object& iterable)
+{
+    std::vector<std::shared_ptr<T>> items;
+    for (const py::handle& item : iterable) {
+        py::detail::make_caster<Held<T>> caster;
+        if (!caster.load(item, false))
+            throw py::type_error("an item has to be a "
+                                 + std::string(py::str(py::type::of<T>().attr("__name__"))) + ", not "
+                                 + Py_TYPE(item.ptr())->tp_name);
+        items.push_back(py::detail::cast_op<Held<T>&>(caster).object);
+    }
+    return items;
+}
+
+template <class T, class List>
+std::shared_ptr<List> listOf(const py::object& iterable)
+{
+    auto list = std::make_shared<List>();
+    list->items = itemsOf<T>(iterable);
+    return list;
+}
+
+/// As of a list of Python: only what stands in one piece gives way to more items, or to fewer.
+template <class T>
+void replaceItems(std::vector<std::shared_ptr<T>>& items, const Places& places,
+                  const std::vector<std::shared_ptr<T>>& others)
+{
+    if (places.step == 1) {
+        const auto first = items.begin() + places.first;
+        items.insert(items.erase(first, first + places.count), others.begin(), others.end());
+        return;
+    }
+    places.requireCount(others.size());
+    for (py::ssize_t i = 0; i < places.count; ++i)
+        items[places[i]] = others[std::size_t(i)];
+}
+
+template <class T>
+void removeItems(std::vector<std::shared_ptr<T>>& items, const Places& places)
+{
+    for (py::ssize_t i = 0; i < places.count; ++i)
+        items[places[i]].reset();
+    items.erase(std::remove(items.begin(), items.end(), nullptr), items.end());
+}
 
 /// The index of the first item of the name. A KeyError where there is none.
 template <class T>
@@ -38,16 +87,11 @@ void defineSequence(Class& type)
         py::arg("index"));
     type.def(
         "__getitem__",
-        [](const Self& self, const py::slice& slice) {
-            std::size_t start = 0;
-            std::size_t stop = 0;
-            std::size_t step = 0;
-            std::size_t length = 0;
-            if (!slice.compute(self->items.size(), &start, &stop, &step, &length))
-                throw py::error_already_set();
+        [](const Self& self, const Slice& slice) {
+            const Places places = slice.in(self->items.size());
             py::list part;
-            for (; length > 0; --length, start += step)
-                part.append(self->items[start]);
+            for (py::ssize_t i = 0; i < places.count; ++i)
+                part.append(self->items[places[i]]);
             return part;
         },
         py::arg("index"));
@@ -58,10 +102,21 @@ void defineSequence(Class& type)
         },
         py::arg("index"), py::arg("item"));
     type.def(
+        "__setitem__",
+        [](const Self& self, const Slice& slice, const py::object& items) {
+            const std::vector<std::shared_ptr<T>> others = itemsOf<T>(items); // which may change the list
+            replaceItems(self->items, slice.in(self->items.size()), others);
+        },
+        py::arg("index"), py::arg("item"));
+    type.def(
         "__delitem__",
         [](const Self& self, py::ssize_t index) {
             self->items.erase(self->items.begin() + indexOf(index, self->items.size()));
         },
+        py::arg("index"));
+    type.def(
+        "__delitem__",
+        [](const Self& self, const Slice& slice) { removeItems(self->items, slice.in(self->items.size())); },
         py::arg("index"));
     type.def(
         "insert",

@@ -232,8 +232,10 @@ std::shared_ptr<MaterialProperty> presentProperty(const MaterialSelf& material, 
 void setProperty(const MaterialSelf& material, const py::object& name, const py::object& value)
 {
     const int code = codeOfProperty(name);
-    if (!py::isinstance<MaterialProperty>(value))
-        return material->property(code).setValue(value.cast<double>());
+    if (!py::isinstance<MaterialProperty>(value)) {
+        const auto number = value.cast<double>();
+        return material->property(code).setValue(number);
+    }
     const auto property = value.cast<PropertySelf>();
     if (!property->type().empty() && property->typeCode() != code)
         throw py::value_error("a property of the type '" + property->type() + "' has another place");
@@ -406,13 +408,7 @@ void bindDatabase(py::module_& module)
 {
     py::class_<MaterialDatabase, std::shared_ptr<MaterialDatabase>> type(module, "MaterialDatabase",
                                                                          databaseDocumentation);
-    type.def(py::init([](const std::vector<Held<Material>>& materials) {
-                 auto database = std::make_shared<MaterialDatabase>();
-                 for (const auto& material : materials)
-                     database->items.push_back(material.object);
-                 return database;
-             }),
-             py::arg("materials") = py::tuple());
+    type.def(py::init(&listOf<Material, MaterialDatabase>), py::arg("materials") = py::tuple());
     type.def_static("load", &loadDatabase, py::arg("path"), py::kw_only(), py::arg("strict") = true,
                     "The materials in an XML file. Raises FileError where the file has errors;\n"
                     "strict=False takes the materials up to there.");
@@ -440,8 +436,9 @@ void bindDatabase(py::module_& module)
 
 py::tuple stateOf(const MaterialDatabase& database)
 {
+    const auto items = database.items; // to make a tuple may run code that changes the list
     py::list materials;
-    for (const auto& material : database.items)
+    for (const auto& material : items)
         materials.append(stateOf(*material));
     return py::make_tuple(database.version.toString().toStdString(), py::tuple(materials));
 }

@@ -2,6 +2,9 @@
 #include "Values.h"
 #include "Vocabulary.h"
 
+#include <exception>
+#include <utility>
+
 using namespace Nereo::Python;
 
 namespace {
@@ -47,6 +50,17 @@ void guardTypes()
     }
 }
 
+/// A value of another type is a TypeError also where it is found deep in a call.
+void translateCastErrors(std::exception_ptr error)
+{
+    try {
+        if (error)
+            std::rethrow_exception(std::move(error));
+    } catch (const py::cast_error& wrong) {
+        PyErr_SetString(PyExc_TypeError, wrong.what());
+    }
+}
+
 /// The classes are found, and pickled, in the package.
 void nameInPackage(const py::module_& module)
 {
@@ -64,6 +78,7 @@ PYBIND11_MODULE(_nereofile, module)
     options.disable_function_signatures();
     module.doc() = "What the package nereofile is made of, from the C++ libraries.";
     guardTypes();
+    py::register_local_exception_translator(&translateCastErrors);
     bindVocabulary(module);
     bindInspection(module);
     bindResults(module);

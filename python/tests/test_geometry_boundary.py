@@ -15,7 +15,9 @@ def test_a_file_is_written(tmp_path: pathlib.Path) -> None:
     file.conditions.append(BoundaryCondition("kU", value=1.5, entity_id=3, extra_values=[2, 3]))
     file.conditions.append(BoundaryCondition("kVolumeRate", time_curve_id=2))
     file.materials.append(Material(name="Water", id=1))
+    assert file.path is None
     file.save(tmp_path / "a.gbi")
+    assert file.path == tmp_path / "a.gbi"
     values = inspect(tmp_path / "a.gbi")
     assert values["job"].value == "cavity" and values["properties/1/name"].value == "Water"
     assert values["conditions/1/value"].value == 1.5 and values["conditions/1/extra/2"].value == 3

@@ -44,7 +44,7 @@ def test_a_property_that_is_not_there_is_added() -> None:
         material.property("nonsense")
     with pytest.raises(ValueError, match="another place"):
         material["viscosity"] = Property("density")
-    with pytest.raises(RuntimeError):
+    with pytest.raises(TypeError, match="str"):
         material["viscosity"] = "thick"  # type: ignore[assignment]
 
 
