@@ -5,6 +5,8 @@
 
 #include <pybind11/stl.h>
 
+#include <variant>
+
 namespace Nereo::Python {
 
 using Inspection::FileKind;
@@ -39,41 +41,50 @@ py::object valueOf(const Setting& setting)
     }
 }
 
-/// A value of another type is a TypeError: as a C++ setting does it, "12abc" would become 0.
-void setValue(Setting& setting, const py::object& value)
+using SettingValue = std::variant<int, double, std::string>;
+
+/// What a setting of the type takes. A value of another type is a TypeError: as a C++ setting does it,
+/// "12abc" would become 0.
+SettingValue converted(const std::string& key, Setting::Type type, const py::object& value)
 {
-    switch (setting.type()) {
+    switch (type) {
     case Setting::Int:
         if (!PyIndex_Check(value.ptr()))
-            throw py::type_error(setting.name() + " is an int");
+            throw py::type_error(key + " is an int");
         try {
-            return setting.setValue(value.cast<int>());
+            return value.cast<int>();
         } catch (const py::cast_error&) {
-            throw py::value_error(setting.name() + " has 32 bits");
+            throw py::value_error(key + " has 32 bits");
         }
     case Setting::Double:
         if (!PyFloat_Check(value.ptr()) && !PyIndex_Check(value.ptr()) && !py::hasattr(value, "__float__"))
-            throw py::type_error(setting.name() + " is a float");
-        return setting.setValue(py::float_(value).cast<double>());
+            throw py::type_error(key + " is a float");
+        return py::float_(value).cast<double>();
     default:
         if (!PyUnicode_Check(value.ptr()))
-            throw py::type_error(setting.name() + " is a str");
-        return setting.setValue(value.cast<Text>().utf8);
+            throw py::type_error(key + " is a str");
+        return value.cast<Text>().utf8;
     }
 }
 
+Setting::Type typeOf(Nereo2ConfigFile& configuration, const std::string& key)
+{
+    if (configuration.contains(key))
+        return configuration.setting(key).type();
+    configuration.reset(key);
+    const Setting::Type type = settingOf(configuration, key).type();
+    configuration.remove(key);
+    return type;
+}
+
+/// The value comes first: what makes a number of it may be code that changes the configuration.
 void setItem(Nereo2ConfigFile& configuration, const std::string& key, const py::object& value)
 {
-    const bool wasThere = configuration.contains(key);
-    if (!wasThere)
+    const SettingValue taken = converted(key, typeOf(configuration, key), value);
+    if (!configuration.contains(key))
         configuration.reset(key);
-    try {
-        setValue(settingOf(configuration, key), value);
-    } catch (...) {
-        if (!wasThere)
-            configuration.remove(key);
-        throw;
-    }
+    Setting& setting = configuration.setting(key);
+    std::visit([&setting](const auto& of) { setting.setValue(of); }, taken);
 }
 
 py::tuple stateOf(Nereo2ConfigFile& configuration)
@@ -100,7 +111,8 @@ std::shared_ptr<Nereo2ConfigFile> make(const py::object& values, const py::kwarg
 {
     auto configuration = std::make_shared<Nereo2ConfigFile>();
     const auto take = [&configuration](const py::dict& items) {
-        for (const auto& [key, value] : items)
+        // Of a copy, since a value may change what it came in.
+        for (const auto& [key, value] : py::reinterpret_steal<py::dict>(PyDict_Copy(items.ptr())))
             setItem(*configuration, key.cast<Text>().utf8, py::reinterpret_borrow<py::object>(value));
     };
     if (!values.is_none())

@@ -36,6 +36,29 @@ def test_settings_keep_their_types() -> None:
     assert repr(configuration["MaxIter"]) == "1"
 
 
+def test_a_value_may_change_the_configuration() -> None:
+    class Clearing:
+        """A number that clears something when it is asked for."""
+
+        def __init__(self, thing: Any) -> None:
+            self._thing = thing
+
+        def __index__(self) -> int:
+            self._thing.clear()
+            return 7
+
+        __float__: Any = lambda self: float(self.__index__())
+
+    configuration = Configuration()
+    for key in ("MaxIter", "StopTime"):
+        value: Any = Clearing(configuration)
+        configuration[key] = value
+        assert dict(configuration) == {key: 7}
+    values: Any = {}
+    values.update(Width=Clearing(values), Height=3)
+    assert Configuration(values)["Width"] == 7 and values == {}
+
+
 WRONG_VALUES = [
     ("MaxIter", "12abc", TypeError),
     ("MaxIter", 1.5, TypeError),
