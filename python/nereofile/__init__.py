@@ -45,7 +45,7 @@ from ._records import (
     VariationType,
 )
 from .checking import Check, Comparison, Inspection, address_part, check, diff, edit, effective_settings, inspect, kind_of_file
-from .errors import Cancelled, FileAccessError, FileError, MissingFileError
+from .errors import Cancelled, FileAccessError, FileError, MissingFileError, SaveWarning
 from .plot import plot_differences, plot_distribution, plot_history, plot_property
 from .results import Facts, Results, ResultsHeader, Statistics, read_results, results_header, statistics
 from .series import open_series
@@ -105,6 +105,7 @@ __all__ = [
     "PropertyType",
     "Results",
     "ResultsHeader",
+    "SaveWarning",
     "SequentialSolver",
     "Smoke",
     "SolutionControl",

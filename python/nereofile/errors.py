@@ -5,6 +5,7 @@ from __future__ import annotations
 import errno
 import os
 import stat
+import warnings
 from typing import TYPE_CHECKING, Sequence
 
 if TYPE_CHECKING:
@@ -41,6 +42,10 @@ class Cancelled(Exception):
     """The progress function said False."""
 
 
+class SaveWarning(UserWarning):
+    """A file is saved, but may be lost with the power: the system doesn't force its folder to the disk."""
+
+
 def file_error(path: str, findings: Sequence[Finding]) -> FileError:
     """The exception of a file in which these were found."""
     if any(finding.code == "cannot-open" for finding in findings):
@@ -74,6 +79,12 @@ def save_error(path: str, status: str, reason: str) -> FileError:
     if status == "cannot-create" and not os.path.isdir(os.path.dirname(path) or "."):
         return MissingFileError(message, (), path)
     return FileAccessError(message, (), path)
+
+
+def warn_not_forced(path: str, reason: str) -> None:
+    """Warns, at the line that saves, of a file that is saved but may be lost."""
+    message = f"{path} is saved, but may be lost in a power failure: its folder can't be forced to the disk"
+    warnings.warn(f"{message} ({reason})" if reason else message, SaveWarning, stacklevel=2)
 
 
 def require_regular_file(path: str) -> None:

@@ -311,8 +311,12 @@ void requireSaved(const std::string& path, const Io::SaveResult& result)
     static constexpr const char* names[] = {"saved",     "cannot-create", "no-permission",  "no-regular-file",
                                             "disk-full", "write-failed",  "cannot-replace", "content-refused",
                                             "no-writer", "not-forced"};
-    if (result.isReplaced())
+    if (result)
         return;
+    if (result.isReplaced()) {
+        errorsModule().attr("warn_not_forced")(path, result.reason);
+        return;
+    }
     const py::object error = errorsModule().attr("save_error")(path, names[result.status], result.reason);
     PyErr_SetObject(py::type::handle_of(error).ptr(), error.ptr());
     throw py::error_already_set();

@@ -29,7 +29,8 @@ py::tuple pythonFindings(const Inspection::CheckedFile& file);
 void loadChecked(const std::string& path, Inspection::FileKind kind, bool strict,
                  const std::function<bool(const std::string&)>& load);
 
-/// Throws what explains why a file couldn't be saved, if it couldn't.
+/// Throws what explains why a file couldn't be saved, if it couldn't. Warns of one that isn't safe on the
+/// disk, which throws where Python makes errors of warnings.
 void requireSaved(const std::string& path, const Io::SaveResult& result);
 
 /// Saves a copy of a file that no other thread knows, while these go on. Throws as requireSaved().
