@@ -3,11 +3,12 @@
 from __future__ import annotations
 
 import os
-from typing import Callable, Iterable, Iterator, Mapping, Optional, Sequence, Tuple, Union, overload
+from typing import Iterable, Iterator, Mapping, Optional, Sequence, Tuple, Union, overload
 
 from . import _nereofile
 from ._records import CheckedFile, Difference, EffectiveSetting, Finding, Item
 from .errors import Cancelled, FileAccessError, FileError, MissingFileError
+from .progress import Progress, following
 
 PathLike = Union[str, "os.PathLike[str]"]
 
@@ -156,14 +157,15 @@ def diff(
     peak: Optional[float] = None,
     fields: Iterable[str] = (),
     memory_limit: int = 0,
-    progress: Optional[Callable[[int, int], Optional[bool]]] = None,
+    progress: Progress = None,
 ) -> Comparison:
     """Compares what two files say, value by value, as loads read them.
 
     Numbers differ where |a - b| exceeds every tolerance that is given: ``absolute``, ``relative`` of the larger
     magnitude, ``peak`` of the field's peak. ``fields`` chooses among those of results; one that is in neither file
     is a KeyError. Values of results whose nodes come in other orders take at most ``memory_limit`` bytes, by default
-    a quarter of the free memory. Files of kinds that can't be compared are a FileError.
+    a quarter of the free memory. ``progress`` is as for ``read_results``. Files of kinds that can't be compared are a
+    FileError.
 
     >>> diff("cavity.res", "cavity.res").same
     True
@@ -176,7 +178,8 @@ def diff(
     for tolerance in (absolute, relative, peak):
         if tolerance is not None and not tolerance >= 0:
             raise ValueError(f"a tolerance is at least 0, not {tolerance}")
-    found = _nereofile.compare(a, b, absolute, relative, peak, names, memory_limit, progress)
+    with following(progress) as follow:
+        found = _nereofile.compare(a, b, absolute, relative, peak, names, memory_limit, follow)
     outcome, message, path, differences, text, json = found
     if outcome == "compared":
         return Comparison(differences, text, json)

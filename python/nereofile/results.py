@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import dataclasses
 import os
-from typing import TYPE_CHECKING, Any, Callable, Dict, Iterable, Iterator, List, Mapping, Optional, Tuple, Union
+from typing import TYPE_CHECKING, Any, Dict, Iterable, Iterator, List, Mapping, Optional, Tuple, Union
 
 import numpy as np
 import numpy.typing as npt
@@ -12,6 +12,7 @@ import numpy.typing as npt
 from . import _nereofile
 from ._records import Damage, FieldStatistics, HeaderField, Problem
 from .errors import Cancelled, FileError, require_regular_file
+from .progress import Progress, following
 from .vocabulary import field_variables, name_for_code, node_flags
 
 if TYPE_CHECKING:
@@ -20,7 +21,6 @@ if TYPE_CHECKING:
 
 PathLike = Union[str, "os.PathLike[str]"]
 Values = npt.NDArray[np.float64]
-Progress = Union[None, bool, Callable[[int, int], Optional[bool]]]
 
 _LAST_NODE = 2**31 - 1
 
@@ -293,7 +293,7 @@ def read_results(
     first, last = _first_and_last(nodes)
     limit = _memory_of_machine() if memory_limit is None else _limit_of(memory_limit)
 
-    with _following(progress) as follow:
+    with following(progress) as follow:
         result, facts, by_code = _nereofile.load_results(path, codes, first, last, limit, fill, follow)
     _raise_for_outcome(path, result, limit, strict)
     wanted = set(codes)
@@ -336,7 +336,7 @@ def statistics(path: PathLike, *, damage: bool = False, progress: Progress = Non
     """
     path = os.fspath(path)
     require_regular_file(path)
-    with _following(progress) as follow:
+    with following(progress) as follow:
         result, header, fields, found = _nereofile.scan_results(path, True, damage, follow)
     _raise_for_outcome(path, result, 0, strict=False)
     return Statistics(ResultsHeader(path=path, **header), fields, found if damage else None)
@@ -405,30 +405,3 @@ def _raise_for_outcome(path: str, result: Dict[str, Any], limit: int, strict: bo
     if outcome == "over-limit" and result["problem"] != "too-many-nodes":
         raise MemoryError(f"{path} takes {result['memory_needed']} bytes, more than the {limit} that it may")
     _nereofile.raise_file_error(path)
-
-
-class _following:
-    """The callable that a progress stands for, while something is going on."""
-
-    def __init__(self, progress: Progress) -> None:
-        if progress is not None and progress is not True and progress is not False and not callable(progress):
-            raise TypeError("progress is a callable, or True for a bar")
-        self._progress = progress
-        self._bar: Any = None
-
-    def __enter__(self) -> Optional[Callable[[int, int], Optional[bool]]]:
-        if self._progress is True:
-            from .optional import require
-
-            self._bar = require("tqdm", "progress=True").tqdm(unit="B", unit_scale=True)
-            return self._advance
-        return self._progress or None
-
-    def __exit__(self, *error: object) -> None:
-        if self._bar is not None:
-            self._bar.close()
-
-    def _advance(self, done: int, in_all: int) -> Optional[bool]:
-        self._bar.total = in_all
-        self._bar.update(done - self._bar.n)
-        return None

@@ -113,9 +113,18 @@ def test_plots(series_folder: pathlib.Path) -> None:
     assert [line.get_label() for line in axes.lines] == ["mean", "minimum", "maximum"]
 
 
-def test_a_bar_shows_progress(tmp_path: pathlib.Path, capsys: pytest.CaptureFixture[str]) -> None:
+@pytest.mark.parametrize(
+    "act",
+    [
+        lambda path: read_results(path, progress=True),
+        lambda path: nereofile.statistics(path, progress=True),
+        lambda path: nereofile.diff(path, path, progress=True),
+    ],
+)
+def test_a_bar_shows_progress(tmp_path: pathlib.Path, capsys: pytest.CaptureFixture[str], act: Any) -> None:
     pytest.importorskip("tqdm")
-    read_results(write_results(tmp_path / "a.res"), progress=True)
+    path = write_results(tmp_path / "a.res")
+    act(path)
     assert "100%" in capsys.readouterr().err
 
 
