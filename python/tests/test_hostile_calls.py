@@ -99,6 +99,35 @@ for view in (control.flags, control.constants, control.original_constants, contr
              control.solution_control, control.equations, control.smoke, nereofile.GeometryBoundary().conditions):
     torture(view, type(view))
 
+# What takes any object at all, or as many as there are.
+TAKE_ANYTHING = {"get", "pop", "setdefault", "count", "__contains__", "__eq__", "__ne__", "__exit__"}
+accepted = []
+
+def refuse(where, act):
+    """No number of objects that mean nothing is taken, but for none where there are no arguments."""
+    for count in range(1, 8):
+        try:
+            act(*[object() for _ in range(count)])
+        except Exception:
+            continue
+        accepted.append((where, count))
+
+for cls in classes:
+    # Records hold what they are given.
+    is_plain = issubclass(cls, (tuple, int, Exception)) or hasattr(cls, "__dataclass_fields__")
+    for name, member in vars(cls).items():
+        own = callable(member) or isinstance(member, (staticmethod, classmethod))
+        if own and name not in TAKE_ANYTHING | {"__new__"} and not is_plain:
+            for instance in instances(cls):
+                refuse(f"{cls.__name__}.{name}", getattr(instance, name) if name != "__init__" else cls)
+        elif isinstance(member, property) and member.fset:
+            for instance in instances(cls):
+                refuse(f"{cls.__name__}.{name} =", lambda *values: setattr(instance, name, values[0]))
+for name, function in vars(nereofile).items():
+    if callable(function) and not isinstance(function, type) and function.__module__.startswith("nereofile"):
+        refuse(name, function)
+assert accepted == [], accepted
+
 for module in (nereofile, _nereofile):
     for name, function in vars(module).items():
         if callable(function) and not isinstance(function, type):
