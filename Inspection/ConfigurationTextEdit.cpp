@@ -35,12 +35,14 @@ public:
     {
         const std::optional<Item::Type> type = typeOfSetting(key);
         if (!type)
-            refuseUnknown(key, configurationKeys());
+            refuseUnknown(key);
         const NewText text = newTextOfType(*type, given);
         const int last = lines_.lastFilled(0, lines_.count());
         const QString line = text.text.isEmpty() ? key : key + QLatin1Char(' ') + text.text;
         return {{lines_.linesBehind(last, {line}, last)}, {{key, text}}};
     }
+
+    QStringList addableAddresses() const override { return configurationKeys(); }
 
     /// White space behind the last line would make a load throw, so that what stands before a line that was
     /// the last one goes with it.

@@ -35,7 +35,7 @@ public:
         if (!type && key == QLatin1String("version"))
             refuseMissing(key);
         if (!type)
-            refuseUnknown(key, configurationKeys());
+            refuseUnknown(key);
         const NewText text = newText(FileKind::ConfigurationXml, *type, given);
         const int root = onlyRoot();
         int before = XmlElement::None;
@@ -46,6 +46,8 @@ public:
         }
         return {{markup_.child(root, before, key, text.text)}, {{key, text}}};
     }
+
+    QStringList addableAddresses() const override { return configurationKeys(); }
 
     Removal remove(const Item& item) const override
     {

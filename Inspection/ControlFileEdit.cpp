@@ -229,7 +229,7 @@ Addition addConstant(const SectionedLines& lines, const QString& address, const 
     const QString name = address.mid(int(sizeof constantsAddress));
     const int code = constantCode(name);
     if (code < 1 || nameOf(code) != name || isRecord(code))
-        refuseUnknown(address, {});
+        refuseUnknown(address);
     const NewText text = newText(FileKind::Control, Type::Number, given);
     const QString line = name + QLatin1Char(' ') + text.text;
     return {{lineInList(lines, SectionName::constants, line)}, {{address, text}}};
@@ -239,7 +239,7 @@ Addition addFlag(const SectionedLines& lines, const QString& address, const QStr
 {
     const std::optional<QString> name = nameOfPart(address.mid(int(sizeof flagsAddress)));
     if (!name || name->isEmpty())
-        refuseUnknown(address, {});
+        refuseUnknown(address);
     checkFlag(*name);
     checkFlag(given);
     const NewText text {given, given};
@@ -259,14 +259,6 @@ Addition addFlag(const SectionedLines& lines, const QString& address, const QStr
         {flags.newNumber(flags.count() + 1), lines.linesBehind(last, {line}, last)},
         {{address, text}                           }
     };
-}
-
-QStringList addressesIn(const EditedFile& file)
-{
-    QStringList addresses;
-    for (const Item& item : file.items())
-        addresses.append(item.address);
-    return addresses;
 }
 
 Removal removeFlag(const SectionedLines& lines, const Item& item)
@@ -297,7 +289,7 @@ Removal removeConstant(const SectionedLines& lines, const QString& address)
 
 class ControlFileEditor : public KindEditor {
 public:
-    explicit ControlFileEditor(const EditedFile& file) : file_(file), lines_(file) {}
+    explicit ControlFileEditor(const EditedFile& file) : lines_(file) {}
 
     NewText newTextOf(const Item& item, const QString& given) const override
     {
@@ -327,7 +319,7 @@ public:
                              });
         if (isKnown)
             refuseMissing(address);
-        refuseUnknown(address, addressesIn(file_));
+        refuseUnknown(address);
     }
 
     Removal remove(const Item& item) const override
@@ -340,8 +332,18 @@ public:
         refuseRemoval(item.address);
     }
 
+    QStringList addableAddresses() const override
+    {
+        QStringList addresses;
+        for (int code = 1; code <= Io::ControlFile::ConstantCount; ++code) {
+            const QString name = nameOf(code);
+            if (constantCode(name) == code && !isRecord(code))
+                addresses.append(QLatin1String(constantsAddress) + QLatin1Char('/') + name);
+        }
+        return addresses;
+    }
+
 private:
-    const EditedFile& file_;
     SectionedLines lines_;
 };
 

@@ -32,8 +32,18 @@ public:
         checkFindings();
     }
 
-    /// That of the edit at which it has come to an end.
-    const QString& address() const { return address_; }
+    /// Of the edit at which it has come to an end.
+    EditResult resultOf(const Refusal& refusal) const
+    {
+        EditResult result {refusal.problem(), address_, refusal.message()};
+        const bool isAboutAddress =
+            result.problem == EditProblem::UnknownAddress || result.problem == EditProblem::NotThere;
+        if (isAboutAddress && file().find(address_) == nullptr)
+            result.nearest = nearestAddress(address_, knownAddresses());
+        if (!result.nearest.isEmpty())
+            result.message += QStringLiteral("; did you mean \"%1\"?").arg(result.nearest);
+        return result;
+    }
 
     /// The file after all edits; none if there was nothing to do.
     std::unique_ptr<EditedFile> takeFile() { return std::move(changed_); }
@@ -49,6 +59,17 @@ private:
         return *editor_;
     }
 
+    /// Those of the file, and where one is to get a value those that may be added.
+    QStringList knownAddresses() const
+    {
+        QStringList addresses;
+        for (const Item& item : file().items())
+            addresses.append(item.address);
+        if (!isRemoval_ && editor_)
+            addresses += editor_->addableAddresses();
+        return addresses;
+    }
+
     struct Setting {
         QString address;
         NewText text;
@@ -59,6 +80,7 @@ private:
     void run(const Edit& edit)
     {
         address_ = edit.address;
+        isRemoval_ = !edit.text;
         const Item* item = file().find(edit.address);
         const bool canWait = item != nullptr && edit.text && pendingAddresses_.count(edit.address) == 0;
         if (!canWait) {
@@ -183,6 +205,7 @@ private:
     std::set<QString> pendingAddresses_;
     bool isRenamed_ = false;
     QString address_;
+    bool isRemoval_ = false; ///< the edit of that address is one
     std::vector<Edit> written_;
 };
 
@@ -215,7 +238,7 @@ public:
         try {
             work.run(edits);
         } catch (const Refusal& refusal) {
-            return {refusal.problem(), work.address(), refusal.message()};
+            return work.resultOf(refusal);
         }
         if (std::unique_ptr<EditedFile> changed = work.takeFile()) {
             note(work.written());

@@ -1,7 +1,5 @@
 #include "KindEditor.h"
 
-#include "NearestName.h"
-
 namespace Nereo::Inspection {
 
 namespace {
@@ -43,13 +41,10 @@ std::unique_ptr<KindEditor> editorFor(const EditedFile& file)
     return makerOf(file.kind())(file);
 }
 
-void refuseUnknown(const QString& address, const QStringList& known)
+void refuseUnknown(const QString& address)
 {
-    QString message = quoted(address) + QLatin1String(" is no value of such a file");
-    const QString nearest = suggestion(address, known);
-    if (!nearest.isEmpty())
-        message += QLatin1String("; ") + nearest;
-    throw Refusal(EditProblem::UnknownAddress, message);
+    throw Refusal(EditProblem::UnknownAddress,
+                  quoted(address) + QLatin1String(" is no value of such a file"));
 }
 
 void refuseMissing(const QString& address)

@@ -34,6 +34,9 @@ public:
     virtual Replacements replace(const Item& item, const NewText& text) const = 0;
     virtual Addition add(const QString& address, const QString& given) const = 0;
     virtual Removal remove(const Item& item) const = 0;
+
+    /// Addresses that files of the kind may have, and that may be added.
+    virtual QStringList addableAddresses() const { return {}; }
 };
 
 bool isEditable(FileKind kind);
@@ -48,7 +51,7 @@ std::unique_ptr<KindEditor> controlFileEditor(const EditedFile& file);
 std::unique_ptr<KindEditor> materialDatabaseEditor(const EditedFile& file);
 
 // What they refuse.
-[[noreturn]] void refuseUnknown(const QString& address, const QStringList& known);
+[[noreturn]] void refuseUnknown(const QString& address);
 [[noreturn]] void refuseMissing(const QString& address);
 [[noreturn]] void refuseRemoval(const QString& address);
 [[noreturn]] void refuseDoubt();

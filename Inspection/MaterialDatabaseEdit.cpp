@@ -125,7 +125,7 @@ Addition addElement(const XmlMarkup& markup, int parent, const std::array<ValueE
     const QString name = address.section(QLatin1Char('/'), -1);
     const int index = indexOf(name, elements);
     if (index == noValue)
-        refuseUnknown(address, {});
+        refuseUnknown(address);
     if (parent == XmlElement::None)
         refuseMissing(address);
     const NewText text = newTextOfAddress(address, elements[std::size_t(index)].type, given);
@@ -175,7 +175,7 @@ public:
             const int point = elements.point(material, parts[1], parts[3].toInt());
             return addElement(markup_, point, pointValues, address, given);
         }
-        refuseUnknown(address, {});
+        refuseUnknown(address);
     }
 
     Removal remove(const Item& item) const override { refuseRemoval(item.address); }

@@ -1,17 +1,22 @@
 #include "NearestName.h"
 
+#include <NereoInspection/Outline.h>
+
 #include <QCoreApplication>
 
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <limits>
 #include <numeric>
+#include <optional>
 
 namespace Nereo::Inspection {
 
 namespace {
 
 constexpr int longestName = 64;
+constexpr QLatin1Char partEnd('/');
 
 /// How many letters have to be inserted, removed, replaced or swapped with their neighbour to make one word
 /// of the other; any number that isn't less where it isn't less than a limit.
@@ -45,6 +50,53 @@ int editDistance(QStringView left, QStringView right, int limit)
     return (*last)[std::size_t(width)];
 }
 
+/// How far a name is from a word; none where nobody would have meant it.
+std::optional<int> distanceOfNear(QStringView word, QStringView name)
+{
+    if (word == name)
+        return 0;
+    const int limit = std::max(1, int(word.size()) / 3) + 1;
+    if (word.size() > longestName || name.size() > longestName
+        || std::abs(name.size() - word.size()) >= limit)
+        return {};
+    const int distance = editDistance(word, name, limit);
+    return distance < limit ? std::optional(distance) : std::nullopt;
+}
+
+/// The next part of an address, which is taken off it.
+QStringView takePart(QStringView& address)
+{
+    const qsizetype end = std::find(address.begin(), address.end(), partEnd) - address.begin();
+    const QStringView part = address.left(end);
+    address = address.mid(std::min(end + 1, address.size()));
+    return part;
+}
+
+/// The same of addresses: each part has to be near the one in its place.
+std::optional<int> distanceOfNearAddress(QStringView address, QStringView known)
+{
+    if (std::count(address.begin(), address.end(), partEnd)
+        != std::count(known.begin(), known.end(), partEnd))
+        return {};
+    int sum = 0;
+    do {
+        const std::optional<int> distance = distanceOfNear(takePart(address), takePart(known));
+        if (!distance)
+            return {};
+        sum += *distance;
+    } while (!address.isEmpty() || !known.isEmpty());
+    return sum;
+}
+
+/// Whether an address is the beginning or the end of another one, in whole parts.
+bool isEndOf(QStringView address, QStringView known)
+{
+    const auto more = known.size() - address.size();
+    return more > 0 && !address.isEmpty()
+        && ((known[address.size()] == partEnd && known.startsWith(address))
+            || (known[more - 1] == partEnd && known.endsWith(address)));
+}
+
 } // namespace
 
 QString nearestName(const QString& word, const QStringList& names)
@@ -60,6 +112,26 @@ QString nearestName(const QString& word, const QStringList& names)
         const int distance = editDistance(folded, name.toCaseFolded(), least);
         if (distance < least) {
             least = distance;
+            nearest = name;
+        }
+    }
+    return nearest;
+}
+
+QString nearestAddress(const QString& address, const QStringList& known)
+{
+    constexpr int distanceOfEnd = 1; // as far as a letter
+    const QString folded = address.toCaseFolded();
+    QString nearest;
+    int least = std::numeric_limits<int>::max();
+    for (const QString& name : known) {
+        if (name == address)
+            continue;
+        const QString foldedName = name.toCaseFolded();
+        const std::optional<int> distance =
+            isEndOf(folded, foldedName) ? distanceOfEnd : distanceOfNearAddress(folded, foldedName);
+        if (distance && *distance < least) {
+            least = *distance;
             nearest = name;
         }
     }

@@ -46,7 +46,7 @@ public:
             if (found != texts.constEnd())
                 entry.text = *found;
             else
-                sayMissing(entry.address, texts.keys(), file);
+                sayMissing(entry.address, values, file);
         }
     }
 
@@ -54,9 +54,12 @@ public:
     bool isWhole() const { return isWhole_; }
 
 private:
-    void sayMissing(const QString& address, const QStringList& known, const std::string& file)
+    void sayMissing(const QString& address, const Values& values, const std::string& file)
     {
         isWhole_ = false;
+        QStringList known;
+        for (const Values::Value& value : values)
+            known.append(value.address);
         say(about(file, missingText(address, known)));
     }
 

@@ -3,7 +3,7 @@
 #include "Bytes.h"
 #include "Text.h"
 
-#include <Inspection/NearestName.h>
+#include <NereoInspection/Outline.h>
 
 #include <unistd.h>
 
@@ -17,7 +17,7 @@ void say(const QString& message)
 
 QString missingText(const QString& address, const QStringList& known)
 {
-    const QString nearest = Inspection::nearestName(address, known);
+    const QString nearest = Inspection::nearestAddress(address, known);
     const QString text = QStringLiteral("there is no %1").arg(address);
     return nearest.isEmpty() ? text : text + QLatin1String(", but ") + nearest;
 }

@@ -37,7 +37,11 @@ enum class EditProblem {
 struct EditResult {
     EditProblem problem = EditProblem::None;
     QString address; ///< of the edit that is refused; empty where none is or the file is the problem
-    QString message; ///< why, in English; empty where all is well
+    QString message; ///< why, in English, and the nearest address; empty where all is well
+
+    /// The address that was probably meant where there is none such (UnknownAddress, NotThere): one of the
+    /// file, or one that can be added to it if something is to be set. Empty if none is near.
+    QString nearest = {};
 
     explicit operator bool() const { return problem == EditProblem::None; }
 };

@@ -5,6 +5,7 @@
 #include <NereoInspection/Place.h>
 
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 #include <functional>
@@ -50,5 +51,10 @@ NEREOINSPECTION_EXPORT bool outline(const std::string& path, const ItemVisitor& 
 
 /// A part of an address, from a name as the file has it.
 NEREOINSPECTION_EXPORT QString addressPart(const QString& name);
+
+/// The one of the known addresses that somebody probably meant by an address that isn't among them; empty if
+/// none is near. Near are those with as many parts, each of which differs by its case or a few letters, and
+/// those of which the address is the beginning or the end.
+NEREOINSPECTION_EXPORT QString nearestAddress(const QString& address, const QStringList& known);
 
 } // namespace Nereo::Inspection

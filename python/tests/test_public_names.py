@@ -186,6 +186,7 @@ NO_CLASSES: Dict[str, str] = {
 FUNCTIONS: Dict[str, str] = {
     "check": "check", "checkCase": "check", "toJson": "Check.to_json", "outline": "inspect", "compare": "diff",
     "toText": "Comparison.__str__", "kindOfFile": "kind_of_file", "addressPart": "address_part",
+    "nearestAddress": "- the KeyError of an edit says it",
     "findingLine": "Finding.line_of_text", "kindName": "- kinds are texts", "kindOfName": "- kinds are texts",
     "effectiveConfiguration": "effective_settings", "originName": "- origins are texts",
     "severityName": "- severities are texts", "effectName": "- effects are texts",

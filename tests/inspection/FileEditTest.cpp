@@ -83,6 +83,70 @@ TEST(FileEditTest, SaysWhichEditIsRefused)
     EXPECT_EQ(result.address, "JobPrefix");
 }
 
+TEST(FileEditTest, OffersTheNearestAddress)
+{
+    const char* const text = "MaxIter 5\n";
+    const char* const xml = "<Nereo2Config><MaxIter>5</MaxIter></Nereo2Config>";
+    const char* const control = "NEREO control file rev 06 NEREO Ver 2023.1.0.0\nNEREO\n *** Title\na\n"
+                                " *** Relaxation\nkP 0.3 0\n *** Flag section\n1\ncfl 0.5\n";
+    const char* const materials = "<material_database version='2024.0.0.0'><material type='fluid'>"
+                                  "<name>Water</name><ref_pressure>1</ref_pressure>"
+                                  "<property type='density'><value>1</value></property>"
+                                  "</material></material_database>";
+    const struct {
+        const char* name;
+        const char* bytes;
+        const char* address;
+        EditProblem setting;
+        const char* forSetting;
+        const char* forRemoving;
+    } cases[] = {
+        {"a.cfg", text,      "Maxiter",             EditProblem::UnknownAddress, "MaxIter",             "MaxIter"},
+        {"a.cfg", text,      "StopTme",             EditProblem::UnknownAddress, "StopTime",            ""       },
+        {"a.xml", xml,       "MaxItr",              EditProblem::UnknownAddress, "MaxIter",             "MaxIter"},
+        {"a.xml", xml,       "stoptime",            EditProblem::UnknownAddress, "StopTime",            ""       },
+        {"a.ctl", control,   "relaxation/kP/undr",  EditProblem::NotThere,       "relaxation/kP/under",
+         "relaxation/kP/under"                                                                                   },
+        {"a.ctl", control,   "relaxatoin/kP/under", EditProblem::UnknownAddress, "relaxation/kP/under",
+         "relaxation/kP/under"                                                                                   },
+        {"a.ctl", control,   "constants/kGravy",    EditProblem::UnknownAddress, "constants/kGravY",    ""       },
+        {"a.ctl", control,   "anything/at/all",     EditProblem::UnknownAddress, "",                    ""       },
+        {"a.xml", materials, "Watr/density/value",  EditProblem::NotThere,       "Water/density/value",
+         "Water/density/value"                                                                                   },
+        {"a.xml", materials, "Water/refpressure",   EditProblem::UnknownAddress, "Water/ref_pressure",
+         "Water/ref_pressure"                                                                                    },
+    };
+    const auto withNearest = [](const std::string& message, const std::string& nearest) {
+        const std::string question = nearest.empty() ? "" : "; did you mean \"" + nearest + "\"?";
+        return message.size() > question.size()
+            && message.compare(message.size() - question.size(), question.size(), question) == 0;
+    };
+    for (const auto& row : cases) {
+        FileEdit file(row.name, row.bytes);
+        const EditResult set = file.set(row.address, "1");
+        EXPECT_EQ(set.problem, row.setting) << row.address;
+        EXPECT_EQ(set.nearest, row.forSetting) << row.address;
+        EXPECT_TRUE(withNearest(set.message.toStdString(), row.forSetting)) << set.message.toStdString();
+        const EditResult removal = file.remove(row.address);
+        EXPECT_EQ(removal.problem, EditProblem::NotThere) << row.address;
+        EXPECT_EQ(removal.nearest, row.forRemoving) << row.address;
+        EXPECT_TRUE(withNearest(removal.message.toStdString(), row.forRemoving)) << row.address;
+    }
+}
+
+/// Where the address is right, none is near.
+TEST(FileEditTest, OffersNoAddressForAnotherProblem)
+{
+    FileEdit file("a.ctl",
+                  "NEREO control file rev 06 NEREO Ver 2023.1.0.0\nNEREO\n *** Title\na\n"
+                  " *** Relaxation\nkP 0.3\nkU 0.3 0\n");
+    EXPECT_EQ(file.set("relaxation/kP/under", "x").nearest, "");
+    EXPECT_EQ(file.remove("title").nearest, "");
+    const EditResult result = file.set("relaxation/kP/inertial", "1");
+    EXPECT_EQ(result.problem, EditProblem::NotThere);
+    EXPECT_EQ(result.nearest, ""); // its place is known, and empty
+}
+
 TEST(FileEditTest, SetsMaterialsThatUseOneAnother)
 {
     FileEdit file("file.xml",

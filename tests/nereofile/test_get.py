@@ -2,7 +2,7 @@
 
 import unittest
 
-from support import CommandTest, little_endian_results
+from support import SOURCES, CommandTest, little_endian_results
 
 XML = """<?xml version="1.0"?>
 <Nereo2Config Version="2023.1.0.0">
@@ -49,6 +49,20 @@ class GetTest(CommandTest):
             "get a.xml Width MaxIter", out="MaxIter=500\n", err="nereofile: a.xml: there is no Width\n", code=1
         )
 
+    def test_the_nearest_address_is_offered(self):
+        for file, address, nearest in [
+            ("cavity.ctl", "relaxation/kP/undr", "relaxation/kP/under"),
+            ("cavity.ctl", "relaxation/kP", "relaxation/kP/under"),
+            ("cavity.ctl", "kGravY", "constants/kGravY"),
+            ("cavity.ctl", "Flags/CFL", "flags/cfl"),
+            ("materials.xml", "Air/ref_presure", "Air/ref_pressure"),
+        ]:
+            self.expect(
+                ["get", file, address],
+                err=f"nereofile: {file}: there is no {address}, but {nearest}\n",
+                code=1,
+            )
+
     def test_the_last_value_of_an_address_counts(self):
         self.write("twice.cfg", "MaxIter 1\nStopTime 2\nMaxIter 3")
         self.expect("get twice.cfg MaxIter", out="3\n")
@@ -74,6 +88,33 @@ class GetTest(CommandTest):
             ("kU", "2"),
         ]:
             self.expect(["get", "a.res", address], out=value + "\n")
+
+    def test_names_that_stand_there_twice_and_letters_that_part_addresses(self):
+        self.write(
+            "a.ctl",
+            "NEREO control file rev 06 NEREO Ver 2023.1.0.0\nNEREO\n *** Title\na\n *** Flag section\n5\n"
+            "cfl 1\ncfl 2\na/b 3\na#2 4\na% 5\n",
+        )
+        for address, value in [
+            ("flags/cfl", "1"),
+            ("flags/cfl#2", "2"),
+            ("flags/a%2Fb", "3"),
+            ("flags/a%232", "4"),
+            ("flags/a%25", "5"),
+        ]:
+            self.expect(["get", "a.ctl", address], out=value + "\n")
+
+    def test_materials_and_conditions(self):
+        self.write(
+            "a.xml",
+            "<material_database version='2024.0.0.0'><material type='fluid'><name>Water</name><id>1</id></material>"
+            "<material type='fluid'><name>Water</name><id>2</id></material><material><id>3</id></material></material_database>",
+        )
+        for address, value in [("Water/id", "1"), ("Water#2/id", "2"), ("#3/id", "3"), ("Water/type", "fluid")]:
+            self.expect(["get", "a.xml", address], out=value + "\n")
+        self.write("a.gbi", (SOURCES / "tests" / "data" / "cavity.gbi").read_bytes())
+        for address in ("job", "units", "conditions/1/entity", "conditions/1/name"):
+            self.assertEqual(self.run_command("get", "a.gbi", address).code, 0, address)
 
     def test_the_kind_can_be_given(self):
         self.write("unclear", "Text\nwithout a title\n")
