@@ -1,5 +1,7 @@
 #include <NereoInspection/Comparison.h>
 
+#include "OneLine.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -84,7 +86,7 @@ QString toText(const Comparison& comparison)
 {
     QString text;
     for (const Difference& difference : comparison.differences)
-        text += lineOf(difference) + QLatin1Char('\n');
+        text += oneLine(lineOf(difference)) + QLatin1Char('\n');
     return text;
 }
 

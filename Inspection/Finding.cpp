@@ -1,5 +1,7 @@
 #include <NereoInspection/Finding.h>
 
+#include "OneLine.h"
+
 #include <NereoUtility/StringConversion.h>
 
 namespace Nereo::Inspection {
@@ -28,7 +30,7 @@ QString findingLine(const std::string& file, const Finding& finding)
         + QLatin1String(" [") + finding.code + QLatin1Char(']');
     if (!finding.address.isEmpty())
         line += QLatin1Char(' ') + finding.address;
-    return line;
+    return oneLine(line);
 }
 
 } // namespace Nereo::Inspection

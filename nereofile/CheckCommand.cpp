@@ -76,7 +76,7 @@ public:
         for (const Finding& finding : file.findings)
             add(file.file, finding);
         if (isUnclean(file.counts))
-            output_ << Util::toQString(file.file) << ": " << sum(file.counts) << "\n";
+            output_ << oneLine(Util::toQString(file.file)) << ": " << sum(file.counts) << "\n";
         ++files_;
         counts_ += file.counts;
     }
@@ -100,7 +100,7 @@ private:
         output_ << coloured(findingLine(file, finding), finding.severity) << "\n";
         if (finding.more > 0)
             output_ << QStringLiteral("%1: %2 more [%3]\n")
-                           .arg(Util::toQString(file), QString::number(finding.more), finding.code);
+                           .arg(oneLine(Util::toQString(file)), QString::number(finding.more), finding.code);
     }
 
     QString coloured(const QString& line, Severity severity) const

@@ -171,7 +171,7 @@ Results readResults(const InputPath& input, bool wantsStatistics)
 void writeText(Output& output, const std::string& name, const Results& results)
 {
     const ResultsFileHeader& header = results.header;
-    output << Util::toQString(name) << ": results\n";
+    output << oneLine(Util::toQString(name)) << ": results\n";
     const auto current = [](int now, int from) { return QStringLiteral("%1, from %2").arg(now).arg(from); };
     Table table({Table::Left, Table::Left});
     const auto add = [&table](const char* what, const QString& text) {
@@ -203,7 +203,7 @@ void writeText(Output& output, const std::string& name, const Results& results)
     }
     if (!header.problems().empty())
         output << QStringLiteral("  something is wrong; nereofile check %1 says what\n")
-                      .arg(Util::toQString(name));
+                      .arg(oneLine(Util::toQString(name)));
 }
 
 void writeJson(Json& json, const Results& results)

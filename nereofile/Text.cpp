@@ -63,24 +63,6 @@ QString wrapped(const QString& text, int columns, int indentation)
     return lines;
 }
 
-QString oneLine(const QString& text)
-{
-    QString line;
-    line.reserve(text.size());
-    for (const QChar character : text) {
-        const bool isControl = character.category() == QChar::Other_Control
-            || character.category() == QChar::Separator_Line
-            || character.category() == QChar::Separator_Paragraph;
-        if (character == QLatin1Char('\n'))
-            line += QLatin1String("\\n");
-        else if (isControl)
-            line += QStringLiteral("\\u%1").arg(character.unicode(), 4, 16, QLatin1Char('0'));
-        else
-            line += character;
-    }
-    return line;
-}
-
 QString counted(qint64 count, const char* singular)
 {
     const QString text = QString::number(count) + QLatin1Char(' ') + QLatin1String(singular);

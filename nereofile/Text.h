@@ -1,5 +1,7 @@
 #pragma once
 
+#include <Inspection/OneLine.h>
+
 #include <QString>
 #include <QStringList>
 
@@ -17,8 +19,7 @@ QString filledUpBefore(const QString& text, int letters);
 /// The words of a text in lines of at most that many letters, all but the first behind blanks.
 QString wrapped(const QString& text, int columns, int indentation = 0);
 
-/// The text on one line: what would move a terminal stands as an escape.
-QString oneLine(const QString& text);
+using Inspection::oneLine;
 
 /// "1 error", "2 errors".
 QString counted(qint64 count, const char* singular);

@@ -55,7 +55,7 @@ void writeText(Output& output, const std::string& name, FileKind kind, const Val
     });
     const QString version = versionOf(kind, values);
     output << QStringLiteral("%1: %2%3, %4\n")
-                  .arg(Util::toQString(name), kindName(kind),
+                  .arg(oneLine(Util::toQString(name)), kindName(kind),
                        version.isEmpty() ? QString() : QStringLiteral(", version ") + version,
                        counted(qint64(all.size()), "value"));
     Table table({Table::Left, Table::Left});
@@ -64,7 +64,7 @@ void writeText(Output& output, const std::string& name, FileKind kind, const Val
     output << table.text(indentation);
     if (all.size() > most)
         output << QStringLiteral("  and %1 more; nereofile get %2 shows them\n")
-                      .arg(QString::number(all.size() - most), Util::toQString(name));
+                      .arg(QString::number(all.size() - most), oneLine(Util::toQString(name)));
 }
 
 void writeJson(Json& json, FileKind kind, const Values& values)

@@ -127,6 +127,7 @@ TESTS = {
     "Inspection/KindEditor.cpp": EDIT_TESTS,
     "Inspection/MaterialDatabaseEdit.cpp": EDIT_TESTS,
     "Inspection/NearestName.cpp": ["inspection/RulesTest", *INSPECTION_TESTS],
+    "Inspection/OneLine.cpp": ["inspection/CheckTest", "inspection/ComparisonTest"],
     "Inspection/NewTexts.cpp": EDIT_TESTS,
     "Inspection/NumberFault.cpp": ["inspection/RulesTest", *INSPECTION_TESTS],
     "Inspection/Origins.cpp": ["inspection/EditTest"],

@@ -116,6 +116,7 @@ NEREOINSPECTION_EXPORT Comparison compare(const std::string& pathOfA, const std:
 /// A line for each difference: `ADDRESS: A -> B`, `- ADDRESS: A` of what only A says and `+ ADDRESS: B` of
 /// what only B says, and of a field
 /// `kU: 3 values differ by up to 0.5 (node 34: 1.2 -> 1.7), 4.1% of the peak, rms 0.0123`.
+/// Control characters and ends of lines are written as in JSON.
 NEREOINSPECTION_EXPORT QString toText(const Comparison& comparison);
 
 /// All differences as one JSON document, in UTF-8 and indented: whether the files say the same, and for each

@@ -56,7 +56,8 @@ struct Finding {
 
 /// The finding as a line of text that editors can jump to:
 /// `run/cavity.ctl:57:4: error: "abc" is not a number; it is read as 0 [not-a-number] relaxation/kP/under`,
-/// of a binary file `run/cavity.res@354: error: …`.
+/// of a binary file `run/cavity.res@354: error: …`. Control characters and ends of lines are written as in
+/// JSON.
 NEREOINSPECTION_EXPORT QString findingLine(const std::string& file, const Finding& finding);
 
 } // namespace Nereo::Inspection

@@ -179,6 +179,16 @@ TEST(CheckTest, WritesThePlaceAsFarAsThereIsOne)
     EXPECT_EQ(findingLine("file", finding), "file:3:4: warning: some message [some-code] some/address");
 }
 
+TEST(CheckTest, WritesAFindingOnOneLine)
+{
+    Finding finding;
+    finding.code = "some-code";
+    finding.message = QString::fromUtf8("\"a\nb\x1B[31m\xC2\x85\xE2\x80\xA8\xC3\xA4\" is wrong");
+    finding.address = "a\rb";
+    EXPECT_EQ(findingLine("fi\nle", finding).toStdString(),
+              "fi\\nle: error: \"a\\nb\\u001b[31m\\u0085\\u2028\xC3\xA4\" is wrong [some-code] a\\u000db");
+}
+
 TEST(CheckTest, ReadsAPipe)
 {
     const TemporaryFolder folder;

@@ -105,6 +105,13 @@ TEST(ComparisonTest, ComparesConfigurationsInXml)
         expectDifferences("file.xml", example);
 }
 
+TEST(ComparisonTest, WritesADifferenceOnOneLine)
+{
+    EXPECT_EQ(compared("file.xml", configuration("<JobPrefix>a\nb</JobPrefix><Width>1</Width>"), "file.xml",
+                       configuration("<JobPrefix>c\td</JobPrefix><AnalyzePath>\n</AnalyzePath>")),
+              "JobPrefix: a\\nb -> c\\u0009d\n+ AnalyzePath: \\n\n- Width: 1\n");
+}
+
 TEST(ComparisonTest, ComparesTheFormsOfAConfigurationWithEachOther)
 {
     const std::string xml =

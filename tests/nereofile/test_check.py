@@ -144,6 +144,12 @@ class CheckTest(CommandTest):
             self.assertTrue(result.out.startswith("-:1:9: error: "), result.out)
             self.assertTrue(result.out.endswith("-: 1 error, 0 warnings\n"))
 
+    def test_each_finding_keeps_to_its_line(self):
+        self.write("a.xml", "<Nereo2Config>\n<MaxIter>a\nb\x7f</MaxIter></Nereo2Config>")
+        out = self.run_command("check", "a.xml").out
+        self.assertEqual(len(out.splitlines()), 2, out)
+        self.assertIn("\"a\\nb\\u007f\"", out)
+
     def test_notes_leave_a_file_clean(self):
         self.sample("cavity.ctl")
         document = self.json_of("check", "cavity.ctl")

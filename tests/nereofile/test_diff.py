@@ -1,6 +1,7 @@
 """What diff prints, and its exit codes."""
 
 import math
+import struct
 import unittest
 
 from support import CommandTest, little_endian_results
@@ -113,6 +114,85 @@ class DiffTest(CommandTest):
             self.assertEqual((result.code, result.out), (2, ""), (a, b))
             self.assertRegex(result.err, r"\Anereofile: [^\n]+\n\Z")
         self.assertIn("nowhere", self.run_command("diff", "a.cfg", "nowhere").err)
+
+    def test_a_material_or_a_property_that_one_file_lacks_is_one_difference(self):
+        def database(*materials):
+            return f"<material_database version='2024.0.0.0'>{''.join(materials)}</material_database>"
+
+        def material(name, *properties):
+            return f"<material type='fluid'><name>{name}</name>{''.join(properties)}</material>"
+
+        density, viscosity = (
+            f"<property type='{name}'><variation_type>constant</variation_type><value>1</value></property>"
+            for name in ("density", "viscosity")
+        )
+        self.write("a.xml", database(material("Water", density), material("Air", density)))
+        self.write("b.xml", database(material("Water", density, viscosity), material("Ice", density)))
+        self.assertEqual(
+            [row["address"] for row in self.json_of("diff", "a.xml", "b.xml", code=1)["differences"]],
+            ["Water/viscosity", "Ice", "Air"],
+        )
+        lines = self.run_command("diff", "a.xml", "b.xml").out.splitlines()
+        self.assertEqual([line.split(":")[0] for line in lines], ["+ Water/viscosity", "+ Ice", "- Air"])
+
+    def test_of_the_facts_of_results_only_the_date_is_left_out(self):
+        content = little_endian_results({"kU": [1.0]}, 1)
+        self.write("a.res", content)
+        self.write("b.res", content.replace(b"now", b"old"))
+        self.expect("diff a.res b.res")
+        self.write("b.res", content.replace(b"Made up", b"Another"))
+        self.expect("diff a.res b.res", out="title: Made up -> Another\n", code=1)
+        time = content.index(struct.pack("<d", 1.5))
+        self.write("b.res", content[:time] + struct.pack("<d", 2.5) + content[time + 8 :])
+        self.expect("diff a.res b.res", out="time: 1.5 -> 2.5\n", code=1)
+
+    def test_the_number_of_nodes_and_fields_that_one_file_lacks(self):
+        self.write("a.res", little_endian_results({"kU": [1.0, 2.0, 3.0], "kP": [1.0, 2.0, 3.0]}, 3))
+        self.write("b.res", little_endian_results({"kU": [1.0, 2.0], "kT": [1.0, 2.0]}, 2))
+        rows = self.json_of("diff", "a.res", "b.res", code=1)["differences"]
+        self.assertEqual(
+            [(row["address"], row["a"], row["b"]) for row in rows],
+            [("nodes", "3", "2"), ("elements", "4", "3"), ("kP", "3 values", None), ("kT", None, "2 values")],
+        )
+
+    def test_special_numbers(self):
+        for a, b, code in [
+            (0.0, -0.0, 0),
+            (NAN, NAN, 0),
+            (INFINITY, INFINITY, 0),
+            (INFINITY, -INFINITY, 1),
+            (INFINITY, 1e308, 1),
+            (NAN, INFINITY, 1),
+            (NAN, 0.0, 1),
+        ]:
+            self.write("a.res", little_endian_results({"kU": [a, 1.0]}, 2))
+            self.write("b.res", little_endian_results({"kU": [b, 1.0]}, 2))
+            for more in ([], ["--absolute", "inf"], ["--relative", "1e9"], ["--peak", "5"]):
+                result = self.run_command("diff", "a.res", "b.res", *more)
+                self.assertEqual((result.code, result.err), (code, ""), (a, b, more))
+
+    def test_the_peak_is_the_largest_finite_magnitude_of_the_first_file(self):
+        self.write("a.res", little_endian_results({"kU": [1.0, -4.0, INFINITY, NAN]}, 4))
+        self.write("b.res", little_endian_results({"kU": [2.0, -4.0, INFINITY, NAN]}, 4))
+        self.assertEqual(self.json_of("diff", "a.res", "b.res", code=1)["differences"][0]["peakShare"], 0.25)
+        self.expect("diff a.res b.res --peak 0.25")
+        self.assertEqual(self.run_command("diff", "a.res", "b.res", "--peak", "0.24").code, 1)
+
+    def test_each_difference_keeps_to_its_line(self):
+        self.write("a.xml", "<Nereo2Config><AnalyzePath>a\nb\x7f</AnalyzePath></Nereo2Config>")
+        self.write("b.xml", "<Nereo2Config><JobPrefix>\n</JobPrefix></Nereo2Config>")
+        self.expect("diff a.xml b.xml", out="+ JobPrefix: \\n\n- AnalyzePath: a\\nb\\u007f\n", code=1)
+
+    def test_the_version_takes_no_part_between_the_forms(self):
+        self.write("a.xml", "<Nereo2Config Version='2023.1.0.0'><MaxIter>5</MaxIter></Nereo2Config>")
+        self.write("b.xml", "<Nereo2Config Version='2024.1.0.0'><MaxIter>5</MaxIter></Nereo2Config>")
+        self.write("c.cfg", "MaxIter 5")
+        self.expect("diff a.xml c.cfg")
+        self.expect("diff c.cfg a.xml")
+        self.expect("diff a.xml b.xml", out="version: 2023.1.0.0 -> 2024.1.0.0\n", code=1)
+
+    def test_standard_input(self):
+        self.expect("diff a.cfg -", out="MaxIter: 5 -> 6\n", input=b"MaxIter 6\nWidth 1\nStopTime 1000", code=1)
 
     def test_a_file_is_the_same_as_itself(self):
         for name in ("cavity.ctl", "materials.xml", "cavity.res", "NEREO2_default.xml"):
