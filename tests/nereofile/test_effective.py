@@ -1,5 +1,6 @@
 """Which settings a solver would have, and where they come from."""
 
+import json
 import re
 import unittest
 
@@ -60,6 +61,11 @@ class EffectiveTest(CommandTest):
                 "MaxIter": {"value": "500", "origin": "file", "line": 2, "column": 12},
                 "Transient": {"value": "0", "origin": "default", "line": None, "column": None},
             },
+        )
+        result = self.run_command("get", "a.xml", "MaxIter", "--effective", "--json", "--", "cavity", "-MaxIter", "7")
+        self.assertEqual(
+            json.loads(result.out),
+            {"MaxIter": {"value": "7", "origin": "command-line", "line": None, "column": None}},
         )
 
     def test_refuses_what_the_solver_would_not_take(self):

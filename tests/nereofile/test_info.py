@@ -188,6 +188,19 @@ class InfoTest(CommandTest):
         self.write("a.xml", "<Nereo2Config><AnalyzePath>a\nb\x7f</AnalyzePath></Nereo2Config>")
         self.assertIn("AnalyzePath  a\\nb\\u007f\n", self.run_command("info", "a.xml").out)
 
+    def test_the_kind_can_be_given(self):
+        self.write("unclear", "Text\nwithout a title\n")
+        self.expect_refused("info unclear", "unclear: is of no kind that is known; --kind can tell")
+        self.assertEqual(self.json_of("info", "unclear", "--kind", "control")["files"][0]["kind"], "control")
+        self.assertEqual(
+            self.json_of("info", "a.cfg", "--kind", "control")["files"][0]["values"]["header/1"], "MaxIter 5"
+        )
+
+    def test_standard_input(self):
+        self.expect("info -", out="-: configuration-text, 1 value\n  MaxIter  5\n", input=b"MaxIter 5")
+        out = self.run_command("info", "-", "--kind", "control", input=b"Text\n").out
+        self.assertTrue(out.startswith("-: control, "), out)
+
     def test_columns_are_as_wide_as_their_letters(self):
         self.write("a.xml", "<material_database><material><name>Größe</name><id>1</id></material></material_database>")
         self.expect("info a.xml", out="""\

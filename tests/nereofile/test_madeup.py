@@ -66,6 +66,7 @@ class MadeUpTest(CommandTest):
                 ["diff", "a", "a"],
                 ["get", "a"],
                 ["set", "a", self.random.choice(["MaxIter", "title", "flags/cfl", "Air/id"]), "5", "--dry-run"],
+                ["unset", "a", self.random.choice(["MaxIter", "constants/kGravY", "flags/cfl"]), "--dry-run"],
                 ["convert", "a", self.random.choice(["-", "o.npy", "o.xml"]), "--force"],
             ):
                 self.run_made_up(command)
@@ -89,6 +90,8 @@ class MadeUpTest(CommandTest):
                 for command in (["check", "a"], ["info", "a", "--stats"], ["diff", "a", "a"], ["get", "a"]):
                     self.run_made_up(command)
                 self.run_made_up(["convert", "a", "-"])
+                self.run_made_up(["set", "a", "title", "New", "--output", "b"])
+                self.run_made_up(["unset", "a", "flags/cfl", "--dry-run"])
         finally:
             is_done.set()
             changer.join()

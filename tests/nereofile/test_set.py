@@ -66,6 +66,52 @@ class SetTest(CommandTest):
             CONTROL.replace(" *** Flag section\n2\n", " *** Flag section\n3\n") + "courant 0.9\n",
         )
 
+    def test_lines_that_are_added_end_as_the_files_do(self):
+        self.write("a.ctl", CONTROL.replace("\n", "\r\n"))
+        self.expect("set a.ctl flags/courant 0.9 constants/kGravX 1")
+        self.assertEqual(
+            (self.folder / "a.ctl").read_bytes().decode(),
+            CONTROL.replace("kGravY -9.81\n", "kGravY -9.81\nkGravX 1\n")
+            .replace("section\n2\n", "section\n3\n").replace("\n", "\r\n") + "courant 0.9\r\n",
+        )
+
+    def test_a_missing_section_is_made_for_constants_and_flags_alone(self):
+        start_of_file = CONTROL[: CONTROL.index(" *** Something else")]
+        self.write("a.ctl", start_of_file)
+        self.expect("set a.ctl constants/kGravY -9.81 flags/cfl 0.5")
+        self.assertEqual(
+            self.content(), start_of_file + " *** Constants\nkGravY -9.81\n *** Flag section\n1\ncfl 0.5\n"
+        )
+        for address in ("units", "transient-data/steps", "solution-control/kU/tolerance", "relaxation/kV/under"):
+            self.expect_refused(["set", "a.ctl", address, "1"], "isn't in the file, and can't be added")
+
+    def test_flags_of_one_name(self):
+        self.write("a.ctl", CONTROL.replace("2\ncfl 0.75", "3\ncfl 0.75\ncfl 0.5"))
+        self.expect(["set", "a.ctl", "flags/cfl#2", "1"])
+        self.expect(["get", "a.ctl", "flags/cfl", "flags/cfl#2"], out="flags/cfl=0.75\nflags/cfl#2=1\n")
+
+    def test_a_material_database(self):
+        self.sample("materials.xml")
+        before = self.content("materials.xml")
+        value = self.run_command("get", "materials.xml", "Air/ref_pressure").out.strip()
+        self.expect("set materials.xml Air/ref_pressure 99000")
+        self.assertEqual(
+            self.content("materials.xml"), before.replace(f"<ref_pressure>{value}<", "<ref_pressure>99000<", 1)
+        )
+        self.write("a.xml", "<material_database version='2024.0.0.0'><material type='fluid'><name>Water</name></material></material_database>")
+        self.expect("set a.xml Water/id 7")
+        self.expect("get a.xml Water/id", out="7\n")
+        self.expect_refused("set a.xml Ice/id 8", "isn't in the file, and can't be added")
+        self.expect_refused("set a.xml Water/id 1.5", "is not a whole number")
+
+    @unittest.skipUnless(os.geteuid() == 0, "only root gives files away")
+    def test_keeps_the_owner(self):
+        os.chown(self.folder / "a.ctl", 12345, 23456)
+        (self.folder / "a.ctl").chmod(0o604)
+        self.expect("set a.ctl flags/cfl 1")
+        status = (self.folder / "a.ctl").stat()
+        self.assertEqual((status.st_uid, status.st_gid, status.st_mode & 0o777), (12345, 23456, 0o604))
+
     def test_refuses_all_where_one_value_makes_no_sense(self):
         for arguments in (
             ["relaxation/kP/under", "fast"],
@@ -79,6 +125,25 @@ class SetTest(CommandTest):
             self.expect_refused(["set", "a.ctl", *arguments, "--output", "b.ctl"], "nereofile: a.ctl: ")
         self.assertEqual(self.content(), CONTROL)
         self.assertFalse((self.folder / "b.ctl").exists())
+
+    def test_the_nearest_address_is_offered(self):
+        self.expect(
+            "set a.ctl relaxation/kP/undr 0.5",
+            err='nereofile: a.ctl: relaxation/kP/undr: "relaxation/kP/undr" isn\'t in the file, and can\'t be added; '
+            'did you mean "relaxation/kP/under"?\n',
+            code=2,
+        )
+        self.expect(
+            "set a.ctl constants/kGravx 0.5",
+            err='nereofile: a.ctl: constants/kGravx: "constants/kGravx" is no value of such a file; '
+            'did you mean "constants/kGravX"?\n',
+            code=2,
+        )
+        self.expect(
+            "unset a.ctl flags/clf",
+            err='nereofile: a.ctl: flags/clf: "flags/clf" isn\'t in the file; did you mean "flags/cfl"?\n',
+            code=1,
+        )
 
     def test_refuses_what_it_does_not_edit(self):
         self.sample("cavity.res")
@@ -238,6 +303,13 @@ class UnsetTest(CommandTest):
         self.write("a.cfg", "MaxIter 5\nStopTime 1e3\n")
         self.expect("unset a.cfg MaxIter --dry-run", out="--- a.cfg\n+++ a.cfg\n@@ -1,2 +1 @@\n-MaxIter 5\n StopTime 1e3\n")
         self.expect("unset a.cfg MaxIter --output -", out="StopTime 1e3\n")
+
+    def test_removes_settings_of_the_xml_form(self):
+        self.write("a.xml", "<Nereo2Config>\n  <MaxIter>5</MaxIter> <!-- kept -->\n  <Width>1</Width>\n</Nereo2Config>\n")
+        self.expect("unset a.xml Width")
+        self.assertEqual(
+            (self.folder / "a.xml").read_text(), "<Nereo2Config>\n  <MaxIter>5</MaxIter> <!-- kept -->\n</Nereo2Config>\n"
+        )
 
     def test_what_is_not_there_is_said_and_nothing_changed(self):
         for addresses in (["flags/nowhere"], ["flags/cfl", "flags/nowhere"]):
