@@ -16,6 +16,8 @@ try() {
     "$nereofile" "$@" || [ $? -eq 1 ]
 }
 
+mkdir -p "$out"
+out=$(cd "$out" && pwd)
 nereofile=$PWD/build/release/nereofile/nereofile
 copies=$(mktemp -d)
 trap 'rm -r "$copies"' EXIT
@@ -36,3 +38,9 @@ print(results)
 print("largest kU", results["kU"].max(), "at node", results["kU"].argmax() + 1)
 print(nereofile.diff("cavity.ctl", "mine.ctl"))
 END
+
+run=$copies/run
+mkdir "$run"
+cp "$out"/*.cfg "$out"/*.ctl "$out"/*.gbi "$out"/*.xml "$OLDPWD/samples/cavity.res" "$run"
+PYTHONPATH="$OLDPWD/build/release/python" /usr/bin/python3 -m nereofile report "$run" -o "$out/case.html"
+printf '\nA page about the case is in %s: open it in a browser.\n' "$out/case.html"

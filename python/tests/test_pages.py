@@ -11,11 +11,12 @@ import sys
 import pytest
 
 ROOT = pathlib.Path(__file__).parents[2]
+NEEDED = {"docs/python.md": ("xarray", "dask", "matplotlib"), "docs/report.md": ("jinja2", "matplotlib")}
 
 
-@pytest.mark.parametrize("page", ["docs/python.md", "README.md"])
+@pytest.mark.parametrize("page", ["docs/python.md", "docs/report.md", "README.md"])
 def test_what_a_page_shows(folder: pathlib.Path, page: str) -> None:
-    for module in ("xarray", "dask", "matplotlib") if page == "docs/python.md" else ():
+    for module in NEEDED.get(page, ()):
         pytest.importorskip(module)
     blocks = re.findall(r"```pycon\n(.*?)```", (ROOT / page).read_text(), re.S)
     assert blocks

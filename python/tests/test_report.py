@@ -400,6 +400,17 @@ def test_the_head_of_a_case(tmp_path: pathlib.Path) -> None:
     ]
 
 
+def test_how_far_a_transient_run_is(tmp_path: pathlib.Path) -> None:
+    made_cases.write_snapshot(tmp_path / "a.res", 5, time=0.5)
+    (tmp_path / "a.cfg").write_text("MaxIter 3\nTransient 1\n")
+    nereofile.Configuration(MaxIter=10).save(tmp_path / "b.xml")
+    run = head_of(tmp_path).run
+    assert run is not None and (run.most_iterations, run.share, run.time, run.stop_time) == (3, 1, 0.5, None)
+    (tmp_path / "a.cfg").write_text("Transient 1\nStopTime 2\n")
+    run = head_of(tmp_path).run
+    assert run is not None and (run.most_iterations, run.share, run.stop_time) == (10, 0.5, 2)
+
+
 def test_the_head_of_an_empty_folder(tmp_path: pathlib.Path) -> None:
     head = head_of(tmp_path)
     assert (head.verdict, head.run, head.title) == ("empty", None, "")

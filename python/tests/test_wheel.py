@@ -1,5 +1,6 @@
 """The package installs with pip into an environment of its own that sees the system's packages."""
 
+import importlib.util
 import os
 import pathlib
 import subprocess
@@ -40,3 +41,6 @@ def test_pip_installs_it(tmp_path: pathlib.Path) -> None:
     libraries = {path.name for path in (pathlib.Path(shown.split()[0]).parent).glob("*.so*")}
     assert {"libNereoFileIO.so.1", "libNereoInspection.so.1", "libNereoUtility.so.1"} < libraries
     assert "2024.0.0.0" in run(python, "-m", "pip", "show", "nereofile")
+    if all(importlib.util.find_spec(name) for name in ("jinja2", "matplotlib", "babel")):
+        page = run(python, "-m", "nereofile", "report", ROOT / "samples", "--language", "de", "-o", "-")
+        assert "Lid-driven cavity" in page and "Befunde" in page

@@ -9,7 +9,7 @@ from .._context import Context
 from ..case import GROUPS, CaseFile
 from .conditions import BoundaryFile
 from .results import ResultsOfCase
-from .settings import SettingsFile, Value
+from .settings import SettingsFile, Value, configuration_defaults
 
 MOST_TILES = 6
 
@@ -106,8 +106,8 @@ def _merged(files: Sequence[SettingsFile]) -> Mapping[str, Value]:
     values: "dict[str, Value]" = {}
     for file in reversed(files):
         values.update(file.values)
-    for file in files:
-        values.update({setting.address: setting.value for setting in reversed(file.changed)})
+    for file in reversed(files):
+        values.update({setting.address: setting.value for setting in file.changed})
     return values
 
 
@@ -130,6 +130,8 @@ def _run(settings: Mapping[str, Value], found: ResultsOfCase) -> Optional[Run]:
         return None
     is_transient = settings.get("Transient") == 1
     most, stop = settings.get("MaxIter"), settings.get("StopTime")
+    if stop == configuration_defaults()["StopTime"]:  # which no run comes to
+        stop = None
     return Run(
         iteration=last.iteration,
         most_iterations=most if isinstance(most, int) else None,
