@@ -369,21 +369,18 @@ private:
         }
         if (damage.repeatedRecords == 0)
             return;
-        const auto ifStored = [isStored](Effect effect) { return isStored ? effect : Effect::None; };
-        report({Rule::RepeatedNode,
+        report({isStored ? Rule::RepeatedNode : Rule::RepeatedNodeUnused,
                 at(damage.firstRepeatedOffset),
                 {},
                 QString::number(damage.firstRepeatedNode),
-                {QString::number(damage.repeatedRecords)},
-                ifStored(Effect::Ignored)});
+                {QString::number(damage.repeatedRecords)}});
         // Of the others no record is there that could be theirs: it is cut off, or of a node out of range.
         if (size_ >= header_.bytesAnnounced() && failedAt_ < 0) {
-            report({Rule::MissingNode,
+            report({isStored ? Rule::MissingNode : Rule::MissingNodeUnused,
                     at(header_.bytesAnnounced()),
                     {},
                     QString::number(damage.firstMissingNode),
-                    {QString::number(damage.missingNodes)},
-                    ifStored(Effect::Zero)});
+                    {QString::number(damage.missingNodes)}});
         }
     }
 
@@ -453,12 +450,12 @@ private:
         const qint64 announced = header_.bytesAnnounced();
         if (header_.hasProblem(ResultsProblem::TooShort)
             || header_.hasProblem(ResultsProblem::CountsPastTheFile)) {
-            Discovery discovery {Rule::CutShort, at(size_)};
-            discovery.found = QString::number(header_.wholeRecords());
-            discovery.details.append(QString::number(header_.recordsAnnounced()));
-            if (areAllNamed_ && fields_.empty())
-                discovery.effect = Effect::None; // no value is missing
-            report(discovery);
+            const bool isStored = !areAllNamed_ || !fields_.empty();
+            report({isStored ? Rule::CutShort : Rule::CutShortUnused,
+                    at(size_),
+                    {},
+                    QString::number(header_.wholeRecords()),
+                    {QString::number(header_.recordsAnnounced())}});
         } else if (announced >= 0 && announced < size_ && header_.nodeCount() >= 0) {
             report({Rule::TrailingBytes, at(announced), {}, QString::number(size_ - announced)});
         }

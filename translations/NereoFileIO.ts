@@ -1288,5 +1288,17 @@
         <source>%1 is neither 0 nor 1; it is ignored</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>the file ends early: %1 of %2 records are whole; without a known field no value is missing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%2 nodes have no record, the first is %1; without a known field no value is missing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>%2 records are of a node that has one before, the first of node %1; without a known field no value is ignored</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -1288,5 +1288,17 @@
         <source>%1 is neither 0 nor 1; it is ignored</source>
         <translation>%1 ist weder 0 noch 1; es wird übergangen</translation>
     </message>
+    <message>
+        <source>the file ends early: %1 of %2 records are whole; without a known field no value is missing</source>
+        <translation>Die Datei endet zu früh: %1 von %2 Sätzen sind ganz; ohne ein bekanntes Feld fehlt kein Wert</translation>
+    </message>
+    <message>
+        <source>%2 nodes have no record, the first is %1; without a known field no value is missing</source>
+        <translation>%2 Knoten haben keinen Satz, der erste ist %1; ohne ein bekanntes Feld fehlt kein Wert</translation>
+    </message>
+    <message>
+        <source>%2 records are of a node that has one before, the first of node %1; without a known field no value is ignored</source>
+        <translation>%2 Sätze sind von einem Knoten, der schon einen hat, der erste von Knoten %1; ohne ein bekanntes Feld geht kein Wert verloren</translation>
+    </message>
 </context>
 </TS>

@@ -214,7 +214,10 @@ std::map<std::string, QByteArray> describedFiles()
 
     const std::string withoutFields = "has no fields, and ";
     files[withoutFields + "announces -4 nodes"] = results(-4, {}, all);
+    files[withoutFields + "is cut off in the third record"] = results(4, {}, all).chopped(6);
+    files[withoutFields + "the third record is of node 2"] = results(4, {}, {1, 2, 2, 4});
     files[withoutFields + "the third record is of node 5"] = results(4, {}, {1, 2, 5, 4});
+    files[withoutFields + "all records are of node 1"] = results(4, {}, {1, 1, 1, 1});
 
     const std::string bigEndianWord = "its first word is that of a big-endian file";
     files[bigEndianWord] = inTheOtherOrder(4);
