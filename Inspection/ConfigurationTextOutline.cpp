@@ -120,8 +120,15 @@ private:
     /// White space alone is no line, unless no line follows it.
     void skipLine()
     {
-        if (blankEnd_ < 0)
+        constexpr int few = 8; // lines take no longer by themselves
+        if (blankEnd_ < 0) {
             blankEnd_ = begin_;
+            blankLines_ = 0;
+        }
+        if (blankLines_ < few)
+            ++blankLines_;
+        else
+            text_.skipSpaces();
     }
 
     Place placeAt(int character) { return text_.place(begin_ + character); }
@@ -132,6 +139,7 @@ private:
     QString line_;
     qint64 begin_ = 0;     ///< of the line
     qint64 blankEnd_ = -1; ///< of the white space behind the last line
+    int blankLines_ = 0;   ///< the first few of it
 };
 
 } // namespace

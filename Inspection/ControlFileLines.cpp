@@ -15,16 +15,20 @@ namespace {
 constexpr int longestSurelyRead = 100;  // the stream puts a number into a buffer, and drops what doesn't fit
 constexpr int longestCompared = 100000; // of numbers that may be longer than the buffer
 
-bool isSpace(QChar character)
+/// The first character from a place on that is white space, or that is none. It is never far, and asked for
+/// more often than anything else.
+template <bool isSpace>
+int next(QStringView text, int from)
 {
-    return character.isSpace();
+    while (from < text.size() && text[from].isSpace() != isSpace)
+        ++from;
+    return from;
 }
 
 Range wordOf(QStringView text, int from)
 {
-    const auto begin = std::find_if_not(text.begin() + from, text.end(), isSpace);
-    const auto end = std::find_if(begin, text.end(), isSpace);
-    return {int(begin - text.begin()), int(end - text.begin())};
+    const int begin = next<false>(text, from);
+    return {begin, next<true>(text, begin)};
 }
 
 /// The base that the stream takes for that of an integer, after it has read it.
@@ -84,11 +88,12 @@ bool ControlFileLines::readLine()
     begin_ = text_.nextIndex();
     at_ = 0;
     line_.resize(0); // and keeps its memory for the next
+    lineEnd_ = 0;
     if (!text_.appendLine(line_)) {
         state_ = State::End;
         return false;
     }
-    line_ += QLatin1Char('\n');
+    lineEnd_ = line_.size();
     state_ = Io::isTitle(text()) ? State::Title : State::Line;
     return true;
 }
@@ -96,16 +101,6 @@ bool ControlFileLines::readLine()
 bool ControlFileLines::nextLine()
 {
     return hasLine() && readLine() && hasLine();
-}
-
-QStringView ControlFileLines::text() const
-{
-    return QStringView(line_).left(lineEnd());
-}
-
-int ControlFileLines::lineEnd() const
-{
-    return std::max(0, line_.size() - 1);
 }
 
 Range ControlFileLines::wordFrom(int from) const
@@ -126,6 +121,8 @@ Range ControlFileLines::restFrom(int from) const
 template <class Number>
 Extracted<Number> ControlFileLines::extract(int from)
 {
+    if (line_.size() == lineEnd_)
+        line_ += QLatin1Char('\n');          // now, since most numbers are read without it
     const QChar second = line_.at(from + 1); // which the stream may turn into lower case
     in_.seek(from);
     in_.resetStatus();
@@ -147,6 +144,10 @@ Extracted<double> ControlFileLines::numberAt(int from)
 
 std::optional<WordFault> ControlFileLines::integerFault(Range word, double& value)
 {
+    if (const std::optional<int> plain = plainInteger(text(word))) {
+        value = *plain;
+        return {};
+    }
     const Extracted<int> integer = integerAt(word.begin);
     value = integer.value;
     if (!integer.isRead)
@@ -161,6 +162,10 @@ std::optional<WordFault> ControlFileLines::integerFault(Range word, double& valu
 
 std::optional<WordFault> ControlFileLines::numberFault(Range word, double& value)
 {
+    if (const std::optional<double> plain = plainNumber(text(word))) {
+        value = *plain;
+        return {};
+    }
     const Extracted<double> number = numberAt(word.begin);
     value = number.value;
     if (!number.isRead) {
@@ -173,6 +178,17 @@ std::optional<WordFault> ControlFileLines::numberFault(Range word, double& value
     if (number.end < word.end || !isWhole(text(word), number.value))
         return WordFault {Rule::NotANumberToItsEnd, QString::number(number.value)};
     return {};
+}
+
+bool ControlFileLines::passPlainNumber()
+{
+    if (!hasLine())
+        return false;
+    const int begin = next<false>(text(), at_);
+    const int length = plainNumberLength(text().mid(begin));
+    if (length != 0)
+        at_ = begin + length;
+    return length != 0;
 }
 
 bool ControlFileLines::toWord()

@@ -53,9 +53,9 @@ public:
     bool hasLine() const { return state_ == State::Line; }
     bool hasTitle() const { return state_ == State::Title; }
 
-    QStringView text() const; ///< the line without its end
+    QStringView text() const { return QStringView(line_).left(lineEnd_); } ///< the line without its end
     QStringView text(Range range) const { return text().mid(range.begin, range.size()); }
-    int lineEnd() const; ///< the place behind the last character
+    int lineEnd() const { return lineEnd_; } ///< the place behind the last character
 
     // Parts of the line; empty at its end where there is nothing, or at its beginning if it isn't the
     // section's.
@@ -73,6 +73,9 @@ public:
 
     std::optional<WordFault> integerFault(Range word, double& value);
     std::optional<WordFault> numberFault(Range word, double& value);
+
+    /// Goes behind the next word of the line if that is a number in whose reading nothing can go wrong.
+    bool passPlainNumber();
 
     // How a load goes through the section.
 
@@ -110,7 +113,8 @@ private:
     Extracted<Number> extract(int from);
 
     TextFile text_;
-    QString line_; ///< with a line feed
+    QString line_; ///< with a line feed where the stream has read from it
+    int lineEnd_ = 0;
     QTextStream in_;
     State state_ = State::End;
     qint64 begin_ = 0; ///< of the line; behind the last one at the end

@@ -77,9 +77,10 @@ bool ControlFileMaterials::readFirstLine()
         const int number = lines_.integerAt(words[i].begin).value;
         if (i == 0)
             checkId(words[i], number);
-        values_.item(valueAddress(elements[i]), Type::Integer, words[i], number);
+        item({elements[i]}, Type::Integer, words[i], number);
     }
-    values_.item(valueAddress("name"), Type::Text, name, lines_.text(name).toString());
+    if (values_.wantsItems()) // and not only to be thrown away, since a name may be long
+        item({"name"}, Type::Text, name, lines_.text(name).toString());
     if (repeated > 0 && !name.isEmpty())
         values_.finding(Rule::RepeatedMaterial, address_, name);
     lines_.nextLine();
@@ -89,13 +90,13 @@ bool ControlFileMaterials::readFirstLine()
 void ControlFileMaterials::checkId(Range id, int number)
 {
     if (number != 0 && ids_.add(QString::number(number)) > 0)
-        values_.finding(Rule::RepeatedId, valueAddress("id"), id);
+        values_.finding(Rule::RepeatedId, addressOf({"id"}), id);
 }
 
 bool ControlFileMaterials::readFluid()
 {
     for (int i = 0; i < fluidReferenceCount; ++i) {
-        if (!takeNumber(Io::materialReferenceValues[i].element, Type::Number))
+        if (!takeNumber({Io::materialReferenceValues[i].element}, Type::Number))
             return false;
     }
     if (!expectLineEnd() || !expectText(MaterialLines::fluidSettings))
@@ -109,7 +110,7 @@ bool ControlFileMaterials::readFluid()
 
 bool ControlFileMaterials::readSolid()
 {
-    if (!takeNumber(Io::materialReferenceValues[solidReference].element, Type::Number) || !expectLineEnd())
+    if (!takeNumber({Io::materialReferenceValues[solidReference].element}, Type::Number) || !expectLineEnd())
         return false;
     for (const int code : MaterialLines::solidProperties) {
         if (!readProperty(code))
@@ -121,16 +122,16 @@ bool ControlFileMaterials::readSolid()
 bool ControlFileMaterials::readProperty(int code)
 {
     const QString property = nameOf(code);
-    values_.element(valueAddress(property));
+    values_.element(address_ + QLatin1Char('/') + property);
     double variation = 0;
-    if (!takeUnits(code) || !takeNumber(property + QLatin1String("/variation"), Type::Integer, variation))
+    if (!takeUnits(code) || !takeNumber({"variation", property}, Type::Integer, variation))
         return false;
     switch (int(variation)) {
     case MaterialLines::Constant:
-        return takeNumber(property + QLatin1String("/value"), Type::Number) && expectLineEnd();
+        return takeNumber({"value", property}, Type::Number) && expectLineEnd();
     case MaterialLines::EquationOfState:
     case MaterialLines::AdiabaticEquationOfState:
-        return takeNumber(property + QLatin1String("/gas_constant"), Type::Number) && expectLineEnd();
+        return takeNumber({"gas_constant", property}, Type::Number) && expectLineEnd();
     case MaterialLines::SameAsKxx:
         return expectLineEnd();
     case MaterialLines::PiecewiseLinear:
@@ -157,13 +158,12 @@ bool ControlFileMaterials::readCurve(const QString& property)
         return refuse(variableCode);
     const QString variable = nameOf(code);
     const Range name = lines_.wordFrom(lines_.at());
-    values_.item(valueAddress(property + QLatin1String("/independent_variable")), Type::Text, name, variable);
+    item({"independent_variable", property}, Type::Text, name, variable);
     if ((!variable.isEmpty() && !expectWord(variable)) || !expectLineEnd())
         return false;
     for (int i = 1; i <= count; ++i) {
-        const QString point = property + QLatin1String("/points/") + QString::number(i);
-        const bool isPoint = takeNumber(point + QLatin1String("/y"), Type::Number)
-            && takeNumber(point + QLatin1String("/x"), Type::Number) && expectLineEnd();
+        const bool isPoint = takeNumber({"y", property, i}, Type::Number)
+            && takeNumber({"x", property, i}, Type::Number) && expectLineEnd();
         if (!isPoint)
             return false;
         lines_.reportCharacters();
@@ -174,7 +174,7 @@ bool ControlFileMaterials::readCurve(const QString& property)
 bool ControlFileMaterials::readDiffusion()
 {
     return takeUnits(Io::kSpecDifu) && expectWord(QStringLiteral("1"))
-        && takeNumber(QStringLiteral("diffusion_coefficient"), Type::Number) && expectLineEnd();
+        && takeNumber({"diffusion_coefficient"}, Type::Number) && expectLineEnd();
 }
 
 bool ControlFileMaterials::readEnd()
@@ -188,7 +188,8 @@ bool ControlFileMaterials::readEnd()
 /// Takes the name of a property and the unit system behind it.
 bool ControlFileMaterials::takeUnits(int code)
 {
-    return expectWord(nameOf(code)) && takeNumber(nameOf(code) + QLatin1String("/units"), Type::Integer);
+    const QString property = nameOf(code);
+    return expectWord(property) && takeNumber({"units", property}, Type::Integer);
 }
 
 bool ControlFileMaterials::expectWord(QStringView expected)
@@ -212,9 +213,8 @@ bool ControlFileMaterials::expectText(const char* expected)
 
 bool ControlFileMaterials::expectLineEnd()
 {
-    const Range rest = lines_.restFrom(lines_.at());
-    if (!rest.isEmpty())
-        return refuse(rest);
+    if (!lines_.wordFrom(lines_.at()).isEmpty())
+        return refuse(lines_.restFrom(lines_.at()));
     lines_.nextLine();
     return true;
 }
@@ -230,23 +230,42 @@ bool ControlFileMaterials::takeInteger(int& integer)
     return true;
 }
 
-bool ControlFileMaterials::takeNumber(const QString& name, Item::Type type)
+bool ControlFileMaterials::takeNumber(const Name& name, Item::Type type)
 {
     double value = 0;
     return takeNumber(name, type, value);
 }
 
-bool ControlFileMaterials::takeNumber(const QString& name, Item::Type type, double& value)
+bool ControlFileMaterials::takeNumber(const Name& name, Item::Type type, double& value)
 {
+    if (type == Type::Number && !values_.wantsItems() && lines_.passPlainNumber())
+        return true; // and nobody wants to know which one it is
     const Range word = lines_.wordFrom(lines_.at());
     const auto fault = [&] {
         return type == Type::Integer ? lines_.integerFault(word, value) : lines_.numberFault(word, value);
     };
     if (word.isEmpty() || fault())
         return refuse(word);
-    values_.item(valueAddress(name), type, word, type == Type::Integer ? QVariant(int(value)) : value);
+    item(name, type, word, type == Type::Integer ? QVariant(int(value)) : value);
     lines_.goTo(word.end);
     return true;
+}
+
+void ControlFileMaterials::item(const Name& name, Type type, Range range, const QVariant& value)
+{
+    if (values_.wantsItems())
+        values_.item(addressOf(name), type, range, value);
+}
+
+QString ControlFileMaterials::addressOf(const Name& name) const
+{
+    constexpr QLatin1Char slash('/');
+    QString address = address_ + slash;
+    if (!name.property.isEmpty())
+        address += name.property.toString() + slash;
+    if (name.point > 0)
+        address += QLatin1String("points/") + QString::number(name.point) + slash;
+    return address += QLatin1String(name.element);
 }
 
 /// Whether the material ends in what is left of the line.

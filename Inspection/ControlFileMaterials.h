@@ -22,6 +22,14 @@ public:
     bool read(const QString& address);
 
 private:
+    /// A value by what it is of: its address, which takes longer to put together than a number to read, and
+    /// which nobody may want to know.
+    struct Name {
+        const char* element;
+        QStringView property = {}; ///< empty for a value of the material
+        int point = 0;             ///< of the property's curve, from 1
+    };
+
     // What reads a part of a material: false, behind a finding, where it isn't as a writer writes it.
 
     bool readMaterial();
@@ -37,17 +45,17 @@ private:
     bool expectText(const char* lines);
     bool expectLineEnd();
     bool takeInteger(int& integer);
-    bool takeNumber(const QString& name, Item::Type type, double& value);
-    bool takeNumber(const QString& name, Item::Type type);
+    bool takeNumber(const Name& name, Item::Type type, double& value);
+    bool takeNumber(const Name& name, Item::Type type);
     bool takeUnits(int code);
-    void checkName(Range name);
     void checkId(Range id, int number);
+    void item(const Name& name, Item::Type type, Range range, const QVariant& value);
 
     bool isEnd() const;
     void skipMaterial();
     bool refuse(Range range);
 
-    QString valueAddress(const QString& name) const { return address_ + QLatin1Char('/') + name; }
+    QString addressOf(const Name& name) const;
 
     ControlFileLines& lines_;
     ControlFileValues& values_;

@@ -123,7 +123,7 @@ bool ControlFileValues::readField(const QString& address, const Field& field, Ra
     if (faultOf(field.type, word, value))
         return false;
     values_.push_back(value);
-    if (listener_.wantsItems())
+    if (wantsItems_)
         item(fieldAddress(address, field), field.type, word, variantOf(field.type, value));
 
     std::optional<Rule> rule;
@@ -192,7 +192,7 @@ int ControlFileValues::judge(const QString& address, Fields fields, int at)
         Read& read = reads_.emplace_back();
         read.word = lines_.wordFrom(at);
         at = read.word.isEmpty() ? at : read.word.end;
-        if (listener_.wantsItems()) {
+        if (wantsItems_) {
             read.item = Item {fieldAddress(address, fields[i]),  type,
                               lines_.place(read.word.begin),     lines_.length(read.word),
                               lines_.text(read.word).toString(), {}};
@@ -275,13 +275,13 @@ void ControlFileValues::unloaded(const QString& address, Item::Type type, Range 
         discovery->effect = Effect::Ignored;
         listener_.finding(*discovery);
     }
-    if (listener_.wantsItems())
+    if (wantsItems_)
         item(address, type, word, variantOf(type, value));
 }
 
 void ControlFileValues::text(const QString& address, Range range)
 {
-    if (listener_.wantsItems()) {
+    if (wantsItems_) {
         const std::string text = Util::toStdString(lines_.text(range).toString());
         item(address, Type::Text, range, Util::toQString(text));
     }
@@ -322,7 +322,7 @@ void ControlFileValues::trailingLines(const QString& address)
 
 void ControlFileValues::item(const QString& address, Item::Type type, Range word, const QVariant& value)
 {
-    if (listener_.wantsItems()) {
+    if (wantsItems_) {
         listener_.item({address, type, lines_.place(word.begin), lines_.length(word),
                         lines_.text(word).toString(), value});
     }
@@ -331,7 +331,7 @@ void ControlFileValues::item(const QString& address, Item::Type type, Range word
 QString ControlFileValues::addressPartOf(Range name) const
 {
     const QStringView text = lines_.text(name);
-    return addressPart(listener_.wantsItems() ? text.toString() : excerpt(text));
+    return addressPart(wantsItems_ ? text.toString() : excerpt(text));
 }
 
 QString ControlFileValues::takenInstead(QStringView line)

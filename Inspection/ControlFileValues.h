@@ -35,7 +35,10 @@ struct Fields {
 /// its end.
 class ControlFileValues {
 public:
-    ControlFileValues(ControlFileLines& lines, Listener& listener) : lines_(lines), listener_(listener) {}
+    ControlFileValues(ControlFileLines& lines, Listener& listener)
+        : lines_(lines), listener_(listener), wantsItems_(listener.wantsItems())
+    {
+    }
 
     /// Reads the values of a section with lines of its own.
     void readSection(const QString& address, Fields fields);
@@ -61,6 +64,8 @@ public:
     void trailingLines(const QString& address);
 
     void item(const QString& address, Item::Type type, Range word, const QVariant& value);
+
+    bool wantsItems() const { return wantsItems_; }
 
     void element(const QString& address) { listener_.element(address); }
 
@@ -93,6 +98,7 @@ private:
 
     ControlFileLines& lines_;
     Listener& listener_;
+    const bool wantsItems_;
     std::vector<Read> reads_;    ///< of the line that is read
     std::vector<double> values_; ///< as a load has read them, of the section
     std::optional<Place> blank_; ///< the first line that it has skipped

@@ -1,5 +1,7 @@
 #include "NumberFault.h"
 
+#include <FileIO/NumberText.h>
+
 #include <algorithm>
 #include <cmath>
 #include <iterator>
@@ -57,25 +59,39 @@ bool isShortInteger(QStringView text)
     return text.size() <= mostDigits && takeDigits(text) && text.isEmpty();
 }
 
-bool isShortNumber(QStringView text)
+/// Takes a number of so few characters off the start of a text that it is surely read. False if there is
+/// none.
+bool takeShortNumber(QStringView& text)
 {
-    constexpr int mostDigits = 18;
+    constexpr int mostCharacters = 18;
     constexpr int mostDigitsOfExponent = 2;
-    if (text.size() > mostDigits)
+    const auto* at = text.begin();
+    const auto passes = [&](auto isWanted) { return at != text.end() && isWanted(at->unicode()) && ++at; };
+    const auto digits = [&] {
+        const auto* const first = at;
+        while (at != text.end() && isDigit(*at)) // which takes less time for a few than a call does
+            ++at;
+        return at - first;
+    };
+    passes([](ushort sign) { return sign == '-'; });
+    if (digits() == 0)
         return false;
-    takeMinus(text);
-    if (!takeDigits(text))
+    if (passes([](ushort point) { return point == '.'; }) && digits() == 0)
         return false;
-    if (text.startsWith(QLatin1Char('.'))) {
-        text = text.mid(1);
-        if (!takeDigits(text))
+    if (passes([](ushort letter) { return letter == 'e'; })) {
+        passes([](ushort sign) { return sign == '-' || sign == '+'; });
+        const auto count = digits();
+        if (count == 0 || count > mostDigitsOfExponent)
             return false;
     }
-    if (!text.startsWith(QLatin1Char('e')))
-        return text.isEmpty();
-    text = text.mid(1);
-    takeSign(text);
-    return text.size() <= mostDigitsOfExponent && takeDigits(text) && text.isEmpty();
+    const auto length = at - text.begin();
+    text = text.mid(length);
+    return length <= mostCharacters;
+}
+
+bool isShortNumber(QStringView text)
+{
+    return takeShortNumber(text) && text.isEmpty();
 }
 
 /// Whether a text that couldn't be read has the form of an integer all the same, so that only its size is
@@ -136,6 +152,26 @@ std::optional<Rule> numberFault(QStringView text)
     if (!isDecimal(trimmed))
         return Rule::NotANumber;
     return std::isinf(number) ? Rule::NumberTooLarge : Rule::NumberOutOfRange;
+}
+
+std::optional<int> plainInteger(QStringView text)
+{
+    QStringView digits = text;
+    takeMinus(digits);
+    const bool hasBase = digits.size() > 1 && digits.front() == QLatin1Char('0'); // for a text stream
+    return !hasBase && isShortInteger(text) ? std::optional(int(Io::parseNumber(text))) : std::nullopt;
+}
+
+std::optional<double> plainNumber(QStringView text)
+{
+    return isShortNumber(text) ? std::optional(Io::parseNumber(text)) : std::nullopt;
+}
+
+int plainNumberLength(QStringView text)
+{
+    QStringView behind = text;
+    const bool isWord = takeShortNumber(behind) && (behind.isEmpty() || behind.front().isSpace());
+    return isWord ? int(text.size() - behind.size()) : 0;
 }
 
 Rule unreadNumber(Rule rule)

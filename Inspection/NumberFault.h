@@ -14,6 +14,15 @@ namespace Nereo::Inspection {
 NEREOINSPECTION_EXPORT std::optional<Rule> integerFault(QStringView text);
 NEREOINSPECTION_EXPORT std::optional<Rule> numberFault(QStringView text);
 
+// What is read of a text that is surely read to its end, be it by these functions or by a text stream, as
+// most are. None if it takes more to find out.
+
+NEREOINSPECTION_EXPORT std::optional<int> plainInteger(QStringView text);
+NEREOINSPECTION_EXPORT std::optional<double> plainNumber(QStringView text);
+
+/// How long such a number is as the first word of a text, which begins with it; 0 if it doesn't.
+NEREOINSPECTION_EXPORT int plainNumberLength(QStringView text);
+
 /// How a rule about a number reads where no load takes it.
 Rule unreadNumber(Rule rule);
 

@@ -35,6 +35,13 @@ bool TextFile::appendLine(QString& text)
     return true;
 }
 
+void TextFile::skipSpaces()
+{
+    const qint64 spaces = hasPlaces_ ? places_.spacesFrom(nextIndex_) : 0;
+    if (spaces > 0)
+        nextIndex_ += in_.read(spaces).size();
+}
+
 Place TextFile::place(qint64 index)
 {
     if (hasPlaces_)

@@ -49,16 +49,41 @@ struct DecodedUtf8 {
         bytesLeft = state.remainingChars;
     }
 
-    /// Whether each character is one for a load, too, and nothing has to be said of any.
-    bool isPlain() const
-    {
-        return isValid && !text.contains(QLatin1Char('\r')) && !text.contains(QChar(QChar::Null));
-    }
-
     QString text;
     bool isValid;
     int bytesLeft;
 };
+
+/// The next such byte; null if there is none. QByteArray takes several times as long, and every text is
+/// asked.
+const char* find(char byte, const char* begin, const char* end)
+{
+    return static_cast<const char*>(std::memchr(begin, byte, std::size_t(end - begin)));
+}
+
+bool contains(const QByteArray& bytes, char byte)
+{
+    return find(byte, bytes.begin(), bytes.end()) != nullptr;
+}
+
+/// Whether there is a carriage return before anything but a line feed or the end.
+bool hasStrayReturn(const QByteArray& bytes)
+{
+    const char* at = bytes.begin();
+    while ((at = find('\r', at, bytes.end())) != nullptr) {
+        if (++at != bytes.end() && *at != '\n')
+            return true;
+    }
+    return false;
+}
+
+qint64 lineFeedsIn(const QByteArray& bytes)
+{
+    qint64 count = 0;
+    for (const char* at = bytes.begin(); (at = find('\n', at, bytes.end())) != nullptr; ++at)
+        ++count;
+    return count;
+}
 
 /// How many characters a text has, of which some are pairs.
 qint64 charactersIn(QStringView text)
@@ -95,6 +120,11 @@ uint unit32(const char* at, bool isLittleEndian)
     return isLittleEndian ? first | second << 16 : second | first << 16;
 }
 
+bool isSpace(QChar character)
+{
+    return character.isSpace();
+}
+
 QString hexadecimal(const QByteArray& bytes)
 {
     return QString::fromLatin1(bytes.toHex(' ').toUpper());
@@ -124,7 +154,7 @@ public:
         if (places_.encoding_ == Encoding::Utf8) {
             const DecodedUtf8 decoded(bytes_, at_);
             isValid = decoded.isValid;
-            if (characters == nullptr && state_.returnLength == 0 && decoded.isPlain())
+            if (characters == nullptr && isValid && isPlain())
                 return passPlain(decoded);
         }
         while (at_ < bytes_.size()) {
@@ -157,17 +187,31 @@ public:
         return state_;
     }
 
+    /// What a load sees of a block of which nothing has to be said.
+    const QString& plainText() const { return plainText_; }
+
 private:
+    /// Whether nothing has to be said of any character, if the bytes are well-formed.
+    bool isPlain() const
+    {
+        const bool isEndOfReturn = state_.returnLength == 0 || bytes_.startsWith('\n');
+        return isEndOfReturn && !hasStrayReturn(bytes_) && !contains(bytes_, '\0');
+    }
+
     State passPlain(const DecodedUtf8& decoded)
     {
-        const QStringView text = decoded.text;
-        const int lastLine = decoded.text.lastIndexOf(QLatin1Char('\n'));
+        plainText_ = decoded.text;
+        plainText_.remove(QLatin1Char('\r'));
+        const QStringView text = plainText_;
+        const int lastLine = plainText_.lastIndexOf(QLatin1Char('\n'));
         if (lastLine >= 0) {
-            state_.line += decoded.text.count(QLatin1Char('\n'));
+            state_.line += lineFeedsIn(bytes_);
             state_.column = 1;
             state_.isLineBad = false;
         }
-        state_.column += charactersIn(text.mid(lastLine + 1));
+        const bool endsInReturn = bytes_.endsWith('\r');
+        state_.returnLength = endsInReturn;
+        state_.column += charactersIn(text.mid(lastLine + 1)) + endsInReturn;
         state_.index += text.size();
         state_.pending = bytes_.right(decoded.bytesLeft);
         return state_;
@@ -251,6 +295,7 @@ private:
     const int pending_;
     const qint64 base_; ///< offset of the first of the bytes
     State state_;
+    QString plainText_;
     int at_ = 0;
     std::vector<Character>* characters_ = nullptr;
     QString* units_ = nullptr;
@@ -351,6 +396,18 @@ void TextPlaces::reportFaults(Listener& listener)
         report(faults_[told_], listener);
 }
 
+qint64 TextPlaces::spacesFrom(qint64 index)
+{
+    // Of a block that isn't plain there may be much to say, which nobody has asked for yet.
+    while (states_.back().index <= index && (states_.size() == 1 || !plainText_.isEmpty()) && passBlock()) {}
+    const qint64 behind = states_.back().index;
+    const qint64 first = behind - plainText_.size();
+    if (index < first || index >= behind)
+        return 0;
+    const auto begin = plainText_.cbegin() + (index - first);
+    return std::find_if_not(begin, plainText_.cend() - 1, isSpace) - begin;
+}
+
 Place TextPlaces::firstBadByte()
 {
     while (!firstBadByte_.hasOffset() && passBlock())
@@ -377,6 +434,7 @@ bool TextPlaces::passBlock()
     isAtEnd_ = bytes.isEmpty();
     states_.push_back(isAtEnd_ ? pass.runEnd(nullptr, nullptr, &faults_)
                                : pass.run(nullptr, nullptr, &faults_));
+    plainText_ = pass.plainText();
     for (std::size_t i = met; i < faults_.size() && !firstBadByte_.hasOffset(); ++i) {
         if (faults_[i].rule == Rule::NotUtf8 || faults_[i].rule == Rule::NotUtf8AtEnd)
             firstBadByte_ = faults_[i].place;

@@ -63,6 +63,11 @@ public:
     /// Tells of all that are left.
     void reportFaults(Listener& listener);
 
+    /// How many characters from this one on are white space, as far as that is easily told, and but for the
+    /// last one of a block: what comes of the next block is the stream's to say. To be asked in the order of
+    /// the file.
+    qint64 spacesFrom(qint64 index);
+
     /// The first byte that is no character; absent if there is none.
     Place firstBadByte();
 
@@ -115,6 +120,7 @@ private:
     std::array<ushort, 256> singleBytes_ {}; ///< the characters that the bytes are, where each is one
     int markLength_ = 0;                     ///< of the byte-order mark
     std::vector<State> states_; ///< of each block that has been passed, and of the one behind them
+    QString plainText_;         ///< of the last one, if all of its bytes are characters for a load
     bool isAtEnd_ = false;
 
     std::size_t openBlock_ = 0;

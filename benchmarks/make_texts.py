@@ -22,6 +22,12 @@ def empty_lines(count):
     yield "MaxIter 500\n" + "\n" * count + "StopTime 12.5\n"
 
 
+def scattered_settings(count):
+    """Settings with a page of empty lines before each."""
+    for number in range(count):
+        yield "\n" * 50 + f"MaxIter {number}\n"
+
+
 def flags(count):
     yield f"{HEADER} *** Flag section\n{count}\n"
     for number in range(count):
@@ -42,6 +48,11 @@ def materials(count):
     properties = "".join(f"{name} 0 15 19 20 5 kT\n{points}" for name in names)
     for number in range(1, count + 1):
         yield f"{number} 0 0 0 Solid {number}\n293.15\n{properties}-----end of this index property data\n"
+
+
+def blank_lines(count):
+    """In a section of which a load takes nothing, and in one that it reads."""
+    yield HEADER + " *** Unknown\n" + "\n" * count + " *** Constants\n" + "\n" * count + "kRhoRef 1.2047\n"
 
 
 def unknown_sections(count):

@@ -58,6 +58,56 @@ TEST(ConfigurationTextCheckTest, FindsEachFaultAtItsPlace)
         expectFinding("file.cfg", fault, true);
 }
 
+TEST(ConfigurationTextCheckTest, CountsWhiteSpaceBeyondAsciiInTheColumns)
+{
+    const Fault faults[] = {
+        {"MaxIter 5\n\xE2\x80\x83[[Unheard]] 5\n",  "unknown-key",    Error,   Effect::Throws,  "Unheard" },
+        {"MaxIter 5\n\xE2\x80\x83[[MaxIter]] 6\n",  "repeated-key",   Warning, Effect::Ignored, "MaxIter" },
+        {"\xE2\x80\x83MaxIter\xE2\x80\x83[[x]]\n",  "not-an-integer", Error,   Effect::Zero,    "MaxIter" },
+        {"StopTime\xC2\xA0[[\xC3\xA4]] \n",         "not-a-number",   Error,   Effect::Zero,    "StopTime"},
+        {"\xE3\x80\x80StopTime\xE2\x80\x83 [[]]\n", "missing-value",  Error,   Effect::Zero,    "StopTime"},
+    };
+    for (const Fault& fault : faults)
+        expectFinding("file.cfg", fault, true);
+}
+
+TEST(ConfigurationTextCheckTest, KnowsPlacesBehindMuchWhiteSpace)
+{
+    constexpr int block = 16 * 1024; // in which the file is read
+    for (const std::string space : {"\n", " \n", "\t\t\n\n", " ", "\xE2\x80\x83\n"}) {
+        for (int size = block - 13; size < block - 6; size += 1 + int(space.size()) / 3) {
+            std::string much;
+            while (int(much.size()) < size)
+                much += space;
+            const Fault faults[] = {
+                {"MaxIter 5\n" + much + " [[Unheard]] 5\n", "unknown-key", Error, Effect::Throws, "Unheard"},
+                {"MaxIter 5\n[[]]" + much,                  "blank-end",   Error, Effect::Throws},
+                {"MaxIter 5\n" + much + much + "\nWidth [[x]]\n" + much + "\nStopTime 5\n",                         "not-an-integer",
+                 Error,                                             Effect::Zero,        "Width"         },
+            };
+            for (const Fault& fault : faults)
+                expectFinding("file.cfg", fault, true);
+            ASSERT_FALSE(HasFailure()) << size;
+        }
+    }
+}
+
+TEST(ConfigurationTextCheckTest, FindsBadCharactersInMuchWhiteSpace)
+{
+    const std::string lines(20'000, '\n');
+    const CheckedFile checked = checkedBytes(
+        "file.cfg", "MaxIter 5\n" + lines + "\r \n" + lines + "\xFF" + lines + "Width x\n" + lines);
+    ASSERT_EQ(checked.findings.size(), 4U) << linesOf(checked);
+    EXPECT_EQ(checked.findings[0].code, "stray-character");
+    EXPECT_EQ(checked.findings[0].place.line, 20'002);
+    EXPECT_EQ(checked.findings[1].code, "unknown-key"); // which holds the replacement character
+    EXPECT_EQ(checked.findings[1].place.line, 40'003);
+    EXPECT_EQ(checked.findings[2].code, "not-an-integer");
+    EXPECT_EQ(checked.findings[2].place.line, 60'003);
+    EXPECT_EQ(checked.findings[3].code, "blank-end");
+    EXPECT_EQ(checked.findings[3].place.line, 60'004);
+}
+
 TEST(ConfigurationTextCheckTest, FindsBadCharacters)
 {
     using namespace std::string_literals;

@@ -2,6 +2,8 @@
 
 #include <NereoFileIO/Nereo2ConfigFile.h>
 
+#include <QTextStream>
+
 #include <gtest/gtest.h>
 
 #include <cmath>
@@ -122,6 +124,72 @@ TEST(NumberFaultTest, AgreesWithTheConversions)
         ASSERT_EQ(!integerFault(text), isInteger) << text.toStdString();
         ASSERT_EQ(!numberFault(text), isNumber) << text.toStdString();
     }
+}
+
+/// What a text stream reads of a word.
+template <class Number>
+Number extracted(QString word, bool& isWhole)
+{
+    word += ' ';
+    QTextStream in(&word, QIODevice::ReadOnly);
+    Number value = 0;
+    in >> value;
+    isWhole = in.status() == QTextStream::Ok && in.pos() == word.size() - 1;
+    return value;
+}
+
+/// All texts of these characters that are so long.
+QStringList textsOf(const QString& alphabet, int length)
+{
+    QStringList texts {QString()};
+    for (int i = 0; i < length; ++i) {
+        QStringList longer;
+        for (const QString& text : qAsConst(texts)) {
+            for (const QChar character : alphabet)
+                longer.append(text + character);
+        }
+        texts = longer;
+    }
+    return texts;
+}
+
+TEST(NumberFaultTest, ReadsPlainNumbersAsATextStreamDoes)
+{
+    for (int length = 1; length <= 5; ++length) {
+        for (const QString& text : textsOf("059.e+-x", length)) {
+            bool isWhole = false;
+            if (const std::optional<int> integer = plainInteger(text)) {
+                ASSERT_EQ(*integer, extracted<int>(text, isWhole)) << text.toStdString();
+                ASSERT_TRUE(isWhole) << text.toStdString();
+                ASSERT_EQ(*integer, text.toInt());
+            }
+            if (const std::optional<double> number = plainNumber(text)) {
+                const double expected = extracted<double>(text, isWhole);
+                ASSERT_EQ(*number, expected) << text.toStdString();
+                ASSERT_EQ(std::signbit(*number), std::signbit(expected)) << text.toStdString();
+                ASSERT_TRUE(isWhole) << text.toStdString();
+                ASSERT_EQ(*number, text.toDouble());
+                ASSERT_EQ(plainNumberLength(text + " 5"), length);
+                ASSERT_EQ(plainNumberLength(text), length);
+                ASSERT_EQ(plainNumberLength(text + 'x'), 0);
+            } else {
+                ASSERT_EQ(plainNumberLength(text), 0) << text.toStdString();
+            }
+        }
+    }
+}
+
+TEST(NumberFaultTest, TakesForPlainWhatMostNumbersAre)
+{
+    for (const char* text : {"0", "-5", "123456789", "-123456789"})
+        EXPECT_EQ(plainInteger(QString(text)).value_or(1), QString(text).toInt()) << text;
+    for (const char* text : {"0", "-5", "273.15", "-1.20476e-05", "123456789012345678", "1e+20", "9e99"})
+        EXPECT_EQ(plainNumber(QString(text)).value_or(1), QString(text).toDouble()) << text;
+    for (const char* text : {"", "-", "+5", "05", "0x5", "-01", "1234567890", "5.", "x"})
+        EXPECT_FALSE(plainInteger(QString(text)).has_value()) << text;
+    for (const char* text :
+         {"", "-", "+5", ".5", "5.", "1e5.", "1E5", "1e100", "inf", "1,5", "1234567890123456789"})
+        EXPECT_FALSE(plainNumber(QString(text)).has_value()) << text;
 }
 
 } // namespace
