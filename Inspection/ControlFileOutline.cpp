@@ -335,6 +335,7 @@ void ControlFileWalk::badHeader(const char* address, const QString& consequence)
 {
     Discovery discovery {Rule::BadHeader, lines_.place(0), address, excerpt(lines_.text())};
     discovery.consequence = consequence;
+    lines_.cover({0, lines_.lineEnd()});
     listener_.finding(discovery);
 }
 
@@ -359,6 +360,7 @@ void ControlFileWalk::readFirstTitle()
         return readSection();
 
     Discovery discovery {Rule::MissingTitle, lines_.place(0), {}, excerpt(lines_.text())};
+    lines_.cover({0, lines_.lineEnd()});
     bool isIgnored = !lines_.text().trimmed().isEmpty();
     for (lines_.readLine(); lines_.hasLine(); lines_.nextLine())
         isIgnored = isIgnored || !lines_.isBlank();

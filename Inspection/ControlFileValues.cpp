@@ -297,7 +297,10 @@ void ControlFileValues::byteOrderMark(const QString& address, Range range)
 std::optional<Discovery> ControlFileValues::trailing(const QString& address, int at)
 {
     const Range rest = lines_.restFrom(at);
-    if (rest.isEmpty() || listener_.onlyCounts(Rule::TrailingText))
+    if (rest.isEmpty())
+        return {};
+    lines_.cover(rest);
+    if (listener_.onlyCounts(Rule::TrailingText))
         return {};
     return found(Rule::TrailingText, address, rest);
 }
@@ -313,6 +316,7 @@ void ControlFileValues::trailingLines(const QString& address)
     for (bool isTold = false; lines_.hasLine(); lines_.nextLine()) {
         if (!isTold && !lines_.isBlank()) {
             const Range rest = lines_.restFrom(0);
+            lines_.cover(rest);
             finding(Rule::TrailingLines, address, rest);
             isTold = true;
         }

@@ -2,6 +2,8 @@
 
 #include <NereoUtility/StringConversion.h>
 
+#include <algorithm>
+
 using namespace Nereo::Inspection;
 
 namespace {
@@ -28,6 +30,33 @@ void expectOnly(const std::string& name, const Marked& marked, const Fault& faul
     }
 }
 
+constexpr Marked::ByteOrder bothOrders[] = {Marked::BigEndian, Marked::LittleEndian};
+
+/// The document with another declaration.
+std::string declared(const std::string& text, const std::string& encoding)
+{
+    const std::size_t begin = text.rfind("<?xml", 0) == 0 ? text.find("?>") + 2 : 0;
+    return "<?xml version='1.0' encoding='" + encoding + "'?>" + text.substr(begin);
+}
+
+bool isLatin1(const std::string& text)
+{
+    const QString characters = QString::fromStdString(text);
+    return std::all_of(characters.begin(), characters.end(),
+                       [](QChar character) { return character.unicode() < 0x100; });
+}
+
+/// In a document of another encoding there is a line and a column, and no offset.
+void expectInOtherEncodings(const std::string& name, const Fault& fault)
+{
+    for (const Marked::ByteOrder order : bothOrders)
+        expectOnly(name, Marked(fault.text).inUtf16(order).withoutOffset(), fault);
+    if (isLatin1(fault.text)) {
+        const Marked marked(declared(fault.text, "ISO-8859-1"));
+        expectOnly(name, marked.inLatin1().withoutOffset(), fault);
+    }
+}
+
 } // namespace
 
 CheckedFile checkedBytes(const std::string& name, const std::string& bytes, FileKind kind)
@@ -38,14 +67,18 @@ CheckedFile checkedBytes(const std::string& name, const std::string& bytes, File
     return check(folder.write(name, bytes), options);
 }
 
-void expectFinding(const std::string& name, const Fault& fault, bool alsoInUtf16)
+void expectFinding(const std::string& name, const Fault& fault, bool isText)
 {
     const Marked marked(fault.text);
     expectOnly(name, marked, fault);
     expectOnly(name, marked.withCarriageReturns(), fault);
     expectOnly(name, marked.withByteOrderMark(), fault);
-    if (alsoInUtf16)
-        expectOnly(name, marked.inUtf16(), fault);
+    if (!isText)
+        return expectInOtherEncodings(name, fault);
+    for (const Marked::ByteOrder order : bothOrders) {
+        expectOnly(name, marked.inUtf16(order), fault);
+        expectOnly(name, marked.inUtf32(order), fault);
+    }
 }
 
 void expectClean(const std::string& name, const std::string& bytes)

@@ -27,9 +27,9 @@ Nereo::Inspection::CheckedFile
 checkedBytes(const std::string& name, const std::string& bytes,
              Nereo::Inspection::FileKind kind = Nereo::Inspection::FileKind::Unknown);
 
-/// Expects this one finding, with and without carriage returns and a byte-order mark, and where a load knows
-/// it in UTF-16.
-void expectFinding(const std::string& name, const Fault& fault, bool alsoInUtf16);
+/// Expects this one finding, with and without carriage returns and a byte-order mark, and in the other
+/// encodings of a text or a document.
+void expectFinding(const std::string& name, const Fault& fault, bool isText);
 
 /// Expects that a check finds nothing.
 void expectClean(const std::string& name, const std::string& bytes);

@@ -146,7 +146,14 @@ void expectFinding(const Case& row)
         expectOnly(row, marked.withCarriageReturns());
         expectOnly(row, marked.withByteOrderMark());
         expectOnly(row, marked.inUtf16());
+        expectOnly(row, marked.inUtf32(Marked::LittleEndian));
     }
+    // White space may stand before anything but a title.
+    const bool isBeforeTitle = row.text.size() > 5 && row.text.substr(row.text.size() - 5) == "\n[[]]";
+    const std::size_t line = row.text.rfind('\n', row.text.find("[["));
+    const bool isInTitle = line == std::string::npos || std::strcmp(row.section, "header") == 0;
+    if (!isBeforeTitle && !isInTitle)
+        expectOnly(row, Marked(texts.front()).behindEmSpace());
 }
 
 std::string materials(const std::string& lines)
@@ -421,6 +428,105 @@ TEST(ControlFileCheckTest, FindsFaultsInWhatALoadDoesNotTake)
     };
     for (const Case& row : cases)
         expectFinding(row);
+}
+
+TEST(ControlFileCheckTest, FindsFaultsInOneOfSeveralMaterialsOfAName)
+{
+    const std::string steel = solid("1 0 0 0 Steel\n");
+    const std::string iron = solid("0 0 0 0 Iron\n");
+    const std::string second = "0 0 0 0 Iron/\xC3\xA4\n";
+    const Case cases[] = {
+        Case("Property Settings", materials(steel + solid(second, "[[kRhoo]] 0 1 8000\n") + iron),
+             "bad-material", Warning, Effect::None, "property-settings/Iron%2F\xC3\xA4"),
+        Case("Property Settings", materials(steel + iron + solid("0 0 0 0 [[Iron]]\n")), "repeated-material",
+             Warning, Effect::None, "property-settings/Iron#2"),
+        Case("Property Settings",
+             materials(solid("0 0 0 0\n") + solid("0 0 0 0\n", "kRho 0 1 [[x]]\n") + steel), "bad-material",
+             Warning, Effect::None, "property-settings/#2"),
+    };
+    for (const Case& row : cases)
+        expectFinding(row);
+}
+
+TEST(ControlFileCheckTest, FindsSectionsThatStandThereTwice)
+{
+    const Case cases[] = {
+        Case("", " *** [[Units]]\n5\n", "repeated-section", Warning, Effect::Ignored, "units", "overrides"),
+        Case("", " *** [[Free Surface]]\n0\n0 0 0\n0 0\n0 0\n0 0\n0 0\n", "repeated-section", Warning,
+             Effect::Ignored, "free-surface"),
+    };
+    for (const Case& row : cases) {
+        Sections sections;
+        sections.section(row.section) = row.text;
+        expectOnly(row, Marked(sections.text()));
+        expectOnly(row, Marked(sections.text()).withCarriageReturns());
+        expectOnly(row, Marked(sections.text()).inUtf16());
+    }
+}
+
+TEST(ControlFileCheckTest, FindsBadCharacters)
+{
+    using namespace std::string_literals;
+    struct Row {
+        const char* section;
+        std::string text;
+        std::string line; ///< from the line of the section's title on
+    };
+    const Row rows[] = {
+        {"Title",          " *** Title\n\xC3\xA4\xFF\xFE\n",    "1:2 not-utf8 replaced title FF"              },
+        {"Title",          " *** Title\na\rb\n",                "1:2 stray-character ignored title "          },
+        {"Title",          " *** Title\na\0b\n"s,               "1:2 stray-character none title "             },
+        {"Title",
+         " *** Title\n\xEF\xBB\xBF"
+         "a\n",                                                 "1:1 stray-character ignored title "          },
+        {"Units",          " *** Units\n0\n\n\xC3\n",           "3:1 trailing-text ignored units \xEF\xBF\xBD"},
+        {"Units",          " *** Units\n\xFF\n",                "1:1 not-an-integer zero units \xEF\xBF\xBD"  },
+        {"Units",          " *** Units\n0\r \n",                "1:2 stray-character ignored  "               },
+        {"Constants",      " *** Constants\n\xE2\x82kPRef 5\n",
+         "1:1 unknown-variable ignored constants/\xEF\xBF\xBD\xEF\xBF\xBDkPRef "
+         "\xEF\xBF\xBD\xEF\xBF\xBDkPRef"                                                                      },
+        {"Flag section",   " *** Flag section\n1\nx \xFF\n",    "2:3 not-utf8 replaced flags/x FF"            },
+        {"Monitor Points", " *** Monitor \xFF\n",
+         "0:6 unknown-section ignored Monitor \xEF\xBF\xBD Monitor \xEF\xBF\xBD"                              },
+        {"Scalars",        " *** Scalars\n\xF0\x9F\n",          "1:1 not-utf8 replaced  F0"                   },
+    };
+    for (const auto& [section, text, line] : rows) {
+        Sections sections;
+        sections.section(section) = text;
+        sections.moveToFront(text);
+        const CheckedFile checked = checkedBytes("file.ctl", sections.text());
+        std::vector<std::string> lines;
+        for (const Finding& finding : checked.findings) {
+            if (finding.code == "not-loaded" || finding.code == "missing-section")
+                continue;
+            lines.push_back(std::to_string(finding.place.line - 3) + ':'
+                            + std::to_string(finding.place.column) + ' ' + finding.code.toStdString() + ' '
+                            + effectName(finding.effect).toStdString() + ' ' + finding.address.toStdString()
+                            + ' ' + finding.found.toStdString());
+        }
+        EXPECT_EQ(lines, std::vector<std::string> {line}) << text;
+    }
+}
+
+TEST(ControlFileCheckTest, TellsOfBadCharactersInTheFirstLinesOnce)
+{
+    const std::string start = "NEREO control file rev 07 NEREO Ver 2024.0.0.0\n";
+    const std::string branch = "NEREO 2024 (release)\n";
+    const std::pair<std::string, const char*> rows[] = {
+        {"NEREO \xFF file rev 07 NEREO Ver 2024.0.0.0\n" + branch,       "bad-header"   },
+        {"NEREO control file rev 07 NEREO Ver 2024.0.0.\xFF\n" + branch, "bad-version"  },
+        {start + "\xFF\n",                                               "bad-header"   },
+        {start + "NEREO 2024 (\xFF)\n",                                  "not-utf8"     },
+        {start + branch + "\xFF\n",                                      "missing-title"},
+    };
+    for (const auto& [header, code] : rows) {
+        Sections sections;
+        sections.header() = header;
+        std::vector<Finding> findings = checkedBytes("file.ctl", sections.text(), FileKind::Control).findings;
+        findings.erase(std::remove_if(findings.begin(), findings.end(), isUsual), findings.end());
+        ASSERT_EQ(findings.size(), 1U) << header;
+        EXPECT_EQ(findings[0].code, code) << header;
+    }
 }
 
 TEST(ControlFileCheckTest, FindsFaultsInHeadersAndTitles)

@@ -1,10 +1,8 @@
 #include "Marked.h"
 
-#include <QTextCodec>
+#include <QVector>
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
 
 namespace {
 
@@ -13,12 +11,14 @@ std::string utf8(const QString& text)
     return text.toStdString();
 }
 
-std::string utf16(const QString& text)
+/// The bytes of numbers, so many of each.
+template <class Numbers>
+std::string bytesOf(const Numbers& numbers, int count, Marked::ByteOrder order)
 {
     std::string bytes;
-    for (const QChar character : text) {
-        bytes += char(character.row());
-        bytes += char(character.cell());
+    for (const auto number : numbers) {
+        for (int i = 0; i < count; ++i)
+            bytes += char(number >> 8 * (order == Marked::LittleEndian ? i : count - 1 - i));
     }
     return bytes;
 }
@@ -70,7 +70,33 @@ Marked Marked::withByteOrderMark() const
     return encoded("\xEF\xBB\xBF", utf8);
 }
 
-Marked Marked::inUtf16() const
+Marked Marked::inUtf16(ByteOrder order) const
 {
-    return encoded("\xFE\xFF", utf16);
+    return encoded(bytesOf(std::u16string(u"\uFEFF"), 2, order),
+                   [order](const QString& text) { return bytesOf(text.toStdU16String(), 2, order); });
+}
+
+Marked Marked::inUtf32(ByteOrder order) const
+{
+    return encoded(bytesOf(std::u32string(U"\uFEFF"), 4, order),
+                   [order](const QString& text) { return bytesOf(text.toUcs4(), 4, order); });
+}
+
+Marked Marked::inLatin1() const
+{
+    return encoded({}, [](const QString& text) { return text.toLatin1().toStdString(); });
+}
+
+Marked Marked::behindEmSpace() const
+{
+    Marked marked = *this;
+    marked.before_.insert(marked.before_.lastIndexOf(QLatin1Char('\n')) + 1, QChar(0x2003));
+    return marked.encoded({}, utf8);
+}
+
+Marked Marked::withoutOffset() const
+{
+    Marked marked = *this;
+    marked.place_.offset = Nereo::Inspection::Place::Absent;
+    return marked;
 }

@@ -22,8 +22,18 @@ public:
     Marked withCarriageReturns() const;
     /// The same behind a byte-order mark.
     Marked withByteOrderMark() const;
+    enum ByteOrder { BigEndian, LittleEndian };
     /// The same in UTF-16, behind a byte-order mark.
-    Marked inUtf16() const;
+    Marked inUtf16(ByteOrder order = BigEndian) const;
+    /// The same in UTF-32, behind a byte-order mark.
+    Marked inUtf32(ByteOrder order) const;
+    /// The same in ISO-8859-1, which has the characters for it.
+    Marked inLatin1() const;
+    /// The same with an em space, which is white space beyond ASCII, at the beginning of the line with the
+    /// mark.
+    Marked behindEmSpace() const;
+    /// The same where nobody can know the offset.
+    Marked withoutOffset() const;
 
     const std::string& bytes() const { return bytes_; }
     Nereo::Inspection::Place place() const { return place_; }

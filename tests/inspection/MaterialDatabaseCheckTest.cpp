@@ -1,5 +1,6 @@
 #include "Checked.h"
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -239,6 +240,37 @@ TEST(MaterialDatabaseCheckTest, FindsWhatStandsThereTwice)
                       + "</material_database><material_database><material type='solid'><id>[[+01]]</id>"
                         "</material></material_database></a>",
                   "repeated-id", "#2/id");
+}
+
+TEST(MaterialDatabaseCheckTest, FindsFaultsInOneOfSeveralMaterialsOfAName)
+{
+    const auto oil = [](const std::string& content) {
+        return "<material type='fluid'>" + content + "<name>\xC3\x96l</name></material>\n";
+    };
+    const auto expectSecond = [&](const std::string& content, const char* code, Severity severity,
+                                  Effect effect, const char* address) {
+        const Marked marked("<material_database><!-- \xF0\x9F\x98\x80 -->" + oil("") + oil(content) + oil("")
+                            + "</material_database>");
+        for (const Marked& each : {marked, marked.withCarriageReturns(), marked.withByteOrderMark()}) {
+            std::vector<Finding> found = checkedBytes("materials.xml", each.bytes()).findings;
+            found.erase(
+                std::remove_if(found.begin(), found.end(),
+                               [](const Finding& finding) { return finding.code == "repeated-material"; }),
+                found.end());
+            ASSERT_EQ(found.size(), 1U) << content;
+            EXPECT_EQ(found[0].code, code);
+            EXPECT_EQ(found[0].severity, severity);
+            EXPECT_EQ(effectName(found[0].effect), effectName(effect));
+            EXPECT_EQ(found[0].address, address);
+            EXPECT_EQ(found[0].place, each.place()) << content;
+        }
+    };
+    expectSecond("<id>[[x]]</id>", "not-an-integer", Error, Effect::Zero, "\xC3\x96l#2/id");
+    expectSecond("<property type='density'><value>[[]]</value></property>", "missing-value", Error,
+                 Effect::Zero, "\xC3\x96l#2/density/value");
+    expectSecond("<property type='[[Density]]'><value>5</value></property>", "unknown-property-type", Error,
+                 Effect::Fails, "\xC3\x96l#2/Density");
+    expectSecond("[[<a]]/>", "unknown-element", Warning, Effect::Ignored, "\xC3\x96l#2/a");
 }
 
 TEST(MaterialDatabaseCheckTest, FindsWhatASaveLoses)
