@@ -46,6 +46,7 @@ CONTROL_CHECKS = ["inspection/ControlFileCheckTest", "inspection/CaseCheckTest",
 GEOMETRY_CHECKS = ["inspection/GeometryBoundaryInspectionTest", "inspection/FindingsPageTest"]
 MATERIAL_CHECKS = ["inspection/MaterialDatabaseInspectionTest", "inspection/FindingsPageTest"]
 RESULTS_CHECKS = ["inspection/ResultsCheckTest", "inspection/FindingsPageTest", "inspection/ResultsAgreementTest"]
+COMPARISON_TESTS = ["inspection/ComparisonTest", "inspection/ResultsComparisonTest"]
 EDIT_TESTS = ["inspection/EditTest", "inspection/RandomEditTest"]
 RESULTS_TESTS = ["ResultsFileReaderTest", "ResultsFileTest", "FileTest"]
 
@@ -102,6 +103,8 @@ TESTS = {
     "FileIO/ConfigurationForms.h": [*CONFIGURATION_TESTS, *INSPECTION_TESTS],
     "Inspection/CaseCheck.cpp": ["inspection/CaseCheckTest", "inspection/FindingsPageTest"],
     "Inspection/Check.cpp": ["inspection/CheckTest", "inspection/InspectionFaultTest"],
+    "Inspection/Comparison.cpp": COMPARISON_TESTS,
+    "Inspection/ComparisonReport.cpp": COMPARISON_TESTS,
     "Inspection/ConfigurationTextOutline.cpp": INSPECTION_TESTS,
     "Inspection/ConfigurationValues.cpp": INSPECTION_TESTS,
     "Inspection/ConfigurationXmlOutline.cpp": INSPECTION_TESTS,
@@ -114,6 +117,8 @@ TESTS = {
     "Inspection/ControlFileEdit.cpp": EDIT_TESTS,
     "Inspection/EditStep.cpp": EDIT_TESTS,
     "Inspection/EditedFile.cpp": EDIT_TESTS,
+    "Inspection/FieldComparison.cpp": COMPARISON_TESTS,
+    "Inspection/FieldList.cpp": COMPARISON_TESTS,
     "Inspection/FileEdit.cpp": EDIT_TESTS,
     "Inspection/FileEncoding.cpp": [*EDIT_TESTS, *INSPECTION_TESTS],
     "Inspection/FileKind.cpp": ["inspection/FileKindTest"],
@@ -121,6 +126,7 @@ TESTS = {
     "Inspection/GeometryBoundaryOutline.cpp": GEOMETRY_CHECKS,
     "Inspection/InputFile.cpp": ["inspection/CheckTest", "inspection/InspectionFaultTest"],
     "Inspection/Json.cpp": ["inspection/CheckTest"],
+    "Inspection/LateMaterialNames.cpp": [*MATERIAL_CHECKS, *COMPARISON_TESTS],
     "Inspection/Listener.cpp": INSPECTION_TESTS,
     "Inspection/MaterialDatabaseOutline.cpp": MATERIAL_CHECKS,
     "Inspection/MaterialNames.cpp": MATERIAL_CHECKS,
@@ -130,14 +136,21 @@ TESTS = {
     "Inspection/OneLine.cpp": ["inspection/CheckTest", "inspection/ComparisonTest"],
     "Inspection/NewTexts.cpp": EDIT_TESTS,
     "Inspection/NumberFault.cpp": ["inspection/RulesTest", *INSPECTION_TESTS],
+    "Inspection/OrderedRecords.cpp": COMPARISON_TESTS,
     "Inspection/Origins.cpp": ["inspection/EditTest"],
     "Inspection/Outline.cpp": ["inspection/CheckTest"],
+    "Inspection/RecordStream.cpp": COMPARISON_TESTS,
+    "Inspection/ResultsComparison.cpp": COMPARISON_TESTS,
     "Inspection/ResultsOutline.cpp": RESULTS_CHECKS,
     "Inspection/ResultsRecords.cpp": RESULTS_CHECKS,
+    "Inspection/ResultsPair.cpp": COMPARISON_TESTS,
+    "Inspection/ScatteredRecords.cpp": COMPARISON_TESTS,
     "Inspection/SeenNames.cpp": ["inspection/SeenNamesTest"],
     "Inspection/TextFile.cpp": ["inspection/TextPlacesTest", "inspection/InspectionFaultTest", *INSPECTION_TESTS],
     "Inspection/TextLines.cpp": EDIT_TESTS,
     "Inspection/TextPlaces.cpp": ["inspection/TextPlacesTest", *INSPECTION_TESTS],
+    "Inspection/ValueComparison.cpp": COMPARISON_TESTS,
+    "Inspection/ValueTable.cpp": COMPARISON_TESTS,
     "Inspection/VersionFault.cpp": INSPECTION_TESTS,
     "Inspection/Walker.cpp": ["inspection/CheckTest", "inspection/FindingsPageTest"],
     "Inspection/XmlMarkup.cpp": EDIT_TESTS,

@@ -12,13 +12,16 @@ namespace {
 TEST(ConfigurationAgreementTest, AgreesWithLoadsOfDamagedXml)
 {
     Agreement agreement("damaged.xml", FileKind::ConfigurationXml);
-    agreement.expectEach(damaged(readBytes(NEREO_SAMPLES_DIR "/NEREO2_default.xml")));
+    for (const char* path :
+         {NEREO_SAMPLES_DIR "/NEREO2_default.xml", NEREO_GOLDEN_DIR "/new-configuration.xml"})
+        agreement.expectEach(damaged(readBytes(path)));
 }
 
 TEST(ConfigurationAgreementTest, AgreesWithLoadsOfDamagedText)
 {
     Agreement agreement("damaged.cfg", FileKind::ConfigurationText);
-    agreement.expectEach(damaged(readBytes(NEREO_SAMPLES_DIR "/solver.cfg")));
+    for (const char* path : {NEREO_SAMPLES_DIR "/solver.cfg", NEREO_GOLDEN_DIR "/new-configuration.cfg"})
+        agreement.expectEach(damaged(readBytes(path)));
 }
 
 TEST(ConfigurationAgreementTest, AgreesWhereTheSuffixIsThatOfTheOtherForm)

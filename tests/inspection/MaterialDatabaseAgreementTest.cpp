@@ -18,8 +18,8 @@ namespace {
 TEST(MaterialDatabaseAgreementTest, OfDamagedFiles)
 {
     Agreement agreement("materials.xml", FileKind::Materials);
-    agreement.expectEach(damaged(readBytes(NEREO_SAMPLES_DIR "/materials.xml")));
-    agreement.expectEach(withLinesMoved(readBytes(NEREO_GOLDEN_DIR "/materials.xml")));
+    for (const char* path : {NEREO_SAMPLES_DIR "/materials.xml", NEREO_GOLDEN_DIR "/materials.xml"})
+        agreement.expectEach(damaged(readBytes(path)));
 }
 
 /// Makes up databases whose elements mostly stand where they belong.
