@@ -7,15 +7,27 @@ set -euo pipefail
 cd "$(dirname "$0")/.."
 packages=$(realpath "${1:-build/packages}")
 scripts/setup.sh --packager
+# What is mounted in the new system is seen by nobody else, and gone with this script.
+[ -n "${NEREO_OWN_MOUNTS:-}" ] || NEREO_OWN_MOUNTS=yes exec unshare --mount "$0" "$packages"
 
 work=$(mktemp -d)
-chmod 755 "$work" # apt's own user goes through it
-trap 'rm -rf --one-file-system "$work"' EXIT
 root=$work/root
+chmod 755 "$work" # apt's own user goes through it
+clean_up() {
+    for mounted in dev/shm dev/pts sys proc; do
+        umount -l "$root/$mounted" 2>/dev/null || true
+    done
+    rm -rf --one-file-system "$work"
+}
+trap clean_up EXIT
 log=$work/log
 
 echo "test-packages: a new Debian 12"
 mmdebstrap --quiet --variant=apt --include=ca-certificates bookworm "$root" >"$log" 2>&1 || { tail -n 30 "$log"; exit 1; }
+mount -t proc proc "$root/proc"
+mount -t sysfs sysfs "$root/sys"
+mount -t devpts -o newinstance,ptmxmode=0666 devpts "$root/dev/pts"
+mount -t tmpfs tmpfs "$root/dev/shm"
 mkdir "$root/packages"
 cp "$packages"/*.deb "$root/packages"
 rm -f "$root"/packages/*-dbgsym_*.deb
