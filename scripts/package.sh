@@ -19,6 +19,7 @@ scripts/setup.sh --packager
 export DEB_BUILD_OPTIONS=${DEB_BUILD_OPTIONS-nocheck}
 [[ " $DEB_BUILD_OPTIONS " != *" nocheck "* ]] || export DEB_BUILD_PROFILES=nocheck
 version=$(dpkg-parsechangelog -S Version)
+commit=$(git rev-parse HEAD) # the same one for both
 
 # The home of the user is another one for what is called in the build.
 if [ "${CMAKE_CXX_COMPILER_LAUNCHER:-}" = ccache ]; then
@@ -29,7 +30,7 @@ fi
 build_in() { # FOLDER: the packages are in it, and the tree in tree/
     rm -rf "$1"
     mkdir -p "$1/tree"
-    git archive HEAD | tar -x -C "$1/tree"
+    git archive "$commit" | tar -x -C "$1/tree"
     (cd "$1/tree" && dpkg-buildpackage --no-sign -jauto) >"$1/build.log" 2>&1 || {
         tail -n 40 "$1/build.log" >&2
         echo "package: all that was printed is in $1/build.log" >&2

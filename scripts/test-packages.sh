@@ -6,9 +6,9 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 packages=$(realpath "${1:-build/packages}")
-scripts/setup.sh --packager
 # What is mounted in the new system is seen by nobody else, and gone with this script.
-[ -n "${NEREO_OWN_MOUNTS:-}" ] || NEREO_OWN_MOUNTS=yes exec unshare --mount "$0" "$packages"
+[ -n "${NEREO_OWN_MOUNTS:-}" ] || NEREO_OWN_MOUNTS=yes exec unshare --mount scripts/test-packages.sh "$packages"
+scripts/setup.sh --packager
 
 work=$(mktemp -d)
 root=$work/root
@@ -61,14 +61,17 @@ import nereofile
 results = nereofile.read_results(\"$installed/samples/cavity.res\")
 print(results)
 assert results[\"kU\"].max() == 1
-print(nereofile.diff(\"cavity.ctl\", \"mine.ctl\"))"'
+print(nereofile.diff(\"cavity.ctl\", \"mine.ctl\"))"
+        cp $installed/samples/cavity.res .
+        python3 -m nereofile report . -o case.html
+        grep -q "<html" case.html'
 }
 
 echo "test-packages: installed from a folder, the demo, removed"
 {
     inside apt-get update
     # What the packages are used with stays when they go.
-    inside apt-get install -y --no-install-recommends cmake g++ make qtbase5-dev python3-numpy
+    inside apt-get install -y --no-install-recommends cmake g++ make qtbase5-dev python3-jinja2 python3-matplotlib python3-numpy
     inside apt-get clean
 } >"$log" 2>&1 || { tail -n 30 "$log"; exit 1; }
 files >"$work/before"
