@@ -34,6 +34,7 @@ for library in NereoFileIO NereoInspection NereoUtility; do
 done
 
 .ci/run || refuse ".ci/run fails"
+scripts/symbols.py --check-all || refuse "debian/libnereofileio1.symbols isn't what the libraries export"
 scripts/package.sh --twice || refuse "the packages can't be made, or not twice the same"
 scripts/test-packages.sh || refuse "the packages don't work as they are installed"
 [ -z "$(git status --porcelain)" ] || refuse "the tests have changed the sources"

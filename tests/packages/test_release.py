@@ -19,7 +19,7 @@ FILES = {
     "abi/libNereoUtility.abi.xml": "<abi-corpus/>\n",
     ".gitignore": "/build/\n",
 }
-STEPS = {".ci/run": "", "scripts/package.sh": "--twice", "scripts/test-packages.sh": ""}
+STEPS = {".ci/run": "", "scripts/symbols.py": "--check-all", "scripts/package.sh": "--twice", "scripts/test-packages.sh": ""}
 
 
 class ReleaseTest(unittest.TestCase):
@@ -114,6 +114,7 @@ class ReleaseTest(unittest.TestCase):
     def test_what_fails_is_refused(self):
         cases = (
             (".ci/run", "exit 1", ".ci/run fails"),
+            ("scripts/symbols.py", "exit 1", "debian/libnereofileio1.symbols isn't what the libraries export"),
             ("scripts/package.sh", "exit 1", "the packages can't be made, or not twice the same"),
             ("scripts/test-packages.sh", "exit 1", "the packages don't work as they are installed"),
             ("scripts/test-packages.sh", "touch new.cpp", "the tests have changed the sources"),
