@@ -46,4 +46,5 @@ install(DIRECTORY
     "${PROJECT_SOURCE_DIR}/examples"
     "${PROJECT_SOURCE_DIR}/samples"
     DESTINATION "${CMAKE_INSTALL_DOCDIR}"
-    PATTERN doxygen EXCLUDE)
+    PATTERN doxygen EXCLUDE
+    PATTERN docs/site EXCLUDE)

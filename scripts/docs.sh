@@ -19,7 +19,7 @@ for name in $(sed -n 's/^[A-Z_]\+(\([A-Za-z0-9]\+\),.*/\1/p' include/*/*.def) \
             $(sed -n 's/^class [A-Z_]\+EXPORT \([A-Za-z0-9]\+\) .*/\1/p' include/*/*.h); do
     require "$name"
 done
-if grep -o 'href="[^":]*\.\(md\|h\|def\|cpp\)[#"]' build/doxygen/html/*.html >&2; then
+if grep -o 'href="[^":]*\.\(md\|h\|def\|cpp\|py\|ipynb\)[#"]' build/doxygen/html/*.html >&2; then
     echo "docs: these links lead out of the reference" >&2
     missing=1
 fi

@@ -3,6 +3,7 @@
 #   scripts/setup.sh                   what building, the demo and the tests need
 #   scripts/setup.sh --developer       also what the other scripts, .ci/run and the benchmarks need
 #   scripts/setup.sh --packager        also what scripts/package.sh and scripts/test-packages.sh need
+#   scripts/setup.sh --site            also what scripts/site.sh needs
 #   scripts/setup.sh --other-machines  also what scripts/other-machines.sh needs: cross compilers and emulators
 set -euo pipefail
 
@@ -40,6 +41,11 @@ packager_packages=(
     doxygen python3-setuptools
     mmdebstrap autopkgtest # a system of its own to try the packages in
 )
+site_packages=(
+    doxygen
+    python3-sphinx python3-myst-parser # pages in Markdown
+    furo                   # how they look
+)
 other_machines_packages=(
     g++-s390x-linux-gnu g++-aarch64-linux-gnu g++-i686-linux-gnu
     g++-mingw-w64-x86-64   # for Windows
@@ -53,9 +59,10 @@ case "${1:-}" in
         command -v npm >/dev/null || packages+=(npm) # for axe-core; Node.js from elsewhere has its own
         ;;
     --packager) packages+=("${packager_packages[@]}") ;;
+    --site) packages+=("${site_packages[@]}") ;;
     --other-machines) packages+=("${other_machines_packages[@]}") ;;
     *)
-        sed -n '2,6s/^# \{0,1\}//p' "$0" >&2
+        sed -n '2,7s/^# \{0,1\}//p' "$0" >&2
         exit 2
         ;;
 esac

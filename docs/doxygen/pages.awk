@@ -28,6 +28,13 @@ BEGIN { page = nameOf(ARGV[1]) }
         sub(/^.*\//, "", source)
         $0 = substr($0, 1, RSTART + 1) "@ref " source substr($0, RSTART + RLENGTH - 1)
     }
+    # The reference has no scripts: what they are called stays.
+    while (match($0, /\]\([^():@ ]*\.(py|ipynb)\)/)) {
+        words = substr($0, 1, RSTART - 1)
+        rest = substr($0, RSTART + RLENGTH)
+        sub(/\[[^\[]*$/, "", words)
+        $0 = words substr($0, length(words) + 2, RSTART - length(words) - 2) rest
+    }
 }
 
 { print }

@@ -161,7 +161,7 @@ def diff(
 ) -> Comparison:
     """Compares what two files say, value by value, as loads read them.
 
-    Numbers differ where |a - b| exceeds every tolerance that is given: ``absolute``, ``relative`` of the larger
+    Numbers differ where ``|a - b|`` exceeds every tolerance that is given: ``absolute``, ``relative`` of the larger
     magnitude, ``peak`` of the field's peak. ``fields`` chooses among those of results; one that is in neither file
     is a KeyError. Values of results whose nodes come in other orders take at most ``memory_limit`` bytes, by default
     a quarter of the free memory. ``progress`` is as for ``read_results``. Files of kinds that can't be compared are a

@@ -27,7 +27,7 @@ def open_series(
     Nothing is loaded before it is computed: each file and field is a chunk of its own, so that Dask computes what
     is larger than the memory, on all cores or on a cluster. Needs xarray and Dask.
 
-    :param files: a pattern such as "run/*.res", or paths. They are sorted by the dimension.
+    :param files: a pattern such as ``run/*.res``, or paths. They are sorted by the dimension.
     :param fields: the names of the fields, by default all that every file has.
     :param dimension: "time" or "iteration".
     :param fill: stands for the values that a file lacks.
