@@ -110,3 +110,33 @@ def long_case(folder: pathlib.Path, length: int) -> pathlib.Path:
     boundary.save(folder / "a.gbi")
     (folder / "b.cfg").write_text("MaxIter 5\n" + "N" * length + " 1\n")
     return folder
+
+
+def swollen_case(folder: pathlib.Path) -> pathlib.Path:
+    """Much of everything that a page has to leave out at some point."""
+    folder.mkdir(parents=True, exist_ok=True)
+    for number in range(25):
+        (folder / f"{number}.cfg").write_text("MaxIter five\n" * 150)
+        control = nereofile.ControlFile(title="t")
+        control.save(folder / f"{number}.ctl")
+        with (folder / f"{number}.ctl").open("a") as out:
+            out.writelines(f" *** Section {i}\n" + "line of it\n" * 25 for i in range(250))
+    materials = []
+    for number in range(13_000):
+        material = nereofile.Material("fluid", name=f"Material {number}", id=number + 1)
+        if number < 300:
+            curve = material["viscosity"]
+            curve.variation_type, curve.independent_variable = "piecewise_linear", "kT"
+            curve.points = np.column_stack([np.arange(300.0), np.arange(300.0)])
+        materials.append(material)
+    nereofile.MaterialDatabase(materials).save(folder / "materials.xml")
+    boundary = nereofile.GeometryBoundary("job")
+    codes = list(nereofile.field_variables.values())[:361]
+    for number in range(110_000):
+        boundary.conditions.append(nereofile.BoundaryCondition(codes[number % 361], 1 / (number + 1), number))
+    boundary.save(folder / "a.gbi")
+    names = list(nereofile.field_variables)[1:61]
+    for number in range(40):
+        content = results_bytes(np.random.default_rng(number).normal(size=(50, 60)), names=names, iteration=number)
+        (folder / f"{number:02}.res").write_bytes(content)
+    return folder

@@ -82,6 +82,19 @@ def test_a_page_of_two_cases_is_sound(tmp_path: pathlib.Path, name: str) -> None
     check_soundness(Page(report(CASES[name](tmp_path / "case"), compare=other)))
 
 
+def test_a_page_stays_small_and_says_what_it_leaves_out(tmp_path: pathlib.Path) -> None:
+    html = report(made_cases.swollen_case(tmp_path / "case"))
+    assert len(html.encode()) < 10_000_000
+    ids = re.findall(r' id="([^"]*)"', html)
+    assert len(ids) == len(set(ids)) and set(re.findall(r' href="#([^"]*)"', html)) <= set(ids)
+    for expected in [
+        "2000 of 13\u202f750 are listed", "Of 25 files the first 20 are shown", "The first 100 of 261 are listed",
+        "Of 13\u202f000 materials the 200", "The first 12\u202f000 of 13\u202f000", "Of 200 curves the first 60 are drawn",
+        "The first 100\u202f000 of 110\u202f000", "Of 40 files the last 16 are shown", "The first 24 of 60 are drawn",
+    ]:
+        assert expected in html, expected
+
+
 def test_all_sections_are_there(tmp_path: pathlib.Path) -> None:
     page = Page(report(made_cases.whole_case(tmp_path / "case")))
     titles = [str(one.text) for one in page.all("h2")]

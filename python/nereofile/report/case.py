@@ -22,6 +22,9 @@ GROUPS: Dict[str, Tuple[str, ...]] = {
 
 MOST_FILES = 500
 
+#: Of so many files of a group a page says what is in them; of results, of all.
+MOST_DESCRIBED = 20
+
 # By these names a file means to be one of a case, whatever is in it. An .xml may be of two kinds.
 _SUFFIXES = {".cfg": "configuration", ".ctl": "control", ".gbi": "conditions", ".res": "results", ".xml": ""}
 _SEVERITIES = ("error", "warning", "note")
@@ -59,6 +62,11 @@ class Case:
     def of(self, group: str) -> List[CaseFile]:
         """The files of a group."""
         return [file for file in self.files if file.group == group]
+
+    def described(self, group: str) -> List[CaseFile]:
+        """The files of a group that a page has room for."""
+        files = self.of(group)
+        return files if group == "results" else files[:MOST_DESCRIBED]
 
     def count(self, severity: str) -> int:
         """How many findings of a severity there are."""

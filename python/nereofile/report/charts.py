@@ -71,7 +71,7 @@ class Charts:
         self._counts: Dict[str, int] = {}
 
     def curve(self, points: Sequence[Tuple[float, float]], x_name: str, y_name: str) -> Optional[str]:
-        """A curve with its points."""
+        """A curve with its points, or some of them."""
         if not self._has_room("curve", MOST_CURVES):
             return None
         return self._draw("curve", lambda axes: _curve(axes, points, x_name, y_name), f"{y_name}, {x_name}", points)

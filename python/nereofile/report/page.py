@@ -11,9 +11,10 @@ from typing import Any, Dict
 from ..optional import require
 from . import drawing
 from ._context import Context
+from .case import GROUPS, Case
 from .charts import Charts
 from .sections import SECTIONS, make_all
-from .texts import Language, brief, count, number, size
+from .texts import Language, brief, count, number, percent, size
 
 _TEMPLATES = pathlib.Path(__file__).parent / "templates"
 
@@ -30,7 +31,8 @@ def render(context: Context, language: Language) -> str:
             made=made,
             summary=made["summary"],
             sections=[section for section in SECTIONS if made[section.name] is not None],
-            anchors={file.name: f"file-{place}" for place, file in enumerate(context.case.files, start=1)},
+            anchors=_anchors(context.case, {one.name for one in made["results"].snapshots if not one.is_shown}),
+            case=context.case,
             charts=Charts(),
             drawing=drawing,
             style=(_TEMPLATES / "style.css").read_text(encoding="utf-8"),
@@ -39,6 +41,13 @@ def render(context: Context, language: Language) -> str:
             language=language.name,
         )
     )
+
+
+def _anchors(case: Case, hidden: "set[str]") -> Dict[str, str]:
+    """What leads to a file, if the page says what is in it."""
+    described = {file.name for group in GROUPS for file in case.described(group)} - hidden
+    places = enumerate((file.name for file in case.files), start=1)
+    return {name: f"file-{place}" for place, name in places if name in described}
 
 
 def _environment(language: Language) -> Any:
@@ -52,7 +61,7 @@ def _environment(language: Language) -> Any:
         undefined=jinja2.StrictUndefined,
         finalize=language.shown,
     )
-    filters: Dict[str, Any] = {"brief": brief, "count": count, "number": number, "size": size, "markup": markup}
+    filters: Dict[str, Any] = {"brief": brief, "count": count, "number": number, "percent": percent, "size": size, "markup": markup}
     environment.filters.update(filters)
     environment.globals.update(_=language.gettext, ngettext=language.ngettext)
     return environment

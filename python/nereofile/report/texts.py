@@ -53,6 +53,11 @@ def number(value: float) -> str:
     return f"{value:.6g}"
 
 
+def percent(share: float) -> str:
+    """A share in percent."""
+    return f"{100 * share:.3g}{_THIN_SPACE}%"
+
+
 def size(bytes_there: int) -> str:
     """A number of bytes."""
     amount = float(bytes_there)

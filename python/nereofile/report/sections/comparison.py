@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import dataclasses
 import os
-from typing import List, Optional, Tuple
+from typing import List, Optional, Sequence, Tuple
 
 from .._context import Context
 from ...checking import diff
@@ -12,7 +12,7 @@ from ...errors import FileError
 from ..case import GROUPS, Case, CaseFile
 from .results import Change, ResultsOfCase, compared, results
 
-MOST_ROWS = 1000
+MOST_ROWS = 1000  # of the files of a group
 
 
 @dataclasses.dataclass(frozen=True)
@@ -63,7 +63,7 @@ def comparison(context: Context, own: ResultsOfCase) -> Optional[ComparisonOfCas
     if context.other is None:
         return None
     groups = [
-        GroupComparison(group, tuple(_pair(context, pair) for pair in pairs_of(context.case, context.other, group)))
+        GroupComparison(group, _pairs(context, pairs_of(context.case, context.other, group)))
         for group in GROUPS
         if group != "results"
     ]
@@ -77,7 +77,7 @@ def comparison(context: Context, own: ResultsOfCase) -> Optional[ComparisonOfCas
 
 def pairs_of(a: Case, b: Case, group: str) -> List[Tuple[Optional[CaseFile], Optional[CaseFile]]]:
     """The files of two cases that are compared: those of one name, then the others in their order."""
-    left, right = a.of(group), b.of(group)
+    left, right = a.described(group), b.described(group)
     by_name = {file.name: file for file in right}
     pairs: List[Tuple[Optional[CaseFile], Optional[CaseFile]]] = []
     pairs += [(file, by_name[file.name]) for file in left if file.name in by_name]
@@ -93,7 +93,11 @@ def _name(case: Case) -> str:
     return os.path.basename(os.path.realpath(case.folder))
 
 
-def _pair(context: Context, pair: Tuple[Optional[CaseFile], Optional[CaseFile]]) -> FilePair:
+def _pairs(context: Context, pairs: Sequence[Tuple[Optional[CaseFile], Optional[CaseFile]]]) -> Tuple[FilePair, ...]:
+    return tuple(_pair(context, pair, MOST_ROWS // len(pairs)) for pair in pairs)
+
+
+def _pair(context: Context, pair: Tuple[Optional[CaseFile], Optional[CaseFile]], most_rows: int) -> FilePair:
     a, b = pair
     if a is None or b is None:
         return FilePair(a.name if a else "", b.name if b else "", None, 0, ())
@@ -102,7 +106,7 @@ def _pair(context: Context, pair: Tuple[Optional[CaseFile], Optional[CaseFile]])
     except (FileError, MemoryError) as error:
         message = context.case.placed(str(error))
         return FilePair(a.name, b.name, context.other.placed(message) if context.other else message, 0, ())
-    rows = tuple(ValueDifference(d.address, d.a, d.b) for d in found[:MOST_ROWS])
+    rows = tuple(ValueDifference(d.address, d.a, d.b) for d in found[:most_rows])
     return FilePair(a.name, b.name, None, len(found), rows)
 
 

@@ -90,10 +90,11 @@ class BoundaryFile:
 
 def boundaries(context: Context) -> Tuple[BoundaryFile, ...]:
     """The geometry and boundary files of a case."""
-    return tuple(boundary(context, file.path, file.name) for file in context.case.of("conditions"))
+    files = context.case.described("conditions")
+    return tuple(boundary(context, file.path, file.name, MOST_LISTED // len(files)) for file in files)
 
 
-def boundary(context: Context, path: str, name: str) -> BoundaryFile:
+def boundary(context: Context, path: str, name: str, most_listed: int = MOST_LISTED) -> BoundaryFile:
     """A geometry and boundary file."""
     try:
         items = inspect(path, "geometry-boundary").entries
@@ -101,7 +102,7 @@ def boundary(context: Context, path: str, name: str) -> BoundaryFile:
         return BoundaryFile(name, context.case.placed(str(error)))
     conditions = list(_conditions(items))
     groups = _groups(conditions)
-    quantities = _quantities(conditions)
+    quantities = _quantities(conditions, most_listed)
     return BoundaryFile(
         name=name,
         problem=None,
@@ -187,11 +188,10 @@ def _materials(items: Iterable[Item]) -> Iterator[UsedMaterial]:
         yield UsedMaterial(numbers[0], str(name), numbers[1], numbers[2])
 
 
-def _quantities(conditions: Iterable[Condition]) -> Tuple[Quantity, ...]:
+def _quantities(conditions: Iterable[Condition], room: int) -> Tuple[Quantity, ...]:
     by_name: Dict[str, List[Condition]] = {}
     for condition in conditions:
         by_name.setdefault(condition.name, []).append(condition)
-    room = MOST_LISTED
     quantities = []
     for name in sorted(by_name, key=lambda name: (-len(by_name[name]), name))[:MOST_QUANTITIES]:
         own = sorted(by_name[name], key=lambda condition: condition.entity)

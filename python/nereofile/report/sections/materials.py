@@ -14,9 +14,11 @@ from ...vocabulary import material_types, property_types, variation_types
 from .conditions import BoundaryFile
 from .settings import _plain
 
-MOST_POINTS = 500
+MOST_POINTS = 100
+MOST_POINTS_OF_CURVE = 60
+MOST_LISTED_POINTS = 20_000
 MOST_SHOWN = 200
-MOST_ROWS = 20_000
+MOST_ROWS = 12_000
 MOST_COLUMNS = 4
 
 _REFERENCES = (
@@ -33,7 +35,10 @@ Point = Tuple[float, float]
 
 @dataclasses.dataclass(frozen=True)
 class PropertyOfMaterial:
-    """A property: a value, or points of a curve over a variable, of which at most MOST_POINTS are here."""
+    """A property: a value, or a curve over a variable.
+
+    ``curve`` is as much of it as a drawing needs, ``points`` the first MOST_POINTS where the page lists them.
+    """
 
     name: str
     display_name: str
@@ -42,6 +47,7 @@ class PropertyOfMaterial:
     variable: str
     point_count: int
     points: Tuple[Point, ...]
+    curve: Tuple[Point, ...]
     is_constant: bool
 
 
@@ -73,6 +79,7 @@ class MaterialFile:
     count: int
     columns: Tuple[Tuple[str, str], ...]
     materials: Tuple[MaterialInFile, ...]
+    is_database: bool = True
 
 
 @dataclasses.dataclass(frozen=True)
@@ -98,16 +105,17 @@ class Materials:
 
 def materials(context: Context, boundaries: Sequence[BoundaryFile]) -> Materials:
     """The materials of a case. Those of control files count where no database has one of the name."""
-    files = [_database(context, file.path, file.name) for file in context.case.of("materials")]
+    databases = context.case.described("materials")
+    files = [_database(context, file.path, file.name) for file in databases]
     named = {material.name for file in files for material in file.materials}
     users: Dict[str, List[str]] = {}
-    for file in context.case.of("control"):
+    for file in context.case.described("control"):
         found = _of_control(file.path, file.name)
         for material in found.materials:
             users.setdefault(material.name, []).append(file.name)
         own = tuple(material for material in found.materials if material.name not in named)
         if own:
-            files.append(dataclasses.replace(found, count=len(own), materials=own))
+            files.append(dataclasses.replace(found, count=len(own), materials=own, is_database=False))
     for boundary in boundaries:
         for used in boundary.materials:
             users.setdefault(used.name, []).append(boundary.name)
@@ -120,12 +128,22 @@ def _with_places(files: Sequence[MaterialFile], users: Mapping[str, Sequence[str
     by_use = sorted(range(len(all_materials)), key=lambda i: all_materials[i].name not in users)
     shown = set(by_use[:MOST_SHOWN])
     place = 0
+    room = MOST_LISTED_POINTS
     placed = []
     for file in files:
         rows = []
         for material in file.materials:
             names = tuple(dict.fromkeys(users.get(material.name, ())))
-            rows.append(dataclasses.replace(material, place=place + 1, users=names, is_shown=place in shown))
+            properties = []
+            for prop in material.properties:
+                listed = prop.points if place in shown and len(prop.points) <= room else ()
+                room -= len(listed)
+                properties.append(prop if listed == prop.points else dataclasses.replace(prop, points=listed))
+            rows.append(
+                dataclasses.replace(
+                    material, place=place + 1, users=names, is_shown=place in shown, properties=tuple(properties)
+                )
+            )
             place += 1
         placed.append(dataclasses.replace(file, materials=tuple(rows), columns=_columns(rows)))
     return Materials(tuple(placed), sum(file.count for file in files), len(shown))
@@ -149,7 +167,8 @@ def _database(context: Context, path: str, name: str) -> MaterialFile:
         database = MaterialDatabase.load(path, strict=False)
     except (FileError, MemoryError) as error:
         return MaterialFile(name, context.case.placed(str(error)), 0, (), ())
-    rows = tuple(_material(name, database[i]) for i in range(min(len(database), MOST_ROWS)))
+    most = MOST_ROWS // len(context.case.described("materials"))
+    rows = tuple(_material(name, database[i]) for i in range(min(len(database), most)))
     return MaterialFile(name, None, len(database), (), rows)
 
 
@@ -180,9 +199,22 @@ def _property(prop: Any) -> PropertyOfMaterial:
         value=prop.value if has_value else None,
         variable=prop.independent_variable or "",
         point_count=len(points),
-        points=tuple((float(x), float(y)) for x, y in points[:MOST_POINTS]),
+        points=_pairs(points[:MOST_POINTS]),
+        curve=_pairs(_thinned(points)),
         is_constant=prop.variation_type in ("constant", ""),
     )
+
+
+def _pairs(points: Iterable[Any]) -> Tuple[Point, ...]:
+    return tuple((float(x), float(y)) for x, y in points)
+
+
+def _thinned(points: Any) -> List[Any]:
+    """Some of the points, the first and the last among them."""
+    if len(points) <= MOST_POINTS_OF_CURVE:
+        return list(points)
+    step = (len(points) - 1) / (MOST_POINTS_OF_CURVE - 1)
+    return [points[round(i * step)] for i in range(MOST_POINTS_OF_CURVE)]
 
 
 def _of_control(path: str, name: str) -> MaterialFile:
@@ -222,6 +254,7 @@ def _written_material(file: str, part: str, values: Mapping[str, Item]) -> Mater
                 variable=str(values[f"{variable}/independent_variable"].value) if points else "",
                 point_count=len(points),
                 points=points[:MOST_POINTS],
+                curve=_pairs(_thinned(points)),
                 is_constant=number(address) == variation_types["constant"].code,
             )
         )

@@ -4,17 +4,19 @@ from __future__ import annotations
 
 import dataclasses
 import math
-from typing import Dict, List, Mapping, Optional, Sequence, Tuple
+from typing import Dict, List, Mapping, Optional, Sequence, Tuple, Union
 
 import numpy as np
 
 from .._context import Context
 from ..._records import FieldStatistics
 from ...checking import diff
-from ...errors import Cancelled, FileError
+from ...errors import FileError
 from ...results import ResultsHeader, read_results, results_header, statistics
 from ..case import CaseFile
 from ..distribution import Counter, Distribution, batches, finite_range
+
+MOST_FIELDS = 1000
 
 _PROBLEMS = (FileError, MemoryError, KeyError, ValueError, OverflowError)
 
@@ -29,13 +31,17 @@ class Field:
 
 @dataclasses.dataclass(frozen=True)
 class Snapshot:
-    """A results file: what it says of itself, and its fields. ``problem`` says why that isn't all."""
+    """A results file: what it says of itself, and its fields. ``problem`` says why that isn't all.
+
+    Of a snapshot that isn't shown a page says only that it is there; of its fields there are no distributions.
+    """
 
     name: str
     path: str
     problem: Optional[str]
     header: Optional[ResultsHeader] = None
     fields: Tuple[Field, ...] = ()
+    is_shown: bool = True
 
     def field(self, name: str) -> Optional[FieldStatistics]:
         """The statistics of a field."""
@@ -114,12 +120,34 @@ def results(context: Context) -> ResultsOfCase:
     """The results of a case."""
     files = context.case.of("results")
     context.progress.expect(2 * sum(file.size for file in files))
-    snapshots = sorted((_snapshot(context, file) for file in files), key=_moment)
+    snapshots = [
+        _snapshot(context, file, header, is_shown) for file, header, is_shown in _in_order(context, files)
+    ]
     sound = [snapshot for snapshot in snapshots if snapshot.fields]
     change = None
     if len(sound) > 1:
         change = compared(context, sound[-2], sound[-1])
     return ResultsOfCase(tuple(snapshots), history(sound), change)
+
+
+def _in_order(
+    context: Context, files: Sequence[CaseFile]
+) -> List[Tuple[CaseFile, Union[ResultsHeader, str], bool]]:
+    """The files in the order of the run, with the header or why there is none, and whether there is room for each."""
+    rows = sorted(((file, _header(context, file)) for file in files), key=_moment)
+    room = MOST_FIELDS
+    shown: List[Tuple[CaseFile, Union[ResultsHeader, str], bool]] = []
+    for file, header in reversed(rows):
+        room -= 1 if isinstance(header, str) else len(header.fields)
+        shown.append((file, header, room >= 0 or not shown))
+    return shown[::-1]
+
+
+def _header(context: Context, file: CaseFile) -> Union[ResultsHeader, str]:
+    try:
+        return results_header(file.path)
+    except _PROBLEMS as error:
+        return context.case.placed(str(error))
 
 
 def moment_of(header: ResultsHeader) -> Tuple[float, int, int]:
@@ -198,31 +226,31 @@ def _names(snapshot: Snapshot) -> List[str]:
     return list(dict.fromkeys(field.statistics.name for field in snapshot.fields))
 
 
-def _moment(snapshot: Snapshot) -> Tuple[bool, Tuple[float, int, int], str]:
-    if snapshot.header is None:
-        return False, (0.0, 0, 0), snapshot.name
-    return True, moment_of(snapshot.header), snapshot.name
+def _moment(row: Tuple[CaseFile, Union[ResultsHeader, str]]) -> Tuple[bool, Tuple[float, int, int], str]:
+    file, header = row
+    if isinstance(header, str) or not header.is_results_file:
+        return False, (0.0, 0, 0), file.name
+    return True, moment_of(header), file.name
 
 
-def _snapshot(context: Context, file: CaseFile) -> Snapshot:
+def _snapshot(context: Context, file: CaseFile, header: Union[ResultsHeader, str], is_shown: bool) -> Snapshot:
     context.progress.say(file.name)
-    header = None
+    if isinstance(header, str):
+        return Snapshot(file.name, file.path, header, is_shown=is_shown)
+    plain = header if header.is_results_file else None
     try:
-        header = results_header(file.path)
         found = statistics(file.path, progress=context.progress.follower())
     except _PROBLEMS as error:
-        return Snapshot(file.name, file.path, context.case.placed(str(error)), _plain(header))
+        return Snapshot(file.name, file.path, context.case.placed(str(error)), plain, is_shown=is_shown)
+    distributions: Dict[str, Distribution] = {}
+    problem = None
     try:
-        distributions = _distributions(context, file, header, found)
-        problem = None
-    except (*_PROBLEMS, Cancelled) as error:
-        distributions, problem = {}, context.case.placed(str(error))
+        if is_shown:
+            distributions = _distributions(context, file, header, found)
+    except _PROBLEMS as error:
+        problem = context.case.placed(str(error))
     fields = tuple(Field(row, distributions.get(row.name)) for row in found.fields)
-    return Snapshot(file.name, file.path, problem, _plain(header), fields)
-
-
-def _plain(header: Optional[ResultsHeader]) -> Optional[ResultsHeader]:
-    return header if header and header.is_results_file else None
+    return Snapshot(file.name, file.path, problem, plain, fields, is_shown)
 
 
 def _distributions(

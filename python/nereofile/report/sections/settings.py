@@ -15,6 +15,8 @@ from ...checking import address_part, effective_settings, inspect
 from ...errors import FileError
 
 MOST_ROWS = 1000
+MOST_KEPT = 100
+MOST_LINES = 10
 
 Value = Union[int, float, str, bool, None]
 
@@ -95,6 +97,7 @@ class SettingsFile:
     changed_count: int
     rest: Tuple[Part, ...]
     kept: Tuple[KeptSection, ...] = ()
+    kept_count: int = 0
     values: Mapping[str, Value] = dataclasses.field(default_factory=dict)
 
     @property
@@ -105,7 +108,7 @@ class SettingsFile:
 
 def configurations(context: Context) -> Tuple[SettingsFile, ...]:
     """The solver configurations of a case."""
-    return tuple(configuration(context, file.path, file.name) for file in context.case.of("configuration"))
+    return tuple(configuration(context, file.path, file.name) for file in context.case.described("configuration"))
 
 
 def configuration(context: Context, path: str, name: str) -> SettingsFile:
@@ -122,7 +125,7 @@ def configuration(context: Context, path: str, name: str) -> SettingsFile:
 
 def controls(context: Context) -> Tuple[SettingsFile, ...]:
     """The control files of a case."""
-    return tuple(control(context, file.path, file.name) for file in context.case.of("control"))
+    return tuple(control(context, file.path, file.name) for file in context.case.described("control"))
 
 
 def control(context: Context, path: str, name: str) -> SettingsFile:
@@ -141,7 +144,8 @@ def control(context: Context, path: str, name: str) -> SettingsFile:
             kept.setdefault(part, []).append(item.spelling)
     shown = dataclasses.replace(
         _file(name, None, list(settings.values()), _by_part),
-        kept=tuple(KeptSection(_plain(part), len(lines), tuple(lines[:20])) for part, lines in kept.items()),
+        kept=tuple(KeptSection(_plain(part), len(kept[part]), tuple(kept[part][:MOST_LINES])) for part in list(kept)[:MOST_KEPT]),
+        kept_count=len(kept),
     )
     return shown
 

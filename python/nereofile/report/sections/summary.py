@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import dataclasses
+import re
 from typing import List, Mapping, Optional, Sequence, Tuple
 
 from .._context import Context
@@ -121,7 +122,7 @@ def _versions(
     versions.append(str(control.get("header/1") or "").rpartition(" Ver ")[2])
     versions += [boundary.fact("version") for boundary in boundaries]
     versions += [snapshot.header.version for snapshot in found.snapshots if snapshot.header]
-    return tuple(sorted({version for version in versions if version}))
+    return tuple(sorted({version for version in versions if re.fullmatch(r"[0-9]+(\.[0-9]+)+", version)}))
 
 
 def _run(settings: Mapping[str, Value], found: ResultsOfCase) -> Optional[Run]:
