@@ -178,10 +178,15 @@ def document(arguments: argparse.Namespace) -> dict[str, typing.Any]:
     for package, libraries in sorted(libraries_of.items()):
         packages.append(described(package))
         relate(this, "DYNAMIC_LINK", spdx_id(package.name), "needs " + ", ".join(libraries))
+
+    targets_with: dict[DebianPackage, list[str]] = {}
     for folder, target in arguments.build:
         for package in packages_with(headers_of(pathlib.Path(folder), target)):
-            packages.append(described(package))
-            relate(spdx_id(package.name), "BUILD_DEPENDENCY_OF", this, f"its headers are compiled into {target}")
+            targets_with.setdefault(package, []).append(target)
+    for package, targets in sorted(targets_with.items()):
+        packages.append(described(package))
+        into = "its headers are compiled into " + ", ".join(targets)
+        relate(spdx_id(package.name), "BUILD_DEPENDENCY_OF", this, into)
 
     name = f"{arguments.package}-{arguments.version}"
     return {

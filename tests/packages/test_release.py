@@ -22,6 +22,7 @@ FILES = {
 STEPS = {".ci/run": "", "scripts/symbols.py": "--check-all", "scripts/package.sh": "--twice", "scripts/test-packages.sh": ""}
 
 
+@unittest.skipUnless(shutil.which("git"), "git isn't there")
 class ReleaseTest(unittest.TestCase):
     def setUp(self):
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="nereo-release-"))
