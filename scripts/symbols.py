@@ -72,10 +72,10 @@ def listed(library: pathlib.Path, headers: Headers, versions: dict[tuple[str, st
     ]
 
 
-def listed_versions() -> dict[tuple[str, str], str]:
+def listed_versions(symbols: pathlib.Path) -> dict[tuple[str, str], str]:
     """Of the library and the symbol."""
     versions, library = {}, ""
-    for line in SYMBOLS.read_text().splitlines() if SYMBOLS.exists() else []:
+    for line in symbols.read_text().splitlines() if symbols.exists() else []:
         if not line.startswith((" ", "*")):
             library = line.split()[0]
         elif found := re.match(r' \(.*?\)"(.*)@Base" (\S+)$', line):
@@ -83,14 +83,16 @@ def listed_versions() -> dict[tuple[str, str], str]:
     return versions
 
 
-def write(build: pathlib.Path) -> None:
-    headers, versions = Headers(), listed_versions()
+def write(build: pathlib.Path, symbols: pathlib.Path) -> None:
+    headers, versions = Headers(), listed_versions(symbols)
     lines = [line for library in libraries(build) for line in listed(library, headers, versions)]
-    SYMBOLS.write_text("\n".join(lines) + "\n")
+    symbols.write_text("\n".join(lines) + "\n")
 
 
-def check(build: pathlib.Path, strictness: str) -> int:
-    command = ["dpkg-gensymbols", f"-p{PACKAGE}", f"-v{version()}", strictness, f"-I{SYMBOLS}", "-O/dev/null"]
+def check(build: pathlib.Path, symbols: pathlib.Path, strictness: str) -> int:
+    # What has come with a version may go before that is released, as far as Debian's tool knows: it gets a later one.
+    later = f"{version()}.1"
+    command = ["dpkg-gensymbols", f"-p{PACKAGE}", f"-v{later}", strictness, f"-I{symbols}", "-O/dev/null"]
     command += [f"-e{library}" for library in libraries(build)]
     done = subprocess.run(command, cwd=ROOT, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, check=False)
     if done.returncode:
@@ -103,12 +105,13 @@ def main() -> int:
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("--check", action="store_const", const="-c1", dest="strictness")
     parser.add_argument("--check-all", action="store_const", const="-c4", dest="strictness")
+    parser.add_argument("--symbols", metavar="FILE", type=pathlib.Path, default=SYMBOLS, help="in place of that of debian/")
     parser.add_argument("folder", metavar="FOLDER", nargs="?", type=pathlib.Path, default=ROOT / "build" / "release")
     arguments = parser.parse_args()
     build = arguments.folder.resolve()
     if arguments.strictness:
-        return check(build, arguments.strictness)
-    write(build)
+        return check(build, arguments.symbols.resolve(), arguments.strictness)
+    write(build, arguments.symbols)
     return 0
 
 
