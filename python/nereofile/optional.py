@@ -12,6 +12,7 @@ _PACKAGES = {
     "dask.delayed": "python3-dask",
     "matplotlib": "python3-matplotlib",
     "matplotlib.figure": "python3-matplotlib",
+    "matplotlib.style.core": "python3-matplotlib",
     "jinja2": "python3-jinja2",
     "markupsafe": "python3-markupsafe",
     "babel.messages.pofile": "python3-babel",

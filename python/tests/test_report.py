@@ -61,6 +61,17 @@ def test_files_are_sorted_into_groups_by_what_is_in_them(tmp_path: pathlib.Path)
     assert [file.verdict for file in case.files] == ["error"] + ["sound"] * 5 + ["warning", "sound"]
 
 
+def test_a_folder_is_taken_out_of_messages_and_nothing_else(
+    tmp_path: pathlib.Path, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    monkeypatch.chdir(tmp_path)
+    (tmp_path / "a.cfg").write_text("MaxIter ../x\n")
+    context = Context(read_case("."))
+    [row] = findings.findings(context).listed
+    assert "../x" in row.message
+    assert context.case.placed(f"{tmp_path}/a.cfg:1:1") == "a.cfg:1:1"
+
+
 def test_a_pipe_is_not_waited_for(tmp_path: pathlib.Path) -> None:
     os.mkfifo(tmp_path / "a.res")
     (tmp_path / "b.res").symlink_to("nowhere")
@@ -293,6 +304,17 @@ def test_results_in_the_order_of_the_run(tmp_path: pathlib.Path) -> None:
     assert (found.history.over, found.history.places) == ("iteration", (10, 20, 30))
     assert [field.name for field in found.history.fields] == ["kU", "kP"]
     assert found.history.fields[0].maximum == (10, 20, 30)
+
+
+def test_iterations_count_before_time_steps(tmp_path: pathlib.Path) -> None:
+    for name, iteration, step in (("a", 20, 0), ("b", 10, 5), ("c", 30, 1)):
+        made_cases.write_snapshot(tmp_path / f"{name}.res", iteration)
+        content = bytearray((tmp_path / f"{name}.res").read_bytes())
+        content[318:322] = step.to_bytes(4, "little")
+        (tmp_path / f"{name}.res").write_bytes(content)
+    found = results.results(context_of(tmp_path))
+    assert [snapshot.name for snapshot in found.snapshots] == ["b.res", "a.res", "c.res"]
+    assert found.history is not None and found.history.places == (10, 20, 30)
 
 
 def test_a_transient_run_goes_over_time(tmp_path: pathlib.Path) -> None:

@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import os
 import pathlib
+import pty
 import re
 import shutil
 import subprocess
@@ -123,11 +124,16 @@ def test_the_same_case_is_the_same_page(tmp_path: pathlib.Path) -> None:
     assert str(tmp_path) not in first
 
 
-def test_the_order_of_files_and_the_seed_of_hashes_do_not_matter(tmp_path: pathlib.Path) -> None:
+def test_the_surroundings_do_not_matter(tmp_path: pathlib.Path) -> None:
     folder = made_cases.whole_case(tmp_path / "one")
+    (tmp_path / "matplotlibrc").write_text("lines.linewidth: 7\nfont.size: 20\naxes.grid.axis: x\n")
     pages = set()
-    for seed in ("1", "2"):
-        run(["report", str(folder), "-o", str(tmp_path / "page.html")], PYTHONHASHSEED=seed)
+    for surroundings in (
+        {"PYTHONHASHSEED": "1"},
+        {"PYTHONHASHSEED": "2", "TZ": "Asia/Tokyo", "LC_ALL": "de_DE.UTF-8", "SOURCE_DATE_EPOCH": "1"},
+        {"MATPLOTLIBRC": str(tmp_path / "matplotlibrc")},
+    ):
+        run(["report", str(folder), "-o", str(tmp_path / "page.html")], **surroundings)
         pages.add((tmp_path / "page.html").read_bytes())
     assert len(pages) == 1
 
@@ -188,6 +194,21 @@ def test_without_a_library_it_says_which(hidden: str) -> None:
         [sys.executable, "-c", code, "report", str(SAMPLES)], capture_output=True, text=True, check=False
     )
     assert done.returncode == 2 and f"install python3-{hidden}, or {hidden} by pip" in done.stderr
+
+
+@pytest.mark.parametrize("hidden", ["", "tqdm"])
+def test_progress_is_for_terminals(tmp_path: pathlib.Path, hidden: str) -> None:
+    terminal, end = pty.openpty()
+    code = f"import sys; sys.modules[{hidden!r}] = None; from nereofile.__main__ import main; sys.exit(main(sys.argv[1:]))"
+    done = subprocess.run(
+        [sys.executable, "-c", code, "report", str(made_cases.whole_case(tmp_path / "case")), "-o", "-"],
+        stdout=subprocess.PIPE, stderr=end, check=False,
+    )
+    os.close(end)
+    shown = os.read(terminal, 100_000).decode()
+    os.close(terminal)
+    assert done.returncode == 0 and done.stdout.startswith(b"<!DOCTYPE html>")
+    assert "100 %" in shown or (not hidden and "page" in shown), shown
 
 
 def test_a_page_in_german_is_sound(tmp_path: pathlib.Path) -> None:

@@ -74,7 +74,8 @@ class Case:
 
     def placed(self, text: str) -> str:
         """A text about files, without the folder that all of them are in."""
-        return text.replace(os.path.join(self.folder, ""), "")
+        prefix = os.path.join(self.folder, "")
+        return text if prefix == os.sep else text.replace(prefix, "")
 
 
 def read_case(folder: str, without: Sequence[str] = (), progress: Optional[Progress] = None) -> Case:
@@ -82,6 +83,7 @@ def read_case(folder: str, without: Sequence[str] = (), progress: Optional[Progr
 
     :param without: paths of files that don't count, such as that of the page.
     """
+    folder = os.path.abspath(folder)
     left_aside = {os.path.realpath(path) for path in without}
     names = sorted(name for name in os.listdir(folder) if _is_file(os.path.join(folder, name)))
     names = [name for name in names if os.path.realpath(os.path.join(folder, name)) not in left_aside]

@@ -68,6 +68,10 @@ class Charts:
     def __init__(self) -> None:
         self._matplotlib = require("matplotlib", "a report")
         self._figure = require("matplotlib.figure", "a report").Figure
+        # The defaults of Matplotlib, whatever somebody has set for other figures.
+        kept = require("matplotlib.style.core", "a report").STYLE_BLACKLIST
+        defaults = self._matplotlib.rcParamsDefault
+        self._style = {**{name: defaults[name] for name in sorted(set(defaults) - set(kept))}, **_STYLE}
         self._counts: Dict[str, int] = {}
 
     def curve(self, points: Sequence[Tuple[float, float]], x_name: str, y_name: str) -> Optional[str]:
@@ -105,7 +109,7 @@ class Charts:
         if len(values) < 2 or not all(number < _LARGEST for number in numbers):
             return None
         self._counts[sort] = self._counts.get(sort, 0) + 1
-        with self._matplotlib.rc_context(_STYLE):
+        with self._matplotlib.rc_context(self._style):
             figure = self._figure(figsize=(4.6, 2.3))
             axes = figure.add_axes(_PLACE)
             axes.tick_params(length=0)

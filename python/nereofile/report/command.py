@@ -15,6 +15,7 @@ from .texts import languages
 
 WRITTEN = 0
 NOT_WRITTEN = 2
+STOPPED = 130  # as a shell says of a program that Ctrl-C has ended
 
 
 def main(arguments: Optional[Sequence[str]] = None) -> int:
@@ -34,6 +35,9 @@ def main(arguments: Optional[Sequence[str]] = None) -> int:
         progress.close()
         print(f"nereofile report: {_reason(error)}", file=sys.stderr)
         return NOT_WRITTEN
+    except KeyboardInterrupt:
+        progress.close()
+        return STOPPED
     progress.close()
     return WRITTEN
 

@@ -152,7 +152,7 @@ def _header(context: Context, file: CaseFile) -> Union[ResultsHeader, str]:
 
 def moment_of(header: ResultsHeader) -> Tuple[float, int, int]:
     """When in a run a snapshot was made."""
-    return (header.time if math.isfinite(header.time) else 0.0, header.time_step, header.iteration)
+    return (header.time if math.isfinite(header.time) else 0.0, header.iteration, header.time_step)
 
 
 def history(snapshots: Sequence[Snapshot]) -> Optional[History]:
