@@ -194,7 +194,7 @@ QStringList variableNames()
 class GeometryBoundaryWalk {
 public:
     GeometryBoundaryWalk(const InputFile& file, Listener& listener)
-        : listener_(listener), text_(file, listener_)
+        : listener_(listener), text_(file, listener_), judges_(listener.wantsPlaces())
     {
     }
 
@@ -255,17 +255,20 @@ private:
 
     // What is told
 
-    void tell(const QString& address, Type type, QStringView part, const QVariant& value)
+    void tell(const QString& address, Type type, QStringView part, const QString& spelling,
+              const QVariant& value)
     {
         const qint64 begin = line_.begin + placeOf(part);
         const qint64 length = text_.length(begin, begin + part.size());
-        listener_.item({address, type, text_.place(begin), length, part.toString(), value});
+        listener_.item({address, type, text_.place(begin), length, spelling, value});
     }
 
     void tellText(const QString& address, QStringView part)
     {
-        if (listener_.wantsItems())
-            tell(address, Type::Text, part, part.toString());
+        if (!listener_.wantsItems())
+            return;
+        const QString text = part.toString();
+        tell(address, Type::Text, part, text, text);
     }
 
     /// Says something of a part of the line, and offers the nearest of the names.
@@ -331,7 +334,7 @@ private:
         const QStringView version = line().mid(endOf(wordFrom(line(), 0))).trimmed();
         const QString text = version.left(longestVersion).toString();
         if (listener_.wantsItems())
-            tell(address, Type::Version, version, Util::Version(text).toString());
+            tell(address, Type::Version, version, version.toString(), Util::Version(text).toString());
         if (!isVersion(text))
             report(Rule::IgnoredVersion, address, version);
         return true;
@@ -551,16 +554,24 @@ private:
 
     void readInteger(QStringView word, const char* item)
     {
-        if (listener_.wantsItems())
-            tell(address(item), Type::Integer, word, word.toString().toInt());
+        if (listener_.wantsItems()) {
+            const QString text = word.toString();
+            tell(address(item), Type::Integer, word, text, text.toInt());
+        }
+        if (!judges_)
+            return;
         if (const std::optional<Rule> fault = integerFault(word))
             report(*fault, address(item), word);
     }
 
     void readNumber(QStringView word, const char* item, int place = 0)
     {
-        if (listener_.wantsItems())
-            tell(address(item, place), Type::Number, word, word.toString().toDouble());
+        if (listener_.wantsItems()) {
+            const QString text = word.toString();
+            tell(address(item, place), Type::Number, word, text, text.toDouble());
+        }
+        if (!judges_)
+            return;
         if (const std::optional<Rule> fault = numberFault(word))
             report(*fault, address(item, place), word);
     }
@@ -685,6 +696,7 @@ private:
 
     UnreadListener listener_;
     TextFile text_;
+    const bool judges_; ///< somebody wants to know what is wrong, and where
     Line line_;
     std::deque<Line> ahead_; ///< lines that have been read, behind this one
     bool isAtEnd_ = false;

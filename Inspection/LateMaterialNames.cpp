@@ -47,10 +47,9 @@ void LateMaterialNames::hold(const Item& item, bool isElement)
 void LateMaterialNames::tell(const Held& held)
 {
     if (held.isElement)
-        return listener_.element(part_ + held.item.address);
-    Item item = held.item;
-    item.address.prepend(part_);
-    listener_.item(item);
+        listener_.element(part_ + held.item.address);
+    else
+        listener_.itemIn(part_, held.item);
 }
 
 /// The material is through.

@@ -86,6 +86,13 @@ void sortByPlace(std::vector<Finding>& findings)
 
 Listener::~Listener() = default;
 
+void Listener::itemIn(const QString& part, const Item& item)
+{
+    Item whole = item;
+    whole.address.prepend(part);
+    this->item(whole);
+}
+
 void FindingListener::finding(const Discovery& discovery)
 {
     qint64& count = countOf(rowOf(discovery.rule).code);

@@ -41,6 +41,11 @@ public:
     virtual bool wantsPlaces() const { return true; }
 
     virtual void item(const Item& item) = 0;
+
+    /// The same of a value in a material, where the item has what is behind the material's part in the
+    /// address.
+    virtual void itemIn(const QString& part, const Item& item);
+
     virtual void finding(const Discovery& discovery) = 0;
 
     /// A material or a property begins: the values that it has follow, with addresses below this one.

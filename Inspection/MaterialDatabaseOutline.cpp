@@ -12,6 +12,8 @@
 #include <NereoUtility/StringConversion.h>
 #include <NereoUtility/Version.h>
 
+#include <QStringBuilder>
+
 #include <array>
 #include <cmath>
 #include <map>
@@ -176,7 +178,7 @@ class MaterialDatabaseWalk {
 public:
     /// Without places the addresses have no names: a LateMaterialNames adds them.
     MaterialDatabaseWalk(const InputFile& file, Listener& listener)
-        : xml_(file, listener), listener_(listener)
+        : xml_(file, listener), listener_(listener), judges_(listener.wantsPlaces())
     {
         if (listener.wantsPlaces())
             names_.emplace(file);
@@ -200,7 +202,7 @@ public:
 private:
     bool isAt(const char* element) const { return xml_.name() == QLatin1String(element); }
 
-    QString address(const char* element) const { return prefix_ + QLatin1String(element); }
+    QString address(const char* element) const { return prefix_ % QLatin1String(element); }
 
     void readDatabase()
     {
@@ -242,10 +244,10 @@ private:
         listener_.element(material.name.part);
         prefix_ = material.name.part + QLatin1Char('/');
         readMaterialType(material);
-        const QString prefix = prefix_;
+        const int prefixSize = prefix_.size();
         while (xml_.nextChild()) {
             readMaterialElement(material);
-            prefix_ = prefix;
+            prefix_.truncate(prefixSize);
         }
         reportRepetitions(material);
         for (const auto& [code, place] : material.places) {
@@ -319,19 +321,20 @@ private:
         prefix_ += (property.name.isEmpty() ? QStringLiteral("#%1").arg(material.properties)
                                             : addressPart(excerpt(property.name)));
         listener_.element(prefix_);
-        checkPropertyType(material, property, type);
+        if (judges_)
+            checkPropertyType(material, property, type);
         prefix_ += QLatin1Char('/');
 
         if (type.isValid())
             property.points = material.points[type.index()];
-        const QString prefix = prefix_;
+        const int prefixSize = prefix_.size();
         while (xml_.nextChild()) {
             readPropertyElement(property);
-            prefix_ = prefix;
+            prefix_.truncate(prefixSize);
         }
         if (type.isValid())
             material.points[type.index()] = property.points;
-        if (!xml_.hasError() && !property.isMerged)
+        if (judges_ && !xml_.hasError() && !property.isMerged)
             checkUse(property);
     }
 
@@ -433,8 +436,8 @@ private:
     void readPoint(Property& property)
     {
         ++property.points;
-        prefix_ += QStringLiteral("points/%1/").arg(property.points);
-        if (!property.variable && !property.firstPoint)
+        prefix_ += QLatin1String("points/") + QString::number(property.points) + QLatin1Char('/');
+        if (judges_ && !property.variable && !property.firstPoint)
             property.firstPoint = Discovery {Rule::UnusedValue, xml_.place(), prefix_.chopped(1),
                                              QLatin1String(MaterialXml::point)};
         Met met;
@@ -446,7 +449,7 @@ private:
             else if (reading->index == X)
                 x = reading;
         }
-        if (xml_.hasError())
+        if (!judges_ || xml_.hasError())
             return;
         checkCoordinates(met);
         if (x && x->isGood)
@@ -487,7 +490,7 @@ private:
                 {Rule::RepeatedElement, xml_.place(), reading.address, QLatin1String(element.name)});
         reading.text = xml_.readText(useOf(element.type), reading.address);
         tellItem(element, reading);
-        reading.isGood = reading.text.isWhole && checkText(element, reading);
+        reading.isGood = judges_ && reading.text.isWhole && checkText(element, reading);
         return reading;
     }
 
@@ -583,7 +586,8 @@ private:
     std::optional<MaterialNames> names_;
     XmlFile xml_;
     Listener& listener_;
-    QString prefix_; ///< of the addresses in the element that is open
+    const bool judges_; ///< somebody wants to know what is wrong, and where
+    QString prefix_;    ///< of the addresses in the element that is open
     QString typeOfStart_ = QStringLiteral("fluid");
     Io::Material start_; ///< a material of that type, with what such a one starts with
     std::unordered_set<int> ids_;

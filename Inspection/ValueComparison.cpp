@@ -29,9 +29,26 @@ constexpr char elementEnd = '/';
 /// Stops a walk.
 struct Stop {};
 
-std::string_view viewOf(const QByteArray& bytes)
+/// Adds the text in UTF-8.
+void appendText(std::string& bytes, QStringView text)
 {
-    return {bytes.constData(), std::size_t(bytes.size())};
+    const auto isAscii = [](QChar character) { return character.unicode() < 0x80; };
+    if (std::all_of(text.begin(), text.end(), isAscii)) { // as nearly always
+        const std::size_t before = bytes.size();
+        bytes.resize(before + std::size_t(text.size()));
+        std::transform(text.begin(), text.end(), bytes.begin() + std::ptrdiff_t(before),
+                       [](QChar character) { return char(character.unicode()); });
+        return;
+    }
+    const QByteArray utf8 = text.toUtf8();
+    bytes.append(utf8.constData(), std::size_t(utf8.size()));
+}
+
+/// Makes the bytes those of the text, and keeps their memory for the next.
+void assignText(std::string& bytes, QStringView text)
+{
+    bytes.clear();
+    appendText(bytes, text);
 }
 
 SaidValue::Type typeOf(Item::Type type)
@@ -63,24 +80,30 @@ public:
     bool wantsItems() const override { return true; }
     bool wantsPlaces() const override { return false; }
 
-    void item(const Item& item) override
+    void item(const Item& item) override { itemIn({}, item); }
+
+    void itemIn(const QString& part, const Item& item) override
     {
         if (item.place.hasOffset() && !meter_.advanceTo(bytesBefore_ + item.place.offset))
             throw Stop();
-        if (item.type == Item::Type::Field || item.address == ignored_)
+        if (item.type == Item::Type::Field || (part.isEmpty() && item.address == ignored_))
             return;
-        const bool isNumber = item.type != Item::Type::Text && item.type != Item::Type::Version;
-        const QByteArray text = isNumber ? QByteArray() : item.value.toString().toUtf8();
-        const QByteArray shown = item.type == Item::Type::Text ? text : item.spelling.trimmed().toUtf8();
-        const QByteArray address = item.address.toUtf8();
+        const bool isText = item.type == Item::Type::Text;
+        const bool isNumber = !isText && item.type != Item::Type::Version;
+        assignText(address_, part);
+        appendText(address_, item.address);
+        assignText(text_, isNumber ? QString() : item.value.toString());
+        if (!isText)
+            assignText(shown_, QStringView(item.spelling).trimmed());
         const double number = isNumber ? item.value.toDouble() : 0.0;
-        take_(viewOf(address), {typeOf(item.type), number, viewOf(text), viewOf(shown)});
+        take_(address_, {typeOf(item.type), number, text_, isText ? text_ : shown_});
     }
 
     void element(const QString& address) override
     {
-        const QByteArray start = address.toUtf8() + elementEnd;
-        take_(viewOf(start), {SaidValue::Type::Element});
+        assignText(address_, address);
+        address_ += elementEnd;
+        take_(address_, {SaidValue::Type::Element});
     }
 
     void finding(const Discovery& discovery) override
@@ -99,6 +122,9 @@ private:
     Io::ResultsProgressMeter& meter_;
     Take take_;
     QString error_;
+    std::string address_; ///< of the value that is handed on
+    std::string text_;
+    std::string shown_;
 };
 
 /// Whether nothing at all tells two values apart.
@@ -121,17 +147,21 @@ QString toQString(std::string_view text)
 
 QString addressOf(const Entry& entry)
 {
-    const bool isElement = entry.value.type == SaidValue::Type::Element;
-    return toQString(entry.address.substr(0, entry.address.size() - isElement));
+    std::string address = entry.address.text();
+    if (entry.value.type == SaidValue::Type::Element)
+        address.pop_back(); // its slash
+    return toQString(address);
 }
 
 /// What a file says, for people; of an element the first of its values.
 QString shownOf(const ValueTable& table, const Entry& entry)
 {
     Entry shown = entry;
+    const std::string address =
+        entry.value.type == SaidValue::Type::Element ? entry.address.text() : std::string();
     while (shown.value.type == SaidValue::Type::Element && shown.next < table.end()) {
         shown = table.at(shown.next);
-        if (shown.address.substr(0, entry.address.size()) != entry.address)
+        if (shown.address.text().compare(0, address.size(), address) != 0)
             return {};
     }
     return toQString(shown.value.shown);
@@ -233,13 +263,14 @@ private:
 
     void meetLast(const Entry& replaced, const SaidValue& ofB)
     {
-        const Position last = a_.find(replaced.address);
+        const std::string address = replaced.address.text();
+        const Position last = a_.find(address);
         if (last < cursor_)
             return;
         a_.setMet(last);
         const std::string text(ofB.text); // copies, since this may stand in what now grows
         const std::string shown(ofB.shown);
-        keepOfB(last, true, replaced.address, {ofB.type, ofB.number, text, shown});
+        keepOfB(last, true, address, {ofB.type, ofB.number, text, shown});
     }
 
     void tellChanged(const Entry& inA, const Other& other)
@@ -252,17 +283,17 @@ private:
     void tellOnlyInA(Position position, const Entry& entry)
     {
         const auto isUnmet = [this](Position element) { return !a_.isMet(element); };
-        if (!a_.isReplaced(position) && !isInElement(a_, entry.address, isUnmet))
+        if (!a_.isReplaced(position) && !isInElement(a_, entry.address.text(), isUnmet))
             differences_.push_back({addressOf(entry), shownOf(a_, entry), {}, {}});
     }
 
     void tellOnlyInB(const Other& other)
     {
         const auto isOnlyInB = [this](Position element) {
-            return a_.find(b_.at(element).address) == ValueTable::none;
+            return a_.find(b_.at(element).address.text()) == ValueTable::none;
         };
         const Entry entry = b_.at(other.inB);
-        if (!b_.isReplaced(other.inB) && !isInElement(b_, entry.address, isOnlyInB))
+        if (!b_.isReplaced(other.inB) && !isInElement(b_, entry.address.text(), isOnlyInB))
             differences_.push_back({addressOf(entry), {}, shownOf(b_, entry), {}});
     }
 

@@ -119,7 +119,8 @@ XmlText XmlFile::readText(XmlText::Use use, const QString& address)
 {
     XmlText text;
     text.begin = end();
-    text.readersBegin = readersPlace();
+    if (hasPlaces_)
+        text.readersBegin = readersPlace();
     text.isInEntity = isInEntity_;
     while (next() && !xml_.isEndElement()) {
         if (xml_.isStartElement()) {
@@ -130,7 +131,11 @@ XmlText XmlFile::readText(XmlText::Use use, const QString& address)
             const QStringRef piece = xml_.text();
             const bool isCut =
                 use == XmlText::Use::Nothing || (use == XmlText::Use::Number && isNoNumber(piece));
-            text.text += isCut ? piece.left(longestNumber) : piece;
+            const QStringRef kept = isCut ? piece.left(longestNumber) : piece;
+            if (text.text.isEmpty()) // as nearly always; shared with the reader, it would cost it its buffer
+                text.text = QString(kept.data(), kept.size());
+            else
+                text.text += kept;
         }
     }
     text.isWhole = text.isWhole && !xml_.hasError();

@@ -443,6 +443,40 @@ TEST(ValueTableTest, KeepsValuesInTheirOrder)
     EXPECT_EQ(table.at(fourth).next, table.end());
 }
 
+/// Of which the table keeps what they have in common once.
+TEST(ValueTableTest, KeepsAddressesThatBeginAlike)
+{
+    std::vector<std::string> addresses {"", "conditions", "conditions/", "conditions/1/entity", "condition"};
+    for (int row = 1; row <= 2000; ++row) {
+        for (const char* const item :
+             {"entity", "name", "extra/1", "extra/2", "time-curve-flag", "time-curve"})
+            addresses.push_back("conditions/" + std::to_string(row * row) + "/" + item
+                                + (row == 7 ? "!" : ""));
+    }
+    addresses.push_back(addresses.back().substr(0, 20) + std::string(1000, 'x'));
+    addresses.push_back(addresses.back() + 'y');
+
+    ValueTable table;
+    std::vector<ValueTable::Position> positions;
+    for (const std::string& address : addresses)
+        positions.push_back(
+            table.append(address, {SaidValue::Type::WholeNumber, double(address.size()), {}, "1"}));
+    EXPECT_LT(table.end(), 30 * addresses.size());
+    for (std::size_t i = 0; i < addresses.size(); ++i) {
+        const ValueTable::Entry entry = table.at(positions[i]);
+        EXPECT_EQ(entry.address.text(), addresses[i]);
+        EXPECT_TRUE(entry.address == addresses[i]);
+        EXPECT_TRUE(entry.address != addresses[i] + 'z');
+        EXPECT_EQ(entry.value.number, double(addresses[i].size()));
+        EXPECT_EQ(entry.value.shown, "1");
+        EXPECT_EQ(entry.next, i + 1 < addresses.size() ? positions[i + 1] : table.end());
+        if (i != 3) {
+            EXPECT_EQ(table.find(addresses[i]), positions[i]);
+        }
+    }
+    EXPECT_TRUE(table.isReplaced(positions[3])); // by that of the first row
+}
+
 TEST(ValueTableTest, FindsTheLastValueOfAnAddress)
 {
     ValueTable table;
