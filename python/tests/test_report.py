@@ -192,6 +192,7 @@ def test_materials_with_their_curves_and_who_uses_them(tmp_path: pathlib.Path) -
     assert (viscosity.variable, viscosity.point_count, viscosity.points[1]) == ("kT", 4, (293.15, 0.0010016))
     assert found.place_of("Water", 2) == water and found.place_of("Water", 9) == water
     assert found.place_of("None", 1) is None
+    assert found.used_by("channel.ctl") == [water] and found.used_by("channel.xml") == []
 
 
 def test_materials_of_a_control_file_that_no_database_has(tmp_path: pathlib.Path) -> None:

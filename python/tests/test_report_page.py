@@ -98,6 +98,8 @@ def test_a_page_stays_small_and_says_what_it_leaves_out(tmp_path: pathlib.Path) 
 
 def test_all_sections_are_there(tmp_path: pathlib.Path) -> None:
     page = Page(report(made_cases.whole_case(tmp_path / "case")))
+    leading = [one.attrib["href"] for one in page.all("a") if one.text == "Water"]
+    assert leading == ["#material-2"] * 3  # of the control file, the table of materials, and the conditions
     titles = [str(one.text) for one in page.all("h2")]
     assert titles == ["Files", "Findings", "Configuration", "Control file", "Materials", "Conditions", "Results"]
     for expected in ["Channel with a step", "30 of 40", "Water", "kGravY", "History", "1–3, 7"]:

@@ -96,6 +96,10 @@ class Materials:
         shown = (material for file in self.files for material in file.materials if material.is_shown)
         return sum(1 for material in shown for prop in material.properties if prop.point_count > 1)
 
+    def used_by(self, file: str) -> List[MaterialInFile]:
+        """The materials that a file uses, where the page shows them."""
+        return [row for one in self.files for row in one.materials if row.is_shown and file in row.users]
+
     def place_of(self, name: str, id: int) -> Optional[MaterialInFile]:
         """The material that a file means by a name and a number, where the page shows it."""
         shown = [material for file in self.files for material in file.materials if material.is_shown]
