@@ -51,7 +51,7 @@ case "${1:-}" in
         cmake --preset release >/dev/null
         cmake --build --preset release --target NereoUtility NereoFileIO NereoInspection >/dev/null
         for folder in Utility FileIO Inspection; do
-            check "build/release/$folder/libNereo$folder.so" include "abi/libNereo$folder.abi.xml" "$@"
+            check "build/release/$folder/libNereo$folder.so" "include/Nereo$folder" "abi/libNereo$folder.abi.xml" "$@"
         done
         ;;
     -*)
