@@ -16,7 +16,7 @@ from ...errors import FileError
 
 MOST_ROWS = 1000
 MOST_KEPT = 100
-MOST_LINES = 10
+MOST_LINES = 15
 
 Value = Union[int, float, str, bool, None]
 
