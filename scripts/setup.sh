@@ -16,6 +16,7 @@ packages=(
     libgtest-dev libgmock-dev
     python3-jsonschema     # the tests of the command, with Python 3
     libxml2-utils          # xmllint, by which they try the XML Schemas
+    dpkg-dev               # those of the packages
     locales                # the source of the tests' locale with a comma
     pybind11-dev python3-dev python3-numpy # the Python package
     python3-pytest python3-hypothesis
@@ -37,7 +38,7 @@ developer_packages=(
     python3-pip python3-venv python3-setuptools python3-wheel
 )
 packager_packages=(
-    build-essential debhelper dh-python dpkg-dev fakeroot lintian
+    build-essential debhelper dh-python fakeroot lintian
     doxygen python3-setuptools
     mmdebstrap autopkgtest # a system of its own to try the packages in
 )
