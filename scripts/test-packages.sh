@@ -2,7 +2,7 @@
 # Tries the packages in a new Debian 12 of their own, made by mmdebstrap; this system stays as it is. They are installed
 # from their folder, pass the tests of debian/tests, do the steps of the demo alone, and leave nothing when they are
 # removed. As root, since a system is to be made.
-#   scripts/test-packages.sh [FOLDER]   the folder with the packages, build/packages by default
+#   scripts/test-packages.sh [FOLDER]   the folder that scripts/package.sh has made, build/packages by default
 set -euo pipefail
 cd "$(dirname "$0")/.."
 packages=$(realpath "${1:-build/packages}")
@@ -83,8 +83,8 @@ files >"$work/after"
 diff "$work/before" "$work/after" || { echo "test-packages: this is left of ${names[*]}" >&2; exit 1; }
 
 echo "test-packages: debian/tests"
-mkdir "$work/tree"
-git archive HEAD | tar -x -C "$work/tree"
+mkdir "$work/tree" # the sources that the packages are made of, and their tests
+tar -xf "$packages"/nereofileio_*.tar.xz -C "$work/tree" --strip-components=1
 autopkgtest --no-built-binaries "$root"/packages/*.deb "$work/tree" -- chroot "$root" >"$log" 2>&1 || { tail -n 200 "$log"; exit 1; }
 grep -E '^[a-z-]+ +(PASS|SKIP|FAIL)' "$log"
 echo "test-packages: passed"
