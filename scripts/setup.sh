@@ -35,6 +35,7 @@ developer_packages=(
     python3-html5lib chromium chromium-driver python3-selenium # the tests of the report
     python3-babel          # its translations
     python3-nbformat python3-nbclient python3-ipykernel
+    python3-dbg            # the interpreter that counts references
     python3-pip python3-venv python3-setuptools python3-wheel
 )
 packager_packages=(

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds the library and passes all tests.
 #   scripts/test.sh [PRESET]   release (the default), debug, clang, clang-numbers with the tests of what is calculated
-#                              alone, asan-ubsan, tsan with those of threads, or portable with those of what becomes text
+#                              alone, asan-ubsan, tsan with those of threads, portable with those of what becomes text,
+#                              or python-debug with those of the Python package, whose references are counted
 set -euo pipefail
 cd "$(dirname "$0")/.."
 preset=${1:-release}
