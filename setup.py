@@ -29,7 +29,7 @@ class CMakeBuild(build_ext):
 
     @staticmethod
     def _build(folder: pathlib.Path) -> pathlib.Path:
-        options = ["TESTS=OFF", "EXAMPLES=OFF", "PYTHON=ON"]
+        options = ["TESTS=OFF", "EXAMPLES=OFF", "COMMAND=OFF", "PYTHON=ON"]
         subprocess.run(
             ["cmake", "-S", str(ROOT), "-B", str(folder), "-DNEREO_INSTALL=OFF", "-DCMAKE_BUILD_TYPE=Release"]
             + [f"-DNEREO_BUILD_{option}" for option in options]
