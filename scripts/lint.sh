@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
-# Runs clang-tidy on the sources of the libraries and the command, with what the preset clang or asan-ubsan is built of.
+# Runs clang-tidy on the sources of the libraries, the command and the Python package, with what the preset asan-ubsan
+# is built of.
 #   scripts/lint.sh [COMMIT]   only what has changed since the commit, where there is one of that name
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
 scripts/setup.sh --developer
-folder=build/clang
-[ -d "$folder" ] || folder=build/asan-ubsan
-[ -d "$folder" ] || cmake --preset clang
+folder=build/asan-ubsan
+[ -d "$folder" ] || cmake --preset asan-ubsan
 
-mapfile -t sources < <(git ls-files FileIO/*.cpp Inspection/*.cpp Utility/*.cpp nereofile/*.cpp)
+mapfile -t sources < <(git ls-files FileIO/*.cpp Inspection/*.cpp Utility/*.cpp nereofile/*.cpp python/src/*.cpp)
 if git rev-parse --quiet --verify "${1:-}^{commit}" >/dev/null; then
     mapfile -t changed < <(git diff --name-only --diff-filter=d "$1")
     chosen=()

@@ -9,7 +9,7 @@ namespace {
 // Far below what QString and QByteArray hold, in characters and in bytes of UTF-8, quoted or not.
 constexpr py::ssize_t longestText = 256 * 1024 * 1024;
 
-std::string utf8Of(py::handle text)
+std::string utf8OfText(py::handle text)
 {
     py::ssize_t size = 0;
     const char* const bytes = PyUnicode_AsUTF8AndSize(text.ptr(), &size);
@@ -50,7 +50,7 @@ Places Slice::in(std::size_t count) const
 int codeOf(const py::object& nameOrCode, int first, int last)
 {
     if (py::isinstance<py::str>(nameOrCode)) {
-        const std::string name = utf8Of(nameOrCode);
+        const std::string name = utf8OfText(nameOrCode);
         const int code = fieldVariableCode(name);
         if (code < first || code > last)
             throw py::key_error(name);
@@ -77,7 +77,7 @@ bool type_caster<Text>::load(handle source, bool)
 {
     if (!PyUnicode_Check(source.ptr()))
         return false;
-    value.utf8 = utf8Of(source);
+    value.utf8 = utf8OfText(source);
     return true;
 }
 
@@ -99,7 +99,7 @@ bool type_caster<Path>::load(handle source, bool)
         throw error_already_set();
     if (!PyUnicode_Check(path.ptr()))
         return false;
-    value.utf8 = utf8Of(path);
+    value.utf8 = utf8OfText(path);
     if (value.utf8.find('\0') != std::string::npos)
         throw value_error("there is a NUL in the path");
     return true;

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace Nereo::Python {
 
@@ -53,6 +54,17 @@ struct Slice {
 struct Path {
     std::string utf8;
 };
+
+/// What the texts or paths are in UTF-8.
+template <class T>
+std::vector<std::string> utf8Of(const std::vector<T>& texts)
+{
+    std::vector<std::string> utf8;
+    utf8.reserve(texts.size());
+    for (const T& text : texts)
+        utf8.push_back(text.utf8);
+    return utf8;
+}
 
 /// The code of a field variable that Python names by a str or gives as an int. KeyError for an unknown name,
 /// ValueError for a code outside first to last, TypeError for anything else.

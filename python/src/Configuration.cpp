@@ -149,9 +149,7 @@ void save(Nereo2ConfigFile& configuration, const Path& path)
 
 void takeCommandLine(Nereo2ConfigFile& configuration, const std::vector<Text>& arguments)
 {
-    std::vector<std::string> texts;
-    for (const Text& argument : arguments)
-        texts.push_back(argument.utf8);
+    const std::vector<std::string> texts = utf8Of(arguments);
     Nereo2ConfigFile changed = configuration;
     for (const auto* key : {&Nereo2ConfigFile::ExePath, &Nereo2ConfigFile::JobPrefix}) {
         if (!changed.contains(*key))

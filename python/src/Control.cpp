@@ -50,7 +50,7 @@ py::tuple stateOf(const FlagList& list)
     py::list flags;
     for (const auto& flag : items)
         flags.append(py::make_tuple(flag->name(), flag->value()));
-    return py::tuple(flags);
+    return flags;
 }
 
 std::shared_ptr<FlagList> flagsFrom(const py::tuple& state)

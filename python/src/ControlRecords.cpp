@@ -44,13 +44,13 @@ void bindRecord(py::module_& module, const char* name, const char* documentation
     py::class_<Record, std::shared_ptr<Record>> type(module, name, documentation);
     type.def(py::init([=](const py::kwargs& values) {
         auto record = std::make_shared<Record>();
-        const auto take = [&](const auto& field) {
+        const auto take = [&](const auto& field) -> std::size_t {
             if (!values.contains(field.name))
                 return 0;
             assign((*record).*field.member, values[field.name]);
             return 1;
         };
-        if (std::size_t((0 + ... + take(fields))) != values.size())
+        if ((0 + ... + take(fields)) != values.size())
             throw py::type_error("there is no such field");
         return record;
     }));

@@ -91,7 +91,7 @@ py::tuple changesOf(const FileEdit& edit)
     for (const Inspection::ValueChange& change : edit.changes())
         changes.append(
             type(toStdString(change.address), textOrNone(change.before), textOrNone(change.after)));
-    return py::tuple(changes);
+    return changes;
 }
 
 py::bytes bytesOf(const QByteArray& bytes)

@@ -76,9 +76,7 @@ FileKind kindOf(const std::optional<std::string>& name)
 /// The files as tuples, and all as JSON.
 py::tuple checkFiles(const std::vector<Path>& paths, const std::optional<std::string>& kind, bool isCase)
 {
-    std::vector<std::string> names;
-    for (const Path& path : paths)
-        names.push_back(path.utf8);
+    const std::vector<std::string> names = utf8Of(paths);
     CheckOptions options;
     options.kind = kindOf(kind);
 
@@ -157,9 +155,7 @@ py::object pythonFieldDifference(const std::optional<FieldDifference>& field)
 /// The settings, and why the command line isn't taken to its end.
 py::tuple effectiveSettings(const Path& path, const std::vector<Text>& arguments)
 {
-    std::vector<std::string> commandLine;
-    for (const Text& argument : arguments)
-        commandLine.push_back(argument.utf8);
+    const std::vector<std::string> commandLine = utf8Of(arguments);
     EffectiveConfiguration configuration;
     {
         const py::gil_scoped_release release;
@@ -197,8 +193,7 @@ py::tuple compareFiles(const Path& a, const Path& b, const std::optional<double>
     options.absolute = absolute;
     options.relative = relative;
     options.peak = peak;
-    for (const Text& field : fields)
-        options.fields.push_back(field.utf8);
+    options.fields = utf8Of(fields);
     options.memoryLimit = memoryLimit;
     options.progress = follow(progress);
 
@@ -288,7 +283,7 @@ py::tuple pythonFindings(const CheckedFile& file)
     py::list findings;
     for (const Finding& finding : file.findings)
         findings.append(pythonFinding(type, file.file, finding));
-    return py::tuple(findings);
+    return findings;
 }
 
 void throwFileError(const std::string& path, const CheckedFile& file)

@@ -41,7 +41,7 @@ py::tuple extraValues(const BoundaryCondition& condition)
     py::list values;
     for (int i = 0; i < condition.extraValueCount(); ++i)
         values.append(condition.extraValue(i));
-    return py::tuple(values);
+    return values;
 }
 
 void setExtraValues(BoundaryCondition& condition, const std::vector<double>& values)
@@ -156,7 +156,7 @@ py::tuple stateOf(const ConditionList& list)
     py::list conditions;
     for (const auto& condition : items)
         conditions.append(stateOf(*condition));
-    return py::tuple(conditions);
+    return conditions;
 }
 
 std::shared_ptr<ConditionList> conditionsFrom(const py::tuple& state)

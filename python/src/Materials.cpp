@@ -103,7 +103,7 @@ py::tuple stateOf(const MaterialProperty& property)
 
 std::shared_ptr<MaterialProperty> propertyFrom(const py::tuple& state)
 {
-    const auto property = makeProperty(state[0].cast<Text>().utf8);
+    auto property = makeProperty(state[0].cast<Text>().utf8);
     property->setVariationType(state[1].cast<Text>().utf8);
     property->setValue(state[2].cast<double>());
     property->setIndependentVariable(codeOf(state[3], 0, Io::kNone));
@@ -208,7 +208,7 @@ int codeOfProperty(const py::object& nameOrCode)
 /// What Python has for the property: its type, or where it has none, that of the first with its code.
 std::string keyOf(Material& material, int code)
 {
-    const std::string type = material.property(code).type();
+    std::string type = material.property(code).type();
     if (!type.empty())
         return type;
     const Clt::PropertyType first = Clt::PropertyType::fromCode(code);
