@@ -453,9 +453,9 @@ void bindControl(py::module_& module)
     defineFact(type, "time_step_size", &ControlFile::timeStepSize, &ControlFile::setTimeStepSize);
     defineFact(type, "stop_time", &ControlFile::stopTime, &ControlFile::setStopTime, "-1 until set.");
     defineFact(type, "auto_conv_on", &ControlFile::isAutoConvOn, &ControlFile::setAutoConvOn,
-               "Whether convergence is assessed.");
+               "Whether convergence is assessed. Saved, but not loaded.");
     defineFact(type, "auto_stop_on", &ControlFile::isAutoStopOn, &ControlFile::setAutoStopOn,
-               "Whether a converged run stops.");
+               "Whether a converged run stops. Saved, but not loaded.");
     type.def_property(
         "format", [](const Self& self) { return int(self->head->format()); },
         [](const Self& self, int format) { self->head->setFormat(ControlFile::Format(format)); },
@@ -463,7 +463,7 @@ void bindControl(py::module_& module)
     defineRecord<decltype(type), SeqSolverType>(type, "sequential_solver", &ControlFile::sequentialSolver,
                                                 "A SequentialSolver.");
     defineRecord<decltype(type), AutoConvData>(type, "auto_convergence", &ControlFile::autoConvData,
-                                               "An AutoConvergence.");
+                                               "An AutoConvergence, which is saved, but not loaded.");
     defineRecord<decltype(type), InflationData>(type, "inflation", &ControlFile::inflationData,
                                                 "An Inflation.");
     defineRecord<decltype(type), AutoYPlusData>(type, "auto_y_plus", &ControlFile::autoYPlusData,
