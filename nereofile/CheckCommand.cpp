@@ -11,6 +11,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QStringList>
 
 #include <algorithm>
 #include <deque>
@@ -79,12 +80,14 @@ public:
             output_ << oneLine(Util::toQString(file.file)) << ": " << sum(file.counts) << "\n";
         ++files_;
         counts_ += file.counts;
+        if (file.counts.errors > 0)
+            broken_.append(oneLine(Util::toQString(file.file)));
     }
 
     void finish()
     {
         if (files_ > 1 && isUnclean(counts_))
-            output_ << counted(files_, "file") << ": " << sum(counts_) << "\n";
+            output_ << counted(files_, "file") << ": " << sum(counts_) << brokenText() << "\n";
     }
 
 private:
@@ -103,6 +106,18 @@ private:
                            .arg(oneLine(Util::toQString(file)), QString::number(finding.more), finding.code);
     }
 
+    /// Which files have errors: their lines may have scrolled away.
+    QString brokenText() const
+    {
+        constexpr int mostNamed = 3;
+        if (broken_.isEmpty())
+            return {};
+        const int more = broken_.size() - mostNamed;
+        return QLatin1String("; errors in ")
+            + QStringList(broken_.mid(0, mostNamed)).join(QLatin1String(", "))
+            + (more > 0 ? QStringLiteral(" and %1 more").arg(more) : QString());
+    }
+
     QString coloured(const QString& line, Severity severity) const
     {
         static constexpr const char* colours[] = {"\033[1;31m", "\033[1;35m", "\033[1;36m"};
@@ -119,6 +134,7 @@ private:
     bool hasColours_;
     qint64 files_ = 0;
     FindingCounts counts_;
+    QStringList broken_; ///< the files with errors
 };
 
 std::vector<CheckedFile> checkedCase(const std::deque<InputPath>& inputs,

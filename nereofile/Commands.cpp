@@ -69,7 +69,8 @@ constexpr Command table[] = {
      "report what is wrong in files",
      checkOptions,
      "Prints a line for each thing that is wrong, with its place, a code, and the address of the value; then "
-     "a line for each file that isn't clean. A folder means the files in it. A FILE of - is standard input.",
+     "a line for each file that isn't clean, and one that says in which of several there are errors. A folder means "
+     "the files in it. A FILE of - is standard input.",
      "nereofile check run --case",
      runCheck},
     {"diff",

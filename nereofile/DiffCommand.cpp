@@ -59,6 +59,11 @@ ExitCode runDiff(const Arguments& arguments, Output& output)
     ComparisonOptions options = optionsOf(arguments);
     const InputPath a(arguments.operands()[0]);
     const InputPath b(arguments.operands()[1]);
+    for (const InputPath* const input : {&a, &b}) {
+        const QString error = input->openError();
+        if (!error.isEmpty())
+            throw Refusal(about(input->name(), error));
+    }
     Comparison comparison;
     {
         Progress progress(Util::toQString(a.name() + " and " + b.name()));

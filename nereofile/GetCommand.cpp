@@ -9,6 +9,7 @@
 
 #include <NereoUtility/StringConversion.h>
 
+#include <algorithm>
 #include <optional>
 
 namespace Nereo::Tool {
@@ -16,6 +17,13 @@ namespace Nereo::Tool {
 namespace {
 
 using Inspection::FileKind;
+using Inspection::Item;
+
+void visitValues(const InputPath& input, FileKind kind, const Inspection::ItemVisitor& visit)
+{
+    if (!outline(input.path(), kind, visit))
+        throw Refusal(about(input.name(), QStringLiteral("is of no kind that is known; --kind can tell")));
+}
 
 /// What is asked for, and what the file has of it.
 class Answer {
@@ -31,36 +39,45 @@ public:
             entries_.push_back({Util::toQString(address), {}});
     }
 
-    void take(const Values& values, const std::string& file)
+    /// Those that are asked for, and of these the last of an address; all if none is.
+    void read(const InputPath& input, FileKind kind)
     {
         if (entries_.empty()) {
+            Values values;
+            visitValues(input, kind, [&values](const Item& item) { values.add(item); });
             for (const Values::Value& value : values)
                 entries_.push_back({value.address, value.text});
             return;
         }
-        QHash<QString, QString> texts;
-        for (const Values::Value& value : values)
-            texts.insert(value.address, value.text);
-        for (Entry& entry : entries_) {
-            const auto found = texts.constFind(entry.address);
-            if (found != texts.constEnd())
-                entry.text = *found;
-            else
-                sayMissing(entry.address, values, file);
-        }
+        QHash<QString, std::optional<QString>> texts;
+        for (const Entry& entry : entries_)
+            texts.insert(entry.address, std::nullopt);
+        visitValues(input, kind, [&texts](const Item& item) {
+            const auto asked = texts.find(item.address);
+            if (asked != texts.end())
+                *asked = textOf(item);
+        });
+        for (Entry& entry : entries_)
+            entry.text = texts[entry.address];
+        sayMissing(input, kind);
     }
 
     const std::vector<Entry>& entries() const { return entries_; }
     bool isWhole() const { return isWhole_; }
 
 private:
-    void sayMissing(const QString& address, const Values& values, const std::string& file)
+    void sayMissing(const InputPath& input, FileKind kind)
     {
-        isWhole_ = false;
+        isWhole_ = std::all_of(entries_.begin(), entries_.end(),
+                               [](const Entry& entry) { return bool(entry.text); });
+        if (isWhole_)
+            return;
         QStringList known;
-        for (const Values::Value& value : values)
-            known.append(value.address);
-        say(about(file, missingText(address, known)));
+        visitValues(input, kind, [&known](const Item& item) { known.append(item.address); });
+        for (const Entry& entry : entries_) {
+            if (!entry.text)
+                say(about(input.name(), missingText(entry.address, known)));
+        }
     }
 
     std::vector<Entry> entries_;
@@ -92,21 +109,6 @@ void writeJson(const Answer& answer, Output& output)
     json.endObject();
 }
 
-Values valuesOf(const InputPath& input, FileKind kind)
-{
-    const QString error = input.openError();
-    if (!error.isEmpty())
-        throw Refusal(about(input.name(), error));
-    if (kind == FileKind::Unknown)
-        kind = Inspection::kindOfFile(input.path());
-    Values values;
-    const bool isKnown =
-        outline(input.path(), kind, [&values](const Inspection::Item& item) { values.add(item); });
-    if (!isKnown)
-        throw Refusal(about(input.name(), QStringLiteral("is of no kind that is known; --kind can tell")));
-    return values;
-}
-
 } // namespace
 
 ExitCode runGet(const Arguments& arguments, Output& output)
@@ -116,7 +118,13 @@ ExitCode runGet(const Arguments& arguments, Output& output)
     if (arguments.has("effective"))
         return printEffectiveSettings(input, arguments, output);
     Answer answer({operands.begin() + 1, operands.end()});
-    answer.take(valuesOf(input, arguments.kind()), input.name());
+    FileKind kind = arguments.kind();
+    const QString error = input.openError();
+    if (!error.isEmpty())
+        throw Refusal(about(input.name(), error));
+    if (kind == FileKind::Unknown)
+        kind = Inspection::kindOfFile(input.path());
+    answer.read(input, kind);
     if (arguments.has("json"))
         writeJson(answer, output);
     else

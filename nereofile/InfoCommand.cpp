@@ -75,17 +75,29 @@ private:
 
     ExitCode addValues(const InputPath& input, FileKind kind)
     {
-        Values values;
-        outline(input.path(), kind, [&values](const Inspection::Item& item) { values.add(item); });
         if (json_)
-            writeJson(*json_, kind, values);
+            addJson(input, kind);
         if (kind == FileKind::Unknown) {
             say(about(input.name(), QStringLiteral("is of no kind that is known; --kind can tell")));
             return Refused;
         }
         if (!json_)
-            writeText(output_, input.name(), kind, values);
+            addText(input, kind);
         return Success;
+    }
+
+    void addJson(const InputPath& input, FileKind kind)
+    {
+        Values values;
+        outline(input.path(), kind, [&values](const Inspection::Item& item) { values.add(item); });
+        writeJson(*json_, kind, values);
+    }
+
+    void addText(const InputPath& input, FileKind kind)
+    {
+        ValuesInfo values(kind);
+        outline(input.path(), kind, [&values](const Inspection::Item& item) { values.add(item); });
+        values.writeText(output_, input.name());
     }
 
     bool wantsStatistics_;

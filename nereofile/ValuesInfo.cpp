@@ -8,6 +8,7 @@
 #include <NereoUtility/StringConversion.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace Nereo::Tool {
 
@@ -16,61 +17,92 @@ namespace {
 using Inspection::FileKind;
 
 constexpr int indentation = 2;
+constexpr std::size_t mostShown = 40; // a screen
 
-QString versionOf(FileKind kind, const Values& values)
+QString addressOfVersion(FileKind kind)
 {
-    const char* const address = kind == FileKind::Control ? "header/1" : "version";
-    for (const Values::Value& value : values) {
-        if (value.address != QLatin1String(address))
-            continue;
-        if (kind != FileKind::Control)
-            return value.text;
-        Io::ControlFile file; // knows where in its first line the version stands
-        file.setHeaderLine1(Util::toStdString(value.text));
-        return file.version().toString();
-    }
-    return {};
+    return kind == FileKind::Control ? QStringLiteral("header/1") : QStringLiteral("version");
+}
+
+/// From the text of that address.
+QString versionIn(FileKind kind, const QString& text)
+{
+    if (kind != FileKind::Control || text.isEmpty())
+        return text;
+    Io::ControlFile file; // knows where in its first line the version stands
+    file.setHeaderLine1(Util::toStdString(text));
+    return file.version().toString();
 }
 
 /// What is shown first where not all of a file finds room.
 int rankOf(const QString& address)
 {
-    static constexpr const char* firstOnes[] = {
-        "title",           "job",    "program",    "units",       "coordinate-system",
-        "transient-data/", "flags/", "constants/", "relaxation/", "solution-control/"};
-    const auto found =
-        std::find_if(std::begin(firstOnes), std::end(firstOnes),
-                     [&address](const char* start) { return address.startsWith(QLatin1String(start)); });
+    static constexpr QLatin1String firstOnes[] = {QLatin1String("title"),
+                                                  QLatin1String("job"),
+                                                  QLatin1String("program"),
+                                                  QLatin1String("units"),
+                                                  QLatin1String("coordinate-system"),
+                                                  QLatin1String("transient-data/"),
+                                                  QLatin1String("flags/"),
+                                                  QLatin1String("constants/"),
+                                                  QLatin1String("relaxation/"),
+                                                  QLatin1String("solution-control/")};
+    const auto found = std::find_if(std::begin(firstOnes), std::end(firstOnes),
+                                    [&address](QLatin1String start) { return address.startsWith(start); });
     return int(found - std::begin(firstOnes));
 }
 
 } // namespace
 
-void writeText(Output& output, const std::string& name, FileKind kind, const Values& values)
+ValuesInfo::ValuesInfo(FileKind kind) : kind_(kind), addressOfVersion_(addressOfVersion(kind)) {}
+
+void ValuesInfo::add(const Inspection::Item& item)
 {
-    constexpr std::size_t most = 40; // a screen
-    std::vector<Values::Value> all(values.begin(), values.end());
-    std::stable_sort(all.begin(), all.end(), [](const Values::Value& left, const Values::Value& right) {
-        return rankOf(left.address) < rankOf(right.address);
-    });
-    const QString version = versionOf(kind, values);
+    const QString& address = item.address;
+    if (address == addressOfVersion_)
+        version_ = textOf(item);
+    if (addresses_.add(address) > 0) {
+        for (auto& [place, shown] : shown_) {
+            if (shown.address == address)
+                shown.text = textOf(item);
+        }
+        return;
+    }
+    const std::pair<int, qint64> place {rankOf(address), count_++};
+    if (shown_.size() == mostShown) {
+        const auto last = std::prev(shown_.end());
+        if (last->first < place)
+            return;
+        shown_.erase(last);
+    }
+    shown_.emplace(place, Shown {address, textOf(item)});
+}
+
+void ValuesInfo::writeText(Output& output, const std::string& name) const
+{
+    const QString version = versionIn(kind_, version_);
     output << QStringLiteral("%1: %2%3, %4\n")
-                  .arg(oneLine(Util::toQString(name)), kindName(kind),
+                  .arg(oneLine(Util::toQString(name)), kindName(kind_),
                        version.isEmpty() ? QString() : QStringLiteral(", version ") + version,
-                       counted(qint64(all.size()), "value"));
+                       counted(count_, "value"));
     Table table({Table::Left, Table::Left});
-    for (std::size_t i = 0; i < std::min(all.size(), most); ++i)
-        table.add({all[i].address, oneLine(all[i].text)});
+    for (const auto& [place, shown] : shown_)
+        table.add({shown.address, oneLine(shown.text)});
     output << table.text(indentation);
-    if (all.size() > most)
+    const qint64 more = count_ - qint64(shown_.size());
+    if (more > 0)
         output << QStringLiteral("  and %1 more; nereofile get %2 shows them\n")
-                      .arg(QString::number(all.size() - most), oneLine(Util::toQString(name)));
+                      .arg(QString::number(more), oneLine(Util::toQString(name)));
 }
 
 void writeJson(Json& json, FileKind kind, const Values& values)
 {
     json.key(QStringLiteral("version"));
-    json.textOrNull(versionOf(kind, values));
+    const QString address = addressOfVersion(kind);
+    const auto version = std::find_if(values.begin(), values.end(), [&address](const Values::Value& value) {
+        return value.address == address;
+    });
+    json.textOrNull(version == values.end() ? QString() : versionIn(kind, version->text));
     json.key(QStringLiteral("values"));
     json.beginObject();
     for (const Values::Value& value : values) {

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <Inspection/SeenNames.h>
 #include <NereoInspection/FileKind.h>
+#include <NereoInspection/Outline.h>
 
+#include <map>
 #include <string>
+#include <utility>
 
 namespace Nereo::Tool {
 
@@ -10,8 +14,28 @@ class Json;
 class Output;
 class Values;
 
-/// What a file says that is no results file, the most important first and no more than a screen.
-void writeText(Output& output, const std::string& name, Inspection::FileKind kind, const Values& values);
+/// What a file says that is no results file: the most important values, as many as find room on a screen, and
+/// how many there are. It takes no more for a file of millions of values than a few bytes for each.
+class ValuesInfo {
+public:
+    explicit ValuesInfo(Inspection::FileKind kind);
+
+    void add(const Inspection::Item& item); ///< the last one of an address counts
+    void writeText(Output& output, const std::string& name) const;
+
+private:
+    struct Shown {
+        QString address;
+        QString text;
+    };
+
+    Inspection::FileKind kind_;
+    QString addressOfVersion_;
+    QString version_;
+    Inspection::SeenNames addresses_ {0};
+    qint64 count_ = 0;                              ///< of the addresses
+    std::map<std::pair<int, qint64>, Shown> shown_; ///< by rank, and by place in the file
+};
 
 /// The members of an object, all values among them.
 void writeJson(Json& json, Inspection::FileKind kind, const Values& values);

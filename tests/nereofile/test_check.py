@@ -35,9 +35,21 @@ class CheckTest(CommandTest):
             [
                 "broken.cfg: 1 error, 0 warnings",
                 "warning.cfg: 0 errors, 1 warning",
-                "3 files: 1 error, 1 warning",
+                "3 files: 1 error, 1 warning; errors in broken.cfg",
             ],
         )
+
+    def test_the_last_line_names_a_few_files_with_errors(self):
+        names = [f"{i}.cfg" for i in range(5)]
+        for name in names:
+            self.write(name, BROKEN)
+        for count, end in [
+            (2, "errors in 0.cfg, 1.cfg"),
+            (3, "errors in 0.cfg, 1.cfg, 2.cfg"),
+            (5, "errors in 0.cfg, 1.cfg, 2.cfg and 2 more"),
+        ]:
+            out = self.run_command("check", "clean.cfg", *names[:count]).out
+            self.assertTrue(out.endswith(f"{count + 1} files: {count} errors, 0 warnings; {end}\n"), out)
 
     def test_the_exit_code_is_the_largest_of_the_files(self):
         for arguments, code in [
@@ -112,7 +124,7 @@ class CheckTest(CommandTest):
             result = self.run_command("check", folder)
             self.assertEqual(result.code, 1)
             self.assertTrue(result.out.startswith("run/b.cfg:1:9: error: "), result.out)
-            self.assertTrue(result.out.endswith("run/b.cfg: 1 error, 0 warnings\n2 files: 1 error, 0 warnings\n"))
+            self.assertTrue(result.out.endswith("run/b.cfg: 1 error, 0 warnings\n2 files: 1 error, 0 warnings; errors in run/b.cfg\n"))
         document = self.json_of("check", "run", code=1)
         self.assertEqual([file["file"] for file in document["files"]], ["run/a.cfg", "run/b.cfg"])
 
@@ -163,7 +175,7 @@ class CheckTest(CommandTest):
         self.write("many/0500.cfg", BROKEN)
         result = self.run_command("check", "many")
         self.assertEqual(result.code, 1)
-        self.assertTrue(result.out.endswith("3000 files: 1 error, 0 warnings\n"))
+        self.assertTrue(result.out.endswith("3000 files: 1 error, 0 warnings; errors in many/0500.cfg\n"))
         names = [f"many/{i:04}.cfg" for i in range(3000)]
         self.assertEqual(len(self.json_of("check", *names, code=1)["files"]), 3000)
 

@@ -113,7 +113,8 @@ class DiffTest(CommandTest):
             result = self.run_command("diff", a, b)
             self.assertEqual((result.code, result.out), (2, ""), (a, b))
             self.assertRegex(result.err, r"\Anereofile: [^\n]+\n\Z")
-        self.assertIn("nowhere", self.run_command("diff", "a.cfg", "nowhere").err)
+        self.expect("diff a.cfg nowhere", err="nereofile: nowhere: No such file or directory\n", code=2)
+        self.expect("diff . a.cfg", err="nereofile: .: Is a directory\n", code=2)
 
     def test_a_material_or_a_property_that_one_file_lacks_is_one_difference(self):
         def database(*materials):

@@ -145,6 +145,19 @@ class InfoTest(CommandTest):
         self.assertEqual(len(lines), 42)
         self.assertRegex(lines[-1], r"^  and \d+ more; nereofile get cavity\.ctl shows them$")
 
+    def test_of_many_values_those_are_shown_that_matter_and_the_last_one_of_each(self):
+        conditions = "".join(f"{i} kP 1 0 -1\n" for i in range(1, 1001))
+        head = "job\nprogram\nVersion 2024.0.0.0\n\n*** Surface nodal boundary conditions\n"
+        self.write("a.gbi", head + conditions + "-1\n*** Units\nmeter\n")
+        lines = self.run_command("info", "a.gbi").out.splitlines()
+        self.assertEqual(lines[0], "a.gbi: geometry-boundary, version 2024.0.0.0, 5004 values")
+        self.assertEqual([line.split()[0] for line in lines[1:6]], ["job", "program", "units", "version", "conditions/1/entity"])
+        self.assertEqual(lines[-1], "  and 4964 more; nereofile get a.gbi shows them")
+        self.write("b.cfg", "MaxIter 1\nStopTime 2\nMaxIter 3\nWidth 4\nMaxIter 5")
+        self.expect(
+            "info b.cfg", out="b.cfg: configuration-text, 3 values\n  MaxIter   5\n  StopTime  2\n  Width     4\n"
+        )
+
     def test_json(self):
         self.assertEqual(
             self.json_of("info", "a.cfg"),
