@@ -1,5 +1,8 @@
 #include "SeenNames.h"
 
+#include <algorithm>
+#include <cstddef>
+
 namespace Nereo::Inspection {
 
 namespace {
@@ -54,13 +57,14 @@ void SeenNames::Shard::grow()
 
 bool SeenNames::Shard::put(quint64 name)
 {
-    std::size_t at = name / 64 % slots_.size();
-    for (; slots_[at] != 0; at = at + 1 == slots_.size() ? 0 : at + 1) {
-        if (slots_[at] == name)
-            return false;
-    }
-    slots_[at] = name;
-    return true;
+    const auto isFreeOrTheName = [name](quint64 slot) { return slot == 0 || slot == name; };
+    const auto start = slots_.begin() + std::ptrdiff_t(name / 64 % slots_.size());
+    auto slot = std::find_if(start, slots_.end(), isFreeOrTheName);
+    if (slot == slots_.end())
+        slot = std::find_if(slots_.begin(), start, isFreeOrTheName); // some are always free
+    const bool isNew = *slot == 0;
+    *slot = name;
+    return isNew;
 }
 
 } // namespace Nereo::Inspection
