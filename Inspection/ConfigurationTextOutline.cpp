@@ -54,8 +54,7 @@ public:
     {
         while (!text_.atEnd()) {
             begin_ = text_.nextIndex();
-            line_.resize(0); // which keeps its memory
-            if (!text_.appendLine(line_)) {
+            if (!text_.readLine(line_)) {
                 meetNoLine();
                 break;
             }

@@ -87,9 +87,8 @@ bool ControlFileLines::readLine()
 {
     begin_ = text_.nextIndex();
     at_ = 0;
-    line_.resize(0); // and keeps its memory for the next
     lineEnd_ = 0;
-    if (!text_.appendLine(line_)) {
+    if (!text_.readLine(line_)) {
         state_ = State::End;
         return false;
     }
@@ -219,15 +218,6 @@ double ControlFileLines::readNumber()
     const Extracted<double> number = numberAt(at_);
     at_ = number.end;
     return number.value;
-}
-
-Range ControlFileLines::readWord()
-{
-    if (!toWord())
-        return {};
-    const Range word = wordFrom(at_);
-    at_ = word.end;
-    return word;
 }
 
 QString simplified(QStringView text, int most)

@@ -85,7 +85,6 @@ public:
     void goTo(int at) { at_ = at; }
     int readInteger();   ///< 0 at the end of the section, as what is no number
     double readNumber(); ///< likewise
-    Range readWord();
 
     qint64 begin() const { return begin_; } ///< the number of the line's first character
 

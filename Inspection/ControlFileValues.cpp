@@ -252,8 +252,8 @@ void ControlFileValues::readShifted(const QString& address, Fields fields)
         const Field& field = fields[i];
         const Range word = lines_.toWord() ? lines_.wordFrom(lines_.at()) : Range();
         const QString name = fieldAddress(address, field);
-        if (field.type == Type::Text)
-            item(name, Type::Text, lines_.readWord(), lines_.text(word).toString());
+        if (field.type == Type::Text) // which is missing, since nothing before it goes on in the next line
+            item(name, Type::Text, word, QString());
         else
             item(name, field.type, word, variantOf(field.type, readNext(field.type)));
         if (field.endsLine)

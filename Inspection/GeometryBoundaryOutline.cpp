@@ -221,8 +221,7 @@ private:
     bool readLine(Line& line)
     {
         line.begin = text_.nextIndex();
-        line.text.resize(0); // and keeps its memory for the next
-        return text_.appendLine(line.text);
+        return text_.readLine(line.text);
     }
 
     /// Goes to the next line, whatever it is. At the end there is an empty one.

@@ -4,7 +4,7 @@ namespace Nereo::Inspection {
 
 namespace {
 
-// In pieces, since the stream would make room for a whole line beside the text that it is appended to.
+// In pieces, since the stream would make room for a whole line twice.
 constexpr int pieceSize = 16 * 1024;
 
 } // namespace
@@ -18,20 +18,14 @@ TextFile::TextFile(const InputFile& file, Listener& listener)
 
 TextFile::~TextFile() = default;
 
-bool TextFile::appendLine(QString& text)
+bool TextFile::readLine(QString& line)
 {
-    const int before = text.size();
-    QString& first = before == 0 ? text : piece_;
-    if (!in_.readLineInto(&first, pieceSize))
+    if (!in_.readLineInto(&line, pieceSize))
         return false;
-    if (before != 0)
-        text += piece_;
-    int size = first.size();
-    while (size == pieceSize && in_.readLineInto(&piece_, pieceSize)) {
-        text += piece_;
-        size = piece_.size();
-    }
-    nextIndex_ += text.size() - before + 1;
+    for (int size = line.size(); size == pieceSize && in_.readLineInto(&piece_, pieceSize);
+         size = piece_.size())
+        line += piece_;
+    nextIndex_ += line.size() + 1;
     return true;
 }
 

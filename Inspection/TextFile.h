@@ -10,9 +10,8 @@ namespace Nereo::Inspection {
 
 /// A text file as a load reads it, line by line, and where all of it stands.
 ///
-/// A walk appends the lines to what it reads from (a line, a section), takes the values out of that with the
-/// functions that a load uses, and asks for the places by the numbers of the characters: the first character
-/// of the next line has the number nextIndex().
+/// A walk takes the values out of the lines with the functions that a load uses, and asks for the places by
+/// the numbers of the characters: the first character of the next line has the number nextIndex().
 class NEREOINSPECTION_EXPORT TextFile {
 public:
     TextFile(const InputFile& file, Listener& listener);
@@ -20,8 +19,8 @@ public:
 
     bool atEnd() const { return in_.atEnd(); } ///< as the stream of a load says it
 
-    /// Appends the next line without its line feed. False where there is none.
-    bool appendLine(QString& text);
+    /// Reads the next line without its line feed. False where there is none.
+    bool readLine(QString& line);
 
     /// Goes on to where white space ends, or not so far: that takes less time than its lines do.
     void skipSpaces();

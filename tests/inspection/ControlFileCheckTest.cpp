@@ -180,12 +180,16 @@ TEST(ControlFileCheckTest, FindsNothingButANoteInWhatAWriterWrites)
 
 TEST(ControlFileCheckTest, FindsNothingWrongInOtherGoodLayouts)
 {
+    // A load doesn't read all of so many digits, but comes to the same number.
+    const std::string fewDigits = " *** Transient Data\n1 2\n0." + std::string(150, '3') + "\n1\n";
     const struct {
         const char* section;
         const char* text;
     } rows[] = {
         {"Equation Selection", " ***   Equation\tSelection \n\n 0x1\n\n010 \n+1\n-0\n\n1\n\n\n"},
         {"Transient Data",     " *** Transient Data\n1\t2\n  .5\n1E+20\n"                      },
+        {"Transient Data",     fewDigits.c_str()                                               },
+        {"Units",              " *** Units\n0b101\n"                                           },
         {"Relaxation",         " *** Relaxation\n\nkU 0.4 inf\n \nkKXX 1 0\nkVisc nan -INF\n"  },
         {"Constants",          " *** Constants\n"                                              },
         {"Flag section",       " *** Flag section\n\n2\n\nx 1\n\n y\n"                         },
@@ -205,7 +209,8 @@ TEST(ControlFileCheckTest, FindsFaultsInSectionsOfLines)
     const std::string equations = " *** Equation Selection\n";
     const std::string transient = " *** Transient Data \n";
     const std::string solver = " *** Sequential Solver Iterations\n";
-    const std::string longNumber(300, '1');
+    const std::string longNumber = '1' + std::string(150, '0');
+    const std::string ones(33, '1');
     const Case cases[] = {
         Case("Equation Selection", equations + "[[12abc]]\n1\n0\n1\n0\n", "not-an-integer", Error,
              Effect::Start, "equation-selection/1", "read as 12"),
@@ -259,6 +264,10 @@ TEST(ControlFileCheckTest, FindsFaultsInSectionsOfLines)
              "transient-data/step-size", "read as 0"),
         Case("Transient Data", transient + "0 0\n[[-1e-400]]\n-1\n", "out-of-range", Error, Effect::Zero,
              "transient-data/step-size", "read as 0"),
+        Case("Units", " *** Units\n[[0b" + ones + "]]\n", "out-of-range", Error, Effect::Wrapped, "units",
+             "read as -1"),
+        Case("Transient Data", transient + "0 0\n[[" + longNumber + "]]\n-1\n", "not-a-number", Error,
+             Effect::Start, "transient-data/step-size", "read as 1e+"),
         Case("Transient Data", transient + "0 0\n[[1,5]]\n-1\n", "not-a-number", Error, Effect::Start,
              "transient-data/step-size", "read as 1"),
         Case("Transient Data", transient + "0 0\n[[infinity]]\n-1\n", "not-a-number", Error, Effect::Start,
@@ -428,6 +437,37 @@ TEST(ControlFileCheckTest, FindsFaultsInWhatALoadDoesNotTake)
     };
     for (const Case& row : cases)
         expectFinding(row);
+}
+
+std::string fluid(const std::string& values, const std::string& diffusion = "kSpecDifu 0 1 0\n")
+{
+    return "1 0 0 0 Air\n" + values
+        + "1 1 1 0 1 2\n0 0 0\n0 0 0\n0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n0 0 0\n"
+          "kRho 0 1 1\nkVisc 0 1 1\nkKXX 0 1 1\nkCp 0 1 1\nkSurfT 0 1 0\nkEmis 0 1 0\n"
+          "kTransmis 0 1 0\nkElRes 0 1 0\nkWallRough 0 1 0\n"
+        + diffusion + endOfMaterial;
+}
+
+TEST(ControlFileCheckTest, FindsWhateverIsWrongInAMaterial)
+{
+    const auto expectBad = [](const std::string& text, const char* address, const char* found = nullptr) {
+        expectFinding(Case("Property Settings", materials(text), "bad-material", Warning, Effect::None,
+                           address, "", found));
+    };
+    for (const char* values : {"1 2 [[x]] 4\n", "1 2 3 4 [[5]]\n", "1 2 3[[]]\n", "1 2 3 4\n[[0]]\n"})
+        expectBad(fluid(values), "property-settings/Air");
+    for (const char* diffusion :
+         {"[[kSpec]] 0 1 0\n", "kSpecDifu [[x]] 1 0\n", "kSpecDifu 0 [[2]] 0\n", "kSpecDifu 0 1 [[x]]\n",
+          "kSpecDifu 0 1 0 [[0]]\n", "kSpecDifu 0 1 0\n[[0 more]]\n"})
+        expectBad(fluid("1 2 3 4\n", diffusion), "property-settings/Air");
+    for (const char* density :
+         {"kRho [[x]] 1 8000\n", "kRho 0 [[x]] 8000\n", "kRho 0 [[3000000000]] 8000\n",
+          "kRho 0 1 8000 [[kg]]\n", "kRho 0 2 [[x]]\n", "kRho 0 2 287 [[x]]\n", "kRho 0 8 [[x]]\n",
+          "kRho 0 15 [[x]] 2 5 kT\n", "kRho 0 15 1 [[x]] 5 kT\n", "kRho 0 15 1 2 [[x]] kT\n",
+          "kRho 0 15 1 2 [[9999]] kT\n", "kRho 0 15 1 2 [[-1]] kT\n", "kRho 0 15 1 2 5 [[kU]]\n",
+          "kRho 0 15 [[-2]] -1 5 kT\n", "kRho 0 15 1 2[[]]\n", "kRho 0 15 0 1 5 kT [[x]]\n",
+          "kRho 0 15 0 1 5 kT\n[[x]] 1\n", "kRho 0 15 0 1 5 kT\n1 1 [[x]]\n"})
+        expectBad(solid("1 0 0 0 Steel\n", density), "property-settings/Steel");
 }
 
 TEST(ControlFileCheckTest, FindsFaultsInOneOfSeveralMaterialsOfAName)

@@ -24,12 +24,25 @@ struct Example {
 
 class InspectionFaultTest : public ::testing::Test {
 protected:
+    static std::string results()
+    {
+        ResultsBytes bytes;
+        bytes.header(50'000).run().names({"kU", "kP"});
+        for (int node = 1; node <= 50'000; ++node)
+            bytes.record(node, {1, 2});
+        return bytes.bytes().toStdString();
+    }
+
     const TemporaryFolder folder;
-    const Example examples[2] = {
-        {"file.cfg", FileKind::ConfigurationText,
-         "MaxIter 5\nAnalyzePath " + std::string(100'000,     'x') + "\n"                           },
-        {"file.xml", FileKind::ConfigurationXml,
-         "<Nereo2Config><AnalyzePath>" + std::string(100'000, 'x') + "</AnalyzePath></Nereo2Config>"},
+    const Example examples[4] = {
+        {"file.res",                   FileKind::Results,                          results()                                             },
+        { "materials.xml",         FileKind::Materials,
+         "<material_database><material type='fluid'><name>" + std::string(100'000, 'x')
+             + "</name></material></material_database>"},
+        { "file.cfg", FileKind::ConfigurationText,
+         "MaxIter 5\nAnalyzePath " + std::string(100'000,                                                                     'x') + "\n"},
+        { "file.xml",  FileKind::ConfigurationXml,
+         "<Nereo2Config><AnalyzePath>" + std::string(100'000,                                      'x') + "</AnalyzePath></Nereo2Config>"},
     };
 };
 
@@ -103,9 +116,9 @@ TEST_F(InspectionFaultTest, TakesNoFailureForTheEndOfAComparedFile)
             bytes.record(node, {node == 3 ? last : 1});
         return bytes.bytes().toStdString();
     };
-    const std::string text = examples[0].bytes;
+    const std::string text = examples[2].bytes;
     const std::string otherText = text + "Width 7\n";
-    const std::string xml = examples[1].bytes;
+    const std::string xml = examples[3].bytes;
     const std::string otherXml = std::string(xml).insert(30, "y");
     const std::string ordered = results({1, 2, 3}, 1);
     const std::string alsoOrdered = results({1, 2, 3}, 2);

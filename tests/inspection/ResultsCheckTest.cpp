@@ -250,6 +250,27 @@ TEST(ResultsCheckTest, FindsTheWrongByteOrderAndNotWhatComesOfIt)
     }
 }
 
+TEST(ResultsCheckTest, SaysThatANegativeNumberOfFieldsInTheOtherOrderStopsALoad)
+{
+    constexpr int fields = 0x80; // as the highest byte that of a number below 0
+    for (const Order order : bothOrders) {
+        ResultsBytes bytes(order);
+        bytes.header(1).run().integer(fields);
+        for (int i = 0; i < fields; ++i)
+            bytes.text("kFoo" + std::to_string(i), 21);
+        bytes.integer(0).integer(1);
+        for (int i = 0; i < fields; ++i)
+            bytes.number(1);
+        const bool isLittleEndian = order == QDataStream::LittleEndian;
+        expectFindings(bytes.bytes().replace(0, 4, isLittleEndian ? "\0\0\0\1" : "\0\0\0\0", 4),
+                       {
+                           {"byte-order", error, Effect::Stops, 0, "", isLittleEndian ? "1" : "0",
+                            "a load stops the process"}
+        },
+                       "128 fields");
+    }
+}
+
 TEST(ResultsCheckTest, FindsWhatIsWrongWithNames)
 {
     const Case cases[] = {

@@ -66,25 +66,28 @@ TEST(TextPlacesTest, CountsLinesColumnsAndBytes)
         Place place;
     };
     const Row rows[] = {
-        {"abc",                            0,  {1, 1, 0}},
-        {"abc",                            2,  {1, 3, 2}},
-        {"abc",                            3,  {1, 4, 3}},
-        {"abc",                            99, {1, 4, 3}},
-        {"abc\nd",                         3,  {1, 4, 3}},
-        {"abc\nd",                         4,  {2, 1, 4}},
-        {"abc\n",                          4,  {2, 1, 4}},
-        {"abc\r\nd",                       3,  {1, 4, 3}}, // a line ends before its carriage return
-        {"abc\r\nd",                       4,  {2, 1, 5}},
-        {"a\rb",                           1,  {1, 3, 2}}, // another carriage return is a character that a load doesn't see
-        {"\xC3\xA4x",                      1,  {1, 2, 2}},
-        {"\xF0\x9F\x98\x80x",              1,  {1, 1, 0}},
-        {"\xF0\x9F\x98\x80x",              2,  {1, 2, 4}}, // one character, though it takes two numbers
-        {"\xEF\xBB\xBFx",                  0,  {1, 1, 3}},
-        {"\xFFx",                          1,  {1, 2, 1}},
-        {"\xFE\xFF\0a\0\n\0b"s,            2,  {2, 1, 6}},
-        {"\xFF\xFE\x3D\xD8\x00\xDEx\0"s,   2,  {1, 2, 6}},
-        {"\0\0\xFE\xFF\0\1\xF6\0\0\0\0x"s, 2,  {1, 2, 8}},
-        {"",                               0,  {1, 1, 0}},
+        {"abc",                            0,  {1, 1, 0} },
+        {"abc",                            2,  {1, 3, 2} },
+        {"abc",                            3,  {1, 4, 3} },
+        {"abc",                            99, {1, 4, 3} },
+        {"abc\nd",                         3,  {1, 4, 3} },
+        {"abc\nd",                         4,  {2, 1, 4} },
+        {"abc\n",                          4,  {2, 1, 4} },
+        {"abc\r\nd",                       3,  {1, 4, 3} }, // a line ends before its carriage return
+        {"abc\r\nd",                       4,  {2, 1, 5} },
+        {"a\rb",                           1,  {1, 3, 2} }, // another carriage return is a character that a load doesn't see
+        {"\xC3\xA4x",                      1,  {1, 2, 2} },
+        {"\xF0\x9F\x98\x80x",              1,  {1, 1, 0} },
+        {"\xF0\x9F\x98\x80x",              2,  {1, 2, 4} }, // one character, though it takes two numbers
+        {"\xEF\xBB\xBFx",                  0,  {1, 1, 3} },
+        {"\xFFx",                          1,  {1, 2, 1} },
+        {"\xFE\xFF\0a\0\n\0b"s,            2,  {2, 1, 6} },
+        {"\xFF\xFE\x3D\xD8\x00\xDEx\0"s,   2,  {1, 2, 6} },
+        {"\0\0\xFE\xFF\0\1\xF6\0\0\0\0x"s, 2,  {1, 2, 8} },
+        {"\0\0\xFE\xFF\0\0\0xab"s,         1,  {1, 2, 10}}, // half a character at the end
+        {"\xFE\xFF\0x\xD8\x3D"s,           1,  {1, 2, 4} }, // half a pair
+        {"\xFE\xFF\0x\xD8\x3D"s,           2,  {1, 3, 6} },
+        {"",                               0,  {1, 1, 0} },
     };
     for (const auto& [bytes, index, place] : rows) {
         const TemporaryFolder folder;
