@@ -5,6 +5,7 @@ from __future__ import annotations
 import math
 import os
 import pathlib
+import types
 from typing import Any, List, Sequence, Tuple
 
 import made_cases
@@ -92,6 +93,13 @@ def test_a_folder_of_many_files_is_looked_at_in_part(tmp_path: pathlib.Path) -> 
     assert (len(case.files), case.left_out) == (MOST_FILES, 3)
 
 
+def test_a_folder_is_found_as_the_system_finds_it(tmp_path: pathlib.Path) -> None:
+    made_cases.whole_case(tmp_path / "runs" / "one")
+    (tmp_path / "runs" / "two").mkdir()
+    (tmp_path / "link").symlink_to(tmp_path / "runs" / "two")
+    assert len(read_case(f"{tmp_path}/link/../one").files) == 7
+
+
 # Texts and numbers.
 
 
@@ -128,6 +136,11 @@ def test_numbers(value: float, shown: str) -> None:
 ])
 def test_sizes(amount: int, shown: str) -> None:
     assert texts.size(amount).replace("\u202f", " ") == shown
+
+
+@pytest.mark.parametrize("share, shown", [(0.5, "50"), (1 / 3, "33.3"), (0.0, "0"), (math.inf, "∞"), (math.nan, "NaN")])
+def test_shares(share: float, shown: str) -> None:
+    assert texts.percent(share) == shown + "\u202f%"
 
 
 # Settings.
@@ -360,6 +373,40 @@ def test_damaged_results_say_so_and_show_what_there_is(tmp_path: pathlib.Path) -
     assert found["empty.res"].header is None and found["empty.res"].problem is not None
     assert found["cut.res"].fields[0].statistics.maximum == 7
     assert found["wild.res"].problem is not None and "node 11" in found["wild.res"].problem
+
+
+def test_nodes_that_are_announced_and_not_there_are_not_waited_for(tmp_path: pathlib.Path) -> None:
+    values = np.arange(6.0).reshape(3, 2)
+    for name, share in (("a.res", 1.0), ("b.res", 2.0)):
+        (tmp_path / name).write_bytes(results_bytes(values * share, node_count=250_000_000))
+    found = results.results(context_of(tmp_path))
+    for snapshot in found.snapshots:
+        assert [field.distribution for field in snapshot.fields] == [None, None]
+    assert found.change is not None and (found.change.problem, found.change.fields[1].largest) == (None, 5)
+    assert [field.distribution for field in found.change.fields] == [None, None]
+
+
+@pytest.mark.parametrize("node_count, whole_records, is_enough", [
+    (10, 10, True), (1 << 20, 0, True), (32 << 20, 2 << 20, True), ((32 << 20) + 1, 2 << 20, False), (-5, 0, True),
+])
+def test_which_results_have_their_nodes(node_count: int, whole_records: int, is_enough: bool) -> None:
+    header: Any = types.SimpleNamespace(node_count=node_count, whole_records=whole_records)
+    assert results._has_its_nodes(header) is is_enough
+
+
+def test_times_that_are_not_finite_are_no_history(tmp_path: pathlib.Path) -> None:
+    for iteration, time in ((10, math.nan), (20, math.inf), (30, 0.5), (40, -math.inf)):
+        made_cases.write_snapshot(tmp_path / f"{iteration}.res", iteration, time=time)
+    found = results.results(context_of(tmp_path)).history
+    assert found is not None and (found.over, found.places) == ("iteration", (10, 20, 30, 40))
+    assert found.fields[0].maximum == (10, 20, 30, 40)
+
+
+def test_a_long_history_is_listed_in_part() -> None:
+    field = results.FieldHistory("kU", (), (), ())
+    assert len(results.History("time", (0.0,) * 500, (field,) * 300).listed) == 20
+    assert len(results.History("time", (0.0,) * 20_000, (field,) * 3).listed) == 1
+    assert len(results.History("time", (0.0,) * 20, (field,) * 300).listed) == 300
 
 
 # Small drawings.

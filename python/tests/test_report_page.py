@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import io
 import os
 import pathlib
 import pty
@@ -17,7 +18,8 @@ from conftest import SAMPLES
 
 pytest.importorskip("jinja2")
 pytest.importorskip("matplotlib")
-from nereofile.report import report  # noqa: E402
+from nereofile.report import case, command, report  # noqa: E402
+from nereofile.report.progress import Bar  # noqa: E402
 
 CASES: "dict[str, Callable[[pathlib.Path], pathlib.Path]]" = {
     "whole": made_cases.whole_case,
@@ -181,6 +183,88 @@ def test_no_page(tmp_path: pathlib.Path, arguments: List[str], reason: str) -> N
     assert done.returncode == 2
     assert reason in done.stderr and "Traceback" not in done.stderr
     assert done.stdout == ""
+
+
+@pytest.mark.parametrize("name, reason", [
+    ("kept.res", "a page doesn't take the place of a file of a case"),
+    ("folder", "Is a directory"),
+    ("", "No such file or directory"),
+])
+def test_what_a_page_takes_no_place_of(tmp_path: pathlib.Path, name: str, reason: str) -> None:
+    made_cases.write_snapshot(tmp_path / "kept.res", 1)
+    (tmp_path / "folder").mkdir()
+    before = (tmp_path / "kept.res").read_bytes()
+    done = run(["report", str(tmp_path), "-o", name and str(tmp_path / name)])
+    assert (done.returncode, done.stdout) == (2, "") and reason in done.stderr and ".nereo" not in done.stderr
+    assert (tmp_path / "kept.res").read_bytes() == before
+
+
+def test_a_page_that_may_not_be_changed_stays(
+    tmp_path: pathlib.Path, monkeypatch: pytest.MonkeyPatch, capsys: pytest.CaptureFixture[str]
+) -> None:
+    (tmp_path / "a.html").write_text("mine")
+    monkeypatch.setattr(os, "access", lambda *_: False)  # root may change all
+    assert command.main([str(tmp_path), "-o", str(tmp_path / "a.html")]) == 2
+    assert "a.html: Permission denied" in capsys.readouterr().err
+    assert (tmp_path / "a.html").read_text() == "mine"
+
+
+def test_a_page_keeps_its_mode(tmp_path: pathlib.Path) -> None:
+    page = tmp_path / "a.html"
+    page.write_text("old")
+    page.chmod(0o600)
+    assert command.main([str(tmp_path), "-o", str(page)]) == 0
+    assert page.read_text() != "old" and page.stat().st_mode & 0o777 == 0o600
+    mask = os.umask(0o027)
+    try:
+        assert command.main([str(tmp_path), "-o", str(tmp_path / "new.html")]) == 0
+    finally:
+        os.umask(mask)
+    assert (tmp_path / "new.html").stat().st_mode & 0o777 == 0o640
+
+
+@pytest.mark.parametrize("closed, code, said", [("stdout", 2, "the standard output: Bad file descriptor"), ("stderr", 0, "")])
+def test_a_stream_that_is_not_there(tmp_path: pathlib.Path, closed: str, code: int, said: str) -> None:
+    program = "import sys; sys.{} = None; from nereofile.__main__ import main; sys.exit(main(sys.argv[1:]))".format(closed)
+    done = subprocess.run(
+        [sys.executable, "-c", program, "report", str(tmp_path), "-o", "-"], capture_output=True, text=True, check=False
+    )
+    assert done.returncode == code and said in done.stderr and "Traceback" not in done.stderr
+
+
+def test_a_reader_that_has_gone(tmp_path: pathlib.Path) -> None:
+    reader, writer = os.pipe()
+    os.close(reader)
+    done = subprocess.run(
+        [sys.executable, "-m", "nereofile", "report", str(tmp_path), "-o", "-"],
+        stdout=writer, stderr=subprocess.PIPE, text=True, check=False,
+    )
+    os.close(writer)
+    assert (done.returncode, done.stderr) == (2, "nereofile report: Broken pipe\n")
+
+
+def test_a_name_gives_no_commands_to_a_terminal(monkeypatch: pytest.MonkeyPatch) -> None:
+    pytest.importorskip("tqdm")
+    said = io.StringIO()
+    monkeypatch.setattr(sys, "stderr", said)
+    bar = Bar()
+    bar.say("\x1b]0;title\x07.res")
+    bar.close()
+    assert "title" in said.getvalue() and "\x1b]" not in said.getvalue() and "\x07" not in said.getvalue()
+
+
+@pytest.mark.parametrize("content, said", [
+    ("MaxIter 5\n", "What was looked at is sound"), ("MaxIter 5\nMaxIter 6\n", "What was looked at loads, with warnings"),
+    ("MaxIter five\n", "There are errors"),
+])
+def test_the_verdict_is_of_what_was_looked_at(
+    tmp_path: pathlib.Path, monkeypatch: pytest.MonkeyPatch, content: str, said: str
+) -> None:
+    monkeypatch.setattr(case, "MOST_FILES", 1)
+    for name in ("a.cfg", "b.cfg"):
+        (tmp_path / name).write_text(content)
+    text = Page(report(tmp_path)).text
+    assert said in text and "1 more file isn't looked at." in text
 
 
 def test_help() -> None:

@@ -83,7 +83,7 @@ def read_case(folder: str, without: Sequence[str] = (), progress: Optional[Progr
 
     :param without: paths of files that don't count, such as that of the page.
     """
-    folder = os.path.abspath(folder)
+    folder = os.path.realpath(folder)  # the system's, for which a link may stand before a ..
     left_aside = {os.path.realpath(path) for path in without}
     names = sorted(name for name in os.listdir(folder) if _is_file(os.path.join(folder, name)))
     names = [name for name in names if os.path.realpath(os.path.join(folder, name)) not in left_aside]

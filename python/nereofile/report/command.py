@@ -3,11 +3,14 @@
 from __future__ import annotations
 
 import argparse
+import errno
 import os
+import stat
 import sys
 import tempfile
 from typing import Optional, Sequence
 
+from ..checking import kind_of_file
 from ..errors import FileError
 from . import report
 from .progress import Bar, Progress
@@ -21,8 +24,9 @@ STOPPED = 130  # as a shell says of a program that Ctrl-C has ended
 def main(arguments: Optional[Sequence[str]] = None) -> int:
     """Writes the page, and gives the code that the program ends with."""
     options = _parser().parse_args(arguments)
-    progress = Bar() if sys.stderr.isatty() else Progress()
+    progress = Bar() if sys.stderr is not None and sys.stderr.isatty() else Progress()
     try:
+        _require_place(options.output)
         page = report(
             options.folder,
             compare=options.compare,
@@ -33,7 +37,8 @@ def main(arguments: Optional[Sequence[str]] = None) -> int:
         _write(options.output, page)
     except (OSError, FileError, ImportError, ValueError, MemoryError) as error:
         progress.close()
-        print(f"nereofile report: {_reason(error)}", file=sys.stderr)
+        if sys.stderr is not None:  # or else it would go where the page goes
+            print(f"nereofile report: {_reason(error)}", file=sys.stderr)
         return NOT_WRITTEN
     except KeyboardInterrupt:
         progress.close()
@@ -63,6 +68,27 @@ def _reason(error: Exception) -> str:
     return str(error) or type(error).__name__
 
 
+def _require_place(path: str) -> None:
+    """Raises what would keep a page from being written, before the files are read for it."""
+    if path == "-":
+        if sys.stdout is None:
+            raise _error(errno.EBADF, "the standard output")
+        return
+    if not path or not os.path.isdir(os.path.dirname(os.path.realpath(path))):
+        raise _error(errno.ENOENT, path)
+    if os.path.isdir(path):
+        raise _error(errno.EISDIR, path)
+    if os.path.isfile(path):
+        if not os.access(path, os.W_OK):
+            raise _error(errno.EACCES, path)
+        if kind_of_file(path) is not None:
+            raise ValueError(f"{path}: a page doesn't take the place of a file of a case")
+
+
+def _error(code: int, path: str) -> OSError:
+    return OSError(code, os.strerror(code), path)
+
+
 def _write(path: str, page: str) -> None:
     """Writes the page as a whole or not at all."""
     data = page.encode("utf-8")
@@ -79,10 +105,17 @@ def _write(path: str, page: str) -> None:
     try:
         with os.fdopen(handle, "wb") as out:
             out.write(data)
-        mask = os.umask(0)
-        os.umask(mask)
-        os.chmod(temporary, 0o666 & ~mask)
+        os.chmod(temporary, _mode_for(target))
         os.replace(temporary, target)
     except BaseException:
         os.unlink(temporary)
         raise
+
+
+def _mode_for(target: str) -> int:
+    """The mode of the file that a page takes the place of, or that of a new one."""
+    if os.path.exists(target):
+        return stat.S_IMODE(os.stat(target).st_mode)
+    mask = os.umask(0)
+    os.umask(mask)
+    return 0o666 & ~mask

@@ -6,6 +6,8 @@ import importlib
 import sys
 from typing import Any, Callable, Optional
 
+from .texts import brief
+
 
 class Progress:
     """Says nothing. It is told what is begun, and how many bytes of the results are read."""
@@ -52,7 +54,7 @@ class Bar(Progress):
 
     def say(self, what: str) -> None:
         if self._bar is not None:
-            self._bar.set_description(what)
+            self._bar.set_description(brief(what))  # a name may have what a terminal takes for commands
 
     def expect(self, amount: int) -> None:
         self._total += amount

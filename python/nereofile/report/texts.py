@@ -55,7 +55,8 @@ def number(value: float) -> str:
 
 def percent(share: float) -> str:
     """A share in percent."""
-    return f"{100 * share:.3g}{_THIN_SPACE}%"
+    shown = f"{100 * share:.3g}" if math.isfinite(share) else number(share)
+    return f"{shown}{_THIN_SPACE}%"
 
 
 def size(bytes_there: int) -> str:

@@ -17,13 +17,18 @@ from ..case import CaseFile
 from ..distribution import Counter, Distribution, batches, finite_range
 
 MOST_FIELDS = 1000
+MOST_HISTORY_ROWS = 10_000
+
+# A file may announce far more nodes than it has records of. It would take minutes to go through nodes that aren't there.
+_MOST_NODES_OF_RECORD = 16
+_FEW_NODES = 1 << 20
 
 _PROBLEMS = (FileError, MemoryError, KeyError, ValueError, OverflowError)
 
 
 @dataclasses.dataclass(frozen=True)
 class Field:
-    """What the values of a field are like. There is no distribution where the file doesn't load."""
+    """What the values of a field are like. There is no distribution where the file doesn't load, or lacks most nodes."""
 
     statistics: FieldStatistics
     distribution: Optional[Distribution] = None
@@ -65,6 +70,11 @@ class History:
     over: str
     places: Tuple[float, ...]
     fields: Tuple[FieldHistory, ...]
+
+    @property
+    def listed(self) -> Tuple[FieldHistory, ...]:
+        """As many of them as a page has room for in numbers."""
+        return self.fields[: max(1, MOST_HISTORY_ROWS // len(self.places))]
 
 
 @dataclasses.dataclass(frozen=True)
@@ -157,18 +167,18 @@ def moment_of(header: ResultsHeader) -> Tuple[float, int, int]:
 
 def history(snapshots: Sequence[Snapshot]) -> Optional[History]:
     """How the fields that all snapshots have went on; None where these are all of one moment."""
-    headers = [snapshot.header for snapshot in snapshots if snapshot.header]
-    if len(headers) < 2:
+    times = [snapshot.header.time for snapshot in snapshots if snapshot.header]
+    over = "time" if len(set(times)) > 1 and all(math.isfinite(time) for time in times) else "iteration"
+    moments = [(float(getattr(snapshot.header, over)), snapshot) for snapshot in snapshots if snapshot.header]
+    moments.sort(key=lambda moment: moment[0])
+    places = tuple(place for place, _ in moments)
+    if len(set(places)) < 2:
         return None
-    over = "time" if len({header.time for header in headers}) > 1 else "iteration"
-    places = tuple(float(getattr(header, over)) for header in headers)
-    if len(set(places)) < 2 or not all(math.isfinite(place) for place in places):
-        return None
-    names = [field.statistics.name for field in snapshots[0].fields]
+    by_name = [{field.statistics.name: field.statistics for field in reversed(one.fields)} for _, one in moments]
     fields = []
-    for name in dict.fromkeys(names):
-        rows = [row for row in (snapshot.field(name) for snapshot in snapshots) if row is not None]
-        if len(rows) == len(snapshots):
+    for name in _names(snapshots[0]):
+        rows = [found[name] for found in by_name if name in found]
+        if len(rows) == len(by_name):
             fields.append(
                 FieldHistory(
                     name,
@@ -206,7 +216,8 @@ def compared(context: Context, before: Snapshot, after: Snapshot) -> Change:
         )
         if math.isfinite(found.largest):
             ranges[name] = (-found.largest, found.largest)
-    distributions = _distributions_of_change(context, before, after, ranges)
+    are_there = all(one.header and _has_its_nodes(one.header) for one in (before, after))
+    distributions = _distributions_of_change(context, before, after, ranges) if are_there else {}
     return Change(
         before.name,
         after.name,
@@ -245,12 +256,17 @@ def _snapshot(context: Context, file: CaseFile, header: Union[ResultsHeader, str
     distributions: Dict[str, Distribution] = {}
     problem = None
     try:
-        if is_shown:
+        if is_shown and _has_its_nodes(header):
             distributions = _distributions(context, file, header, found)
     except _PROBLEMS as error:
         problem = context.case.placed(str(error))
     fields = tuple(Field(row, distributions.get(row.name)) for row in found.fields)
     return Snapshot(file.name, file.path, problem, plain, fields, is_shown)
+
+
+def _has_its_nodes(header: ResultsHeader) -> bool:
+    """Whether there are records of a good part of the nodes that a file announces, or these are few."""
+    return header.node_count <= max(_FEW_NODES, _MOST_NODES_OF_RECORD * header.whole_records)
 
 
 def _distributions(
