@@ -37,18 +37,12 @@ QString versionIn(FileKind kind, const QString& text)
 /// What is shown first where not all of a file finds room.
 int rankOf(const QString& address)
 {
-    static constexpr QLatin1String firstOnes[] = {QLatin1String("title"),
-                                                  QLatin1String("job"),
-                                                  QLatin1String("program"),
-                                                  QLatin1String("units"),
-                                                  QLatin1String("coordinate-system"),
-                                                  QLatin1String("transient-data/"),
-                                                  QLatin1String("flags/"),
-                                                  QLatin1String("constants/"),
-                                                  QLatin1String("relaxation/"),
-                                                  QLatin1String("solution-control/")};
-    const auto found = std::find_if(std::begin(firstOnes), std::end(firstOnes),
-                                    [&address](QLatin1String start) { return address.startsWith(start); });
+    static constexpr const char* firstOnes[] = {
+        "title",           "job",    "program",    "units",       "coordinate-system",
+        "transient-data/", "flags/", "constants/", "relaxation/", "solution-control/"};
+    const auto found =
+        std::find_if(std::begin(firstOnes), std::end(firstOnes),
+                     [&address](const char* start) { return address.startsWith(QLatin1String(start)); });
     return int(found - std::begin(firstOnes));
 }
 
