@@ -23,7 +23,7 @@ class Headers:
         self.classes = set(re.findall(r"\b(?:class|struct)\s+(?:\w*EXPORT\s+)?(\w+)[^;{]*\{", self.text))
 
     def name(self, word):
-        return re.search(rf"\b{re.escape(word)}\b", self.text)
+        return re.search(rf"(?<!\w){re.escape(word)}(?!\w)", self.text)  # which may be operator==
 
 
 class Interface:
@@ -78,8 +78,20 @@ class Interface:
                     self.need(holder)
                 self.needed.add(holder)
 
+    def is_member(self, symbol):
+        """Whether a function of a public class has this name. abidw names no function for a few of them, such as overloads
+        that differ in being const alone."""
+        rest = re.match(r"_ZNK?(.*)", symbol.get("name"))
+        parts = []
+        while rest and (length := re.match(r"([0-9]+)(.*)", rest[1])):
+            parts.append(length[2][: int(length[1])])
+            rest = re.match(r"(.*)", length[2][int(length[1]) :])
+        is_own = bool(parts) and parts[0] in self.headers.namespaces
+        return is_own and symbol.get("binding") == "global-binding" and not self.headers.classes.isdisjoint(parts)
+
     def need_symbols(self):
         names = {element.get("elf-symbol-id") for element in self.needed}
+        names |= {symbol.get("name") for symbol in self.corpus.iter("elf-symbol") if self.is_member(symbol)}
         tables = "|".join(f"{len(name)}{name}" for name in self.headers.classes)
         for symbol in self.corpus.iter("elf-symbol"):
             same = {symbol.get("name"), *symbol.get("alias", "").split(",")} - {""}

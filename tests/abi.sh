@@ -44,10 +44,14 @@ public:
     int nodes(const Options& options) const;
     Shape shape() const;
     std::vector<Edge> edges() const;
+    Options& options();
+    const Options& options() const;
 private:
     Private* private_ = nullptr;
+    Options options_;
 };
 EXPORT double area(const File& file);
+EXPORT bool operator==(const Edge& left, const Edge& right);
 }
 CPP
     cat >"$source" <<'CPP'
@@ -59,12 +63,15 @@ bool File::load(const char*) { private_ = new Private; return true; }
 int File::nodes(const Options& options) const { return options.count + private_->nodes; }
 Shape File::shape() const { return Square; }
 std::vector<Edge> File::edges() const { return {Edge()}; }
+Options& File::options() { return options_; }
+const Options& File::options() const { return options_; }
 class EXPORT Reader {
 public:
     int read(int count) const;
 };
 int Reader::read(int count) const { return count; }
 double area(const File& file) { return file.nodes({}); }
+bool operator==(const Edge& left, const Edge& right) { return left.first == right.first; }
 }
 CPP
 }
@@ -116,6 +123,8 @@ expect 0 "" "an enumerator more at the end" 's/Triangle, Square }/Triangle, Squa
 
 expect 1 "$broken" "a function less" '/double area(/d'
 expect 1 "$broken" "a member function less" '/Shape shape() const;/d; /^Shape File::shape/d'
+expect 1 "$broken" "an overload less" '/const Options& options() const;/d; /^const Options& File::options/d'
+expect 1 "$broken" "an operator less" '/bool operator==/d'
 expect 1 "$broken" "another parameter" 's/double area(const File& file)/double area(File\& file)/'
 expect 1 "$broken" "a field more in a record" 's/^    double size = 1;/&\n    double angle = 0;/'
 expect 1 "$broken" "a field more in a record of a container" 's/^    int second = 0;/&\n    int third = 0;/'
