@@ -185,7 +185,8 @@ public:
             return keepOfB(cursor_, false, address, value);
         const Entry entry = a_.at(position);
         cursor_ = entry.next;
-        if (a_.isMet(position) || !areIdentical(entry.value, value))
+        const bool isSame = areIdentical(entry.value, value) && entry.value.shown == value.shown;
+        if (a_.isMet(position) || !isSame)
             keepOfB(position, true, address, value);
         a_.setMet(position);
     }

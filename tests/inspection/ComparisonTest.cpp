@@ -61,6 +61,7 @@ TEST(ComparisonTest, ComparesConfigurationsInText)
         {"both and differ",     "MaxIter 5\nMaxIter 1\n",    "MaxIter 5\nMaxIter 2\n",       "MaxIter: 1 -> 2\n"         },
         {"what a load reads",   "MaxIter abc\nWidth x\n",    "MaxIter 0\nWidth y\n",         ""                          },
         {"as it is spelled",    "MaxIter abc\n",             "MaxIter 1\n",                  "MaxIter: abc -> 1\n"       },
+        {"also a repeated one", "MaxIter a\nMaxIter 1\n",    "MaxIter b\n",                  "MaxIter: 1 -> b\n"         },
         {"blanks of a text",    "JobPrefix a  b\n",          "JobPrefix a b\n",              ""                          },
         {"a text",              "JobPrefix \xC3\xA4\n",      "JobPrefix b\n",                "JobPrefix: \xC3\xA4 -> b\n"},
         {"minus zero",          "StopTime -0\n",             "StopTime 0\n",                 ""                          },
