@@ -12,6 +12,7 @@
 #include <QMap>
 #include <QSet>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <map>
@@ -233,9 +234,12 @@ std::string brokenPromise(const std::string& path, const std::string& changedPat
     if (loads && endOfLoad(changedPath, kind) != Effect::None)
         return "a load ends early";
 
-    for (const ValueChange& change : file.changes()) {
-        if (isName(change.address) || change.address.contains(QLatin1Char('#')))
-            continue;
+    const std::vector<ValueChange> changes = file.changes();
+    const bool areNamesSame = std::none_of(changes.begin(), changes.end(),
+                                           [](const ValueChange& change) { return isName(change.address); });
+    for (const ValueChange& change : changes) {
+        if (!areNamesSame || change.address.contains(QLatin1Char('#')))
+            continue; // values may have other addresses now
         const Item* const item = lastOf(itemsAfter, change.address);
         const bool isFlag = change.address.startsWith(QLatin1String("flags/"));
         if (!change.after && item != nullptr && !isFlag)
