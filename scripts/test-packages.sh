@@ -45,6 +45,7 @@ demo() {
         nereofile() { printf "\n$ nereofile %s\n" "$*"; command nereofile "$@" || [ $? -eq 1 ]; }
         installed=/usr/share/doc/libnereofileio-dev
         cd "$(mktemp -d)"
+        export HOME=$PWD # Matplotlib keeps a list of fonts there
         cmake -S $installed/examples -B examples >/dev/null
         cmake --build examples --target typical_run >/dev/null
         examples/typical_run $installed/samples out
