@@ -43,6 +43,10 @@ function(nereo_add_library name)
     target_compile_features(${name} PUBLIC cxx_std_17)
     nereo_enable_warnings(${name})
 
+    # Nobody replaces the library's functions by their own: so those calls among them can be inlined that GCC would
+    # else have go by way of the table of symbols.
+    target_compile_options(${name} PRIVATE $<$<CXX_COMPILER_ID:GNU,Clang>:-fno-semantic-interposition>)
+
     # Assertions belong to what the library promises in every build type. Qt compiles the index check out of
     # QList::removeAt as long as what 5.15 deprecates is enabled.
     target_compile_definitions(${name} PRIVATE QT_FORCE_ASSERTS QT_DISABLE_DEPRECATED_BEFORE=0x050F00)
