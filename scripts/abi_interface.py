@@ -26,6 +26,17 @@ class Headers:
         return re.search(rf"(?<!\w){re.escape(word)}(?!\w)", self.text)  # which may be operator==
 
 
+def names_around(symbol):
+    """The names of the namespaces, the classes and the function in a symbol, from the outside in."""
+    names = []
+    rest = re.sub("^_ZNK?", "", symbol)
+    while length := re.match("[0-9]+", rest):
+        rest = rest[length.end() :]
+        names.append(rest[: int(length[0])])
+        rest = rest[int(length[0]) :]
+    return names
+
+
 class Interface:
     def __init__(self, corpus, headers):
         self.corpus = corpus
@@ -81,13 +92,9 @@ class Interface:
     def is_member(self, symbol):
         """Whether a function of a public class has this name. abidw names no function for a few of them, such as overloads
         that differ in being const alone."""
-        rest = re.match(r"_ZNK?(.*)", symbol.get("name"))
-        parts = []
-        while rest and (length := re.match(r"([0-9]+)(.*)", rest[1])):
-            parts.append(length[2][: int(length[1])])
-            rest = re.match(r"(.*)", length[2][int(length[1]) :])
-        is_own = bool(parts) and parts[0] in self.headers.namespaces
-        return is_own and symbol.get("binding") == "global-binding" and not self.headers.classes.isdisjoint(parts)
+        names = names_around(symbol.get("name"))
+        is_own = not self.headers.namespaces.isdisjoint(names[:1])
+        return is_own and symbol.get("binding") == "global-binding" and not self.headers.classes.isdisjoint(names)
 
     def need_symbols(self):
         names = {element.get("elf-symbol-id") for element in self.needed}
