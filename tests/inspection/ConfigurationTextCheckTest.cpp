@@ -28,31 +28,47 @@ TEST(ConfigurationTextCheckTest, FindsNothingWrongInGoodFiles)
 TEST(ConfigurationTextCheckTest, FindsEachFaultAtItsPlace)
 {
     const Fault faults[] = {
-        {"MaxIter 5\n[[Unheard]] of\n",         "unknown-key",    Error,                     Effect::Throws,                "Unheard",                                                    "a load throws"},
-        {"MaxIter 5\n  [[MaxItr]] 5\n",                                     "unknown-key",                         Error, Effect::Throws, "MaxItr",
-         "did you mean \"MaxIter\"?"},
-        {"MaxIter 5\n[[a/b#c%d]] 5\n",           "unknown-key",                           Error,                         Effect::Throws,                               "a%2Fb%23c%25d"                                                           },
-        {"JobPrefix \xC3\xA4\n[[\xF0\x9F\x98\x80]] 5\n",                      "unknown-key",                                      Error,                  Effect::Throws,
-         "\xF0\x9F\x98\x80"},
-        {"MaxIter 5\nWidth 7\n[[MaxIter]] 6\n",                    "repeated-key",                                    Warning,                         Effect::Ignored,                     "MaxIter"                                                                                                 },
-        {"MaxIter 5\n[[]]\n",                            "blank-end",                                            Error,                                                   Effect::Throws                     },
-        {"MaxIter 5\n[[]] ",                                     "blank-end",                                    Error,              Effect::Throws},
-        {"MaxIter 5\n[[]]\n\n \t\n",            "blank-end",      Error,                     Effect::Throws               },
-        {"MaxIter [[abc]]\n",                     "not-an-integer",            Error,              Effect::Zero,                     "MaxIter","read as 0"},
-        {"MaxIter \t[[5.0]] \n",                "not-an-integer", Error,                     Effect::Zero,                  "MaxIter"              },
-        {"MaxIter [[0x10]]",                    "not-an-integer", Error,                     Effect::Zero,                  "MaxIter"                                                            },
-        {"MaxIter [[1 2]]\n",                   "not-an-integer", Error,                     Effect::Zero,                  "MaxIter"                                                                                                                 },
-        {"MaxIter [[2147483648]]\n",            "out-of-range",   Error,                     Effect::Zero,                  "MaxIter"                                                   },
-        {"MaxIter [[-99999999999999999999]]\n", "out-of-range",   Error,                     Effect::Zero,                  "MaxIter"                                                   },
-        {"MaxIter[[]]\nWidth 7\n",              "missing-value",  Error,                     Effect::Zero,                  "MaxIter"                                                   },
-        {"Width 7\nMaxIter  [[]]",              "missing-value",  Error,                     Effect::Zero,                  "MaxIter"                                                   },
-        {"StopTime [[abc]]\n",                  "not-a-number",   Error,                     Effect::Zero,                  "StopTime"                                                   },
-        {"StopTime [[1,5]]\n",                  "not-a-number",   Error,                     Effect::Zero,                  "StopTime"                                                   },
-        {"StopTime [[\xC3\xA4]]\n",             "not-a-number",   Error,                     Effect::Zero,                  "StopTime"                                                   },
-        {"StopTime [[1e400]]\n",                "out-of-range",   Error,                     Effect::Infinite,              "StopTime"                                                  },
-        {"StopTime [[-1E+400]]\n",              "out-of-range",   Error,                     Effect::Infinite,              "StopTime"                                                  },
-        {"StopTime [[1e-400]]\n",               "out-of-range",   Error,                     Effect::Zero,                  "StopTime"                                                  },
-        {"StopTime [[]]\n",                     "missing-value",  Error,                     Effect::Zero,                  "StopTime"                                                  },
+        {"MaxIter 5\n[[a/b#c%d]] 5\n",                   "unknown-key",  Error,   Effect::Throws,  "a%2Fb%23c%25d"},
+        {"JobPrefix \xC3\xA4\n[[\xF0\x9F\x98\x80]] 5\n", "unknown-key",  Error,   Effect::Throws,
+         "\xF0\x9F\x98\x80"                                                                                       },
+        {"MaxIter 5\nWidth 7\n[[MaxIter]] 6\n",          "repeated-key", Warning, Effect::Ignored, "MaxIter"      },
+        {"MaxIter 5\n[[]]\n",                            "blank-end",    Error,   Effect::Throws,  ""             },
+        {"MaxIter 5\n[[]] ",                             "blank-end",    Error,   Effect::Throws,  ""             },
+        {"MaxIter 5\n[[]]\n\n \t\n",                     "blank-end",    Error,   Effect::Throws,  ""             },
+    };
+    for (const Fault& fault : faults)
+        expectFinding("file.cfg", fault, true);
+}
+
+TEST(ConfigurationTextCheckTest, FindsWhatIsNoNumber)
+{
+    const Fault faults[] = {
+        {"MaxIter \t[[5.0]] \n",                "not-an-integer", Error, Effect::Zero,     "MaxIter" },
+        {"MaxIter [[0x10]]",                    "not-an-integer", Error, Effect::Zero,     "MaxIter" },
+        {"MaxIter [[1 2]]\n",                   "not-an-integer", Error, Effect::Zero,     "MaxIter" },
+        {"MaxIter [[2147483648]]\n",            "out-of-range",   Error, Effect::Zero,     "MaxIter" },
+        {"MaxIter [[-99999999999999999999]]\n", "out-of-range",   Error, Effect::Zero,     "MaxIter" },
+        {"MaxIter[[]]\nWidth 7\n",              "missing-value",  Error, Effect::Zero,     "MaxIter" },
+        {"Width 7\nMaxIter  [[]]",              "missing-value",  Error, Effect::Zero,     "MaxIter" },
+        {"StopTime [[abc]]\n",                  "not-a-number",   Error, Effect::Zero,     "StopTime"},
+        {"StopTime [[1,5]]\n",                  "not-a-number",   Error, Effect::Zero,     "StopTime"},
+        {"StopTime [[\xC3\xA4]]\n",             "not-a-number",   Error, Effect::Zero,     "StopTime"},
+        {"StopTime [[1e400]]\n",                "out-of-range",   Error, Effect::Infinite, "StopTime"},
+        {"StopTime [[-1E+400]]\n",              "out-of-range",   Error, Effect::Infinite, "StopTime"},
+        {"StopTime [[1e-400]]\n",               "out-of-range",   Error, Effect::Zero,     "StopTime"},
+        {"StopTime [[]]\n",                     "missing-value",  Error, Effect::Zero,     "StopTime"},
+    };
+    for (const Fault& fault : faults)
+        expectFinding("file.cfg", fault, true);
+}
+
+TEST(ConfigurationTextCheckTest, SaysWhatBecomesOfIt)
+{
+    const Fault faults[] = {
+        {"MaxIter 5\n[[Unheard]] of\n", "unknown-key",    Error, Effect::Throws, "Unheard", "a load throws"},
+        {"MaxIter 5\n  [[MaxItr]] 5\n", "unknown-key",    Error, Effect::Throws, "MaxItr",
+         "did you mean \"MaxIter\"?"                                                                       },
+        {"MaxIter [[abc]]\n",           "not-an-integer", Error, Effect::Zero,   "MaxIter", "read as 0"    },
     };
     for (const Fault& fault : faults)
         expectFinding("file.cfg", fault, true);

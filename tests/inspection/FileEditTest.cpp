@@ -2,7 +2,7 @@
 
 #include "support/TemporaryFolder.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 namespace Nereo::Inspection {
 namespace {
@@ -116,21 +116,19 @@ TEST(FileEditTest, OffersTheNearestAddress)
         {"a.xml", materials, "Water/refpressure",   EditProblem::UnknownAddress, "Water/ref_pressure",
          "Water/ref_pressure"                                                                                    },
     };
-    const auto withNearest = [](const std::string& message, const std::string& nearest) {
+    const auto expectRefused = [](const EditResult& result, EditProblem problem, const std::string& nearest) {
         const std::string question = nearest.empty() ? "" : "; did you mean \"" + nearest + "\"?";
-        return message.size() > question.size()
-            && message.compare(message.size() - question.size(), question.size(), question) == 0;
+        EXPECT_EQ(result.problem, problem);
+        EXPECT_EQ(result.nearest.toStdString(), nearest);
+        const std::string message = result.message.toStdString();
+        EXPECT_GT(message.size(), question.size()) << message;
+        EXPECT_THAT(message, testing::EndsWith(question));
     };
     for (const auto& row : cases) {
+        SCOPED_TRACE(row.address);
         FileEdit file(row.name, row.bytes);
-        const EditResult set = file.set(row.address, "1");
-        EXPECT_EQ(set.problem, row.setting) << row.address;
-        EXPECT_EQ(set.nearest, row.forSetting) << row.address;
-        EXPECT_TRUE(withNearest(set.message.toStdString(), row.forSetting)) << set.message.toStdString();
-        const EditResult removal = file.remove(row.address);
-        EXPECT_EQ(removal.problem, EditProblem::NotThere) << row.address;
-        EXPECT_EQ(removal.nearest, row.forRemoving) << row.address;
-        EXPECT_TRUE(withNearest(removal.message.toStdString(), row.forRemoving)) << row.address;
+        expectRefused(file.set(row.address, "1"), row.setting, row.forSetting);
+        expectRefused(file.remove(row.address), EditProblem::NotThere, row.forRemoving);
     }
 }
 
