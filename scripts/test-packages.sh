@@ -86,6 +86,16 @@ diff "$work/before" "$work/after" || { echo "test-packages: this is left of ${na
 echo "test-packages: debian/tests"
 mkdir "$work/tree" # the sources that the packages are made of, and their tests
 tar -xf "$packages"/nereofileio_*.tar.xz -C "$work/tree" --strip-components=1
-autopkgtest --no-built-binaries "$root"/packages/*.deb "$work/tree" -- chroot "$root" >"$log" 2>&1 || { tail -n 200 "$log"; exit 1; }
-grep -E '^[a-z-]+ +(PASS|SKIP|FAIL)' "$log"
+results=build/package-tests # of each test what it printed, and the whole log
+rm -rf "$results"
+if ! autopkgtest --output-dir "$results" --no-built-binaries "$root"/packages/*.deb "$work/tree" -- chroot "$root" >"$log" 2>&1; then
+    tail -n 30 "$log"
+    for failed in $(awk '$2 == "FAIL" { print $1 }' "$results/summary"); do
+        echo "test-packages: $failed says"
+        tail -n 100 "$results/$failed"-std*
+    done
+    echo "test-packages: all that was printed is in $results" >&2
+    exit 1
+fi
+cat "$results/summary"
 echo "test-packages: passed"

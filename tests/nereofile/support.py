@@ -4,6 +4,7 @@ import json
 import os
 import pathlib
 import shutil
+import signal
 import struct
 import subprocess
 import tempfile
@@ -18,6 +19,10 @@ SAMPLES = SOURCES / "samples"
 SCHEMAS = SOURCES / "nereofile" / "schemas"
 NOBODY = 65534
 TIMEOUT = 60  # seconds, of which a sanitizer may need some
+
+# The command leaves ignored what was ignored when it started, as it is where the tests run in the background.
+for number in (signal.SIGINT, signal.SIGHUP):
+    signal.signal(number, signal.SIG_DFL)
 
 
 class Result(typing.NamedTuple):

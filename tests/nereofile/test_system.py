@@ -2,6 +2,7 @@
 
 import array
 import fcntl
+import functools
 import os
 import pty
 import select
@@ -98,6 +99,18 @@ class InterruptionTest(CommandTest):
                 for stream in (process.stdin, process.stdout, process.stderr):
                     stream.close()
         self.assertEqual(list(temporary.iterdir()), [])
+
+    def test_it_goes_on_where_the_signal_is_ignored(self):
+        for signal_number in (signal.SIGINT, signal.SIGTERM, signal.SIGHUP):
+            ignore = functools.partial(signal.signal, signal_number, signal.SIG_IGN)
+            process = start("get", "-", "MaxIter", stdin=subprocess.PIPE, preexec_fn=ignore)
+            process.stdin.write(b"MaxIter 5\n")
+            process.stdin.flush()
+            while unread(process.stdin):
+                time.sleep(0.01)
+            process.send_signal(signal_number)
+            self.assertEqual(process.communicate(timeout=TIMEOUT), (b"5\n", b""))
+            self.assertEqual(process.returncode, 0)
 
     def test_ctrl_c_leaves_no_half_table(self):
         self.write("many.res", little_endian_results({"kU": [0.1] * 300000}, 300000))
