@@ -48,6 +48,14 @@ def write_snapshot(path: pathlib.Path, iteration: int, node_count: int = 101, ti
     path.write_bytes(content)
 
 
+def material_with_curve(name: str) -> nereofile.Material:
+    """A fluid whose viscosity depends on the temperature."""
+    material = nereofile.Material("fluid", name=name, id=1)
+    curve = material["viscosity"]
+    curve.variation_type, curve.independent_variable, curve.points = "piecewise_linear", "kT", [(1, 2), (3, 4)]
+    return material
+
+
 def empty_case(folder: pathlib.Path) -> pathlib.Path:
     """No file at all."""
     folder.mkdir(parents=True)
@@ -65,9 +73,7 @@ def hostile_case(folder: pathlib.Path) -> pathlib.Path:
     control.save(folder / name)
     with (folder / name).open("a") as out:
         out.write(" *** <u>Own</u> Section\n<script>alert(2)</script>\n")
-    material = nereofile.Material("fluid", name=HOSTILE, id=1)
-    curve = material["viscosity"]
-    curve.variation_type, curve.independent_variable, curve.points = "piecewise_linear", "kT", [(1, 2), (3, 4)]
+    material = material_with_curve(HOSTILE)
     nereofile.MaterialDatabase([material]).save(folder / "materials.xml")
     boundary = nereofile.GeometryBoundary(HOSTILE)
     boundary.materials.append(material)
@@ -101,9 +107,7 @@ def long_case(folder: pathlib.Path, length: int) -> pathlib.Path:
     control = nereofile.ControlFile(title=text)
     control.flags.append(nereofile.Flag("f" * length, "v" * length))
     control.save(folder / "a.ctl")
-    material = nereofile.Material("fluid", name=text, id=1)
-    curve = material["viscosity"]
-    curve.variation_type, curve.independent_variable, curve.points = "piecewise_linear", "kT", [(1, 2), (3, 4)]
+    material = material_with_curve(text)
     nereofile.MaterialDatabase([material]).save(folder / "materials.xml")
     boundary = nereofile.GeometryBoundary(text)
     boundary.materials.append(material)

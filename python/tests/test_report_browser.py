@@ -6,6 +6,7 @@ import base64
 import json
 import os
 import pathlib
+import re
 import shutil
 import subprocess
 from typing import Any, Dict, Iterator, List
@@ -31,6 +32,7 @@ if not CHROMIUM or not DRIVER:
 HERE = pathlib.Path(__file__).parent
 PAGES = ["whole", "hostile", "damaged", "empty", "two"]
 WIDTHS = [360, 1024, 1920]
+A4 = (210 / 25.4 * 72, 297 / 25.4 * 72)  # in points
 UNFOLD = "for (const one of document.querySelectorAll('details')) one.open = true;"
 
 
@@ -274,6 +276,8 @@ def test_printed(browser: Any, pages: Dict[str, pathlib.Path], tmp_path: pathlib
     options = {"preferCSSPageSize": True, "printBackground": True}
     data = base64.b64decode(browser.execute_cdp_cmd("Page.printToPDF", options)["data"])
     assert data.startswith(b"%PDF")
+    sheets = [[float(number) for number in box.split()] for box in re.findall(rb"/MediaBox \[([^]]*)\]", data)]
+    assert sheets and all(sheet == pytest.approx([0, 0, *A4], abs=1) for sheet in sheets), sheets
     assert not find_all(browser, "#configuration details[open]")
     if not shutil.which("pdftotext"):
         return

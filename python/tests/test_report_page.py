@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import io
+import math
 import os
 import pathlib
 import pty
@@ -13,13 +14,18 @@ import sys
 from typing import Any, Callable, List
 
 import made_cases
+import numpy as np
 import pytest
 from conftest import SAMPLES
+from made_results import results_bytes
 
 pytest.importorskip("jinja2")
 pytest.importorskip("matplotlib")
 from nereofile.report import case, command, report  # noqa: E402
-from nereofile.report.progress import Bar  # noqa: E402
+from nereofile.report._context import Context  # noqa: E402
+from nereofile.report.page import render  # noqa: E402
+from nereofile.report.progress import Bar, Progress  # noqa: E402
+from nereofile.report.texts import Language  # noqa: E402
 
 CASES: "dict[str, Callable[[pathlib.Path], pathlib.Path]]" = {
     "whole": made_cases.whole_case,
@@ -118,6 +124,24 @@ def test_what_a_page_says(tmp_path: pathlib.Path, name: str, expected: List[str]
     text = Page(report(CASES[name](tmp_path / "case"))).text
     for part in expected:
         assert part in text, part
+
+
+@pytest.mark.parametrize("language, said", [
+    ("en", "kP can't be drawn: a file has no finite value of it, or one that is too large."),
+    ("de", "kP lässt sich nicht zeichnen: eine Datei hat davon keinen endlichen Wert oder einen zu großen."),
+])
+@pytest.mark.parametrize("value", [math.nan, -math.inf, 1.1e300])
+def test_a_history_that_cannot_be_drawn(tmp_path: pathlib.Path, value: float, language: str, said: str) -> None:
+    if language != "en":
+        pytest.importorskip("babel")
+    for iteration in (10, 20):
+        values = np.array([[1.0, value], [float(iteration), value]])
+        (tmp_path / f"{iteration}.res").write_bytes(results_bytes(values, iteration=iteration))
+    page = Page(report(tmp_path, language=language))
+    check_soundness(page)
+    [nothing] = [one for one in page.all("p") if one.attrib.get("class") == "nothing" and str(one.text).startswith("kP")]
+    assert nothing.text == said
+    assert [one.text[:2] for one in page.all("figcaption") if one.text[0] == "k"] == ["kU"]
 
 
 def test_the_same_case_is_the_same_page(tmp_path: pathlib.Path) -> None:
@@ -267,19 +291,91 @@ def test_the_verdict_is_of_what_was_looked_at(
     assert said in text and "1 more file isn't looked at." in text
 
 
+def cut(path: pathlib.Path) -> None:
+    path.write_bytes(path.read_bytes()[: path.stat().st_size // 2])
+
+
+def grow(path: pathlib.Path) -> None:
+    path.write_bytes(2 * path.read_bytes())
+
+
+def become_folder(path: pathlib.Path) -> None:
+    path.unlink()
+    path.mkdir()
+
+
+def become_another(path: pathlib.Path) -> None:
+    others = sorted(SAMPLES.iterdir())
+    path.write_bytes(others[len(path.name) % len(others)].read_bytes())
+
+
+MISHAPS: "dict[str, Callable[[pathlib.Path], object]]" = {
+    "deleted": pathlib.Path.unlink,
+    "emptied": lambda path: path.write_bytes(b""),
+    "full of other bytes": lambda path: path.write_bytes(bytes(range(256)) * 7),
+    "cut": cut,
+    "longer": grow,
+    "a folder": become_folder,
+    "another file": become_another,
+}
+
+
+class Mishap(Progress):
+    """What happens to all files of a folder once something of the report is begun."""
+
+    def __init__(self, folder: pathlib.Path, when: str, act: Callable[[pathlib.Path], object]) -> None:
+        self._paths = sorted(folder.iterdir())
+        self._when = when
+        self._act = act
+
+    def say(self, what: str) -> None:
+        if what == self._when:
+            while self._paths:
+                self._act(self._paths.pop())
+
+
+@pytest.mark.parametrize("when", ["check", "channel_10.res", "channel_30.res", "compare", "page"])
+@pytest.mark.parametrize("mishap", MISHAPS)
+def test_files_that_change_while_a_page_is_made(tmp_path: pathlib.Path, mishap: str, when: str) -> None:
+    folder, other = made_cases.whole_case(tmp_path / "case"), made_cases.whole_case(tmp_path / "other")
+    page = Page(report(folder, compare=other, progress=Mishap(folder, when, MISHAPS[mishap])))
+    check_soundness(page)
+    assert "channel_30.res" in page.text
+
+
+@pytest.mark.parametrize("mishap", MISHAPS)
+def test_files_that_change_after_they_were_checked(tmp_path: pathlib.Path, mishap: str) -> None:
+    folder = made_cases.whole_case(tmp_path)
+    found = case.read_case(str(folder))
+    for path in sorted(folder.iterdir()):
+        MISHAPS[mishap](path)
+    page = Page(render(Context(found), Language()))
+    check_soundness(page)
+    assert "channel_30.res" in page.text
+
+
 def test_help() -> None:
     for arguments in (["--help"], ["report", "--help"]):
         done = run(arguments)
         assert done.returncode == 0 and "report" in done.stdout
 
 
-@pytest.mark.parametrize("hidden", ["jinja2", "matplotlib"])
-def test_without_a_library_it_says_which(hidden: str) -> None:
+@pytest.mark.parametrize("hidden, language", [("jinja2", "en"), ("matplotlib", "en"), ("babel", "de")])
+def test_without_a_library_it_says_which(tmp_path: pathlib.Path, hidden: str, language: str) -> None:
     code = f"import sys; sys.modules[{hidden!r}] = None; from nereofile.__main__ import main; sys.exit(main(sys.argv[1:]))"
+    out = tmp_path / "case.html"
     done = subprocess.run(
-        [sys.executable, "-c", code, "report", str(SAMPLES)], capture_output=True, text=True, check=False
+        [sys.executable, "-c", code, "report", str(SAMPLES), "--language", language, "-o", str(out)],
+        capture_output=True, text=True, check=False,
     )
     assert done.returncode == 2 and f"install python3-{hidden}, or {hidden} by pip" in done.stderr
+    assert "Traceback" not in done.stderr and not out.exists()
+
+
+def test_english_takes_no_babel() -> None:
+    code = "import sys; sys.modules['babel'] = None; from nereofile.report import report; print(report(sys.argv[1])[:15])"
+    done = subprocess.run([sys.executable, "-c", code, str(SAMPLES)], capture_output=True, text=True, check=False)
+    assert done.stdout == "<!DOCTYPE html>\n", done.stderr
 
 
 @pytest.mark.parametrize("hidden", ["", "tqdm"])
