@@ -13,6 +13,7 @@ import pathlib
 import sys
 from typing import Any, Callable, Dict, Iterable, List
 
+import numpy as np
 import pytest
 from uses import OTHERS_LIBRARIES, USES, public_callables
 
@@ -83,6 +84,12 @@ def test_a_reference_that_is_kept_is_found() -> None:
     thing = ("kept",)
     assert objects_that_grow([lambda: kept.append(thing)])
     assert not objects_that_grow([lambda: None, lambda: kept.clear()])
+
+
+def test_what_arrays_refer_to_is_watched() -> None:
+    known = all_objects()
+    for thing in (np.dtype(np.float64), np.dtype(np.int32), np.ndarray):
+        assert id(thing) in known, thing
 
 
 def comes_to_rest(count: Callable[[], int], use: Callable[[], object]) -> None:
