@@ -9,7 +9,7 @@ _PACKAGES = {
     "pandas": "python3-pandas",
     "xarray": "python3-xarray",
     "dask.array": "python3-dask",
-    "dask.delayed": "python3-dask",
+    "dask.base": "python3-dask",
     "matplotlib": "python3-matplotlib",
     "matplotlib.figure": "python3-matplotlib",
     "matplotlib.style.core": "python3-matplotlib",

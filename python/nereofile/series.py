@@ -42,6 +42,7 @@ def open_series(
         raise ValueError(f"a series goes over time or iteration, not over {dimension!r}")
     xarray_module = require("xarray", "open_series")
     array = require("dask.array", "open_series")
+    tokenize = require("dask.base", "open_series").tokenize
 
     def place(header: ResultsHeader) -> float:
         return header.time if dimension == "time" else header.iteration
@@ -54,18 +55,14 @@ def open_series(
                 f"{header.path} has {header.node_count} nodes and {headers[0].path} {node_count}: "
                 "a series has one mesh"
             )
+    paths = [header.path for header in headers]
     names = _common_fields(headers) if fields is None else list(fields)
 
     def stack(name: str) -> Any:
-        chunks = [
-            array.from_delayed(
-                require("dask.delayed", "open_series").delayed(_load_field, pure=True)(header.path, name, fill),
-                shape=(node_count,),
-                dtype=np.float64,
-            )
-            for header in headers
-        ]
-        return array.stack(chunks)
+        # A task for each file and nothing else: Dask's own ways to stack arrays take two more.
+        key = f"{name}-{tokenize(paths, name, fill)}"
+        tasks = {(key, place, 0): (_load_row, path, name, fill) for place, path in enumerate(paths)}
+        return array.Array(tasks, key, chunks=((1,) * len(paths), (node_count,)), dtype=np.float64)
 
     dataset: xarray.Dataset = xarray_module.Dataset(
         {name: ((dimension, "node"), stack(name)) for name in names},
@@ -73,7 +70,7 @@ def open_series(
             dimension: [place(header) for header in headers],
             "node": np.arange(1, node_count + 1, dtype=np.int32),
         },
-        attrs={"title": headers[0].title, "files": [header.path for header in headers]},
+        attrs={"title": headers[0].title, "files": paths},
     )
     return dataset
 
@@ -96,5 +93,6 @@ def _common_fields(headers: Sequence[ResultsHeader]) -> List[str]:
     return common
 
 
-def _load_field(path: str, name: str, fill: float) -> npt.NDArray[np.float64]:
-    return read_results(path, fields=[name], fill=fill)[name]
+def _load_row(path: str, name: str, fill: float) -> npt.NDArray[np.float64]:
+    """The values of a field as the one row of a chunk."""
+    return read_results(path, fields=[name], fill=fill)[name][np.newaxis]

@@ -61,6 +61,17 @@ def test_a_series_loads_nothing_before_it_is_computed(series_folder: pathlib.Pat
         series["kU"].mean().compute()
 
 
+def test_a_series_is_a_task_for_each_file(series_folder: pathlib.Path) -> None:
+    paths = sorted(series_folder.iterdir())
+
+    def tasks(**options: Any) -> "set[Any]":
+        return set(open_series(paths, **options)["kU"].data.__dask_graph__())
+
+    assert len(tasks()) == len(paths)
+    assert tasks() == tasks(fields=["kU"])  # what Dask has computed of it, it has of the other
+    assert not tasks() & tasks(fill=1.0) and not tasks() & set(open_series(paths)["kP"].data.__dask_graph__())
+
+
 def test_wrong_series(series_folder: pathlib.Path) -> None:
     with pytest.raises(FileNotFoundError):
         open_series(str(series_folder / "*.none"))
@@ -80,11 +91,13 @@ def test_a_series_on_two_processes(series_folder: pathlib.Path) -> None:
             with LocalCluster(n_workers=2, threads_per_worker=1, dashboard_address=None) as cluster, Client(cluster):
                 series = nereofile.open_series({str(series_folder / "*.res")!r})
                 print(series["kU"].mean("node").compute().values.tolist())
+                print(series["kP"].mean("time").compute().values.tolist())
     """
     script = series_folder / "script.py"
     script.write_text(textwrap.dedent(code))
     child = subprocess.run([sys.executable, str(script)], capture_output=True, text=True, timeout=300, check=False)
-    assert "[5.5, 5.5, 5.5, 5.5, 5.5]" in child.stdout, child.stderr
+    over_nodes, over_time = [5.5] * 5, [-float(node) for node in range(1, 11)]
+    assert child.stdout.splitlines() == [str(over_nodes), str(over_time)], child.stderr
 
 
 def test_plots(series_folder: pathlib.Path) -> None:
