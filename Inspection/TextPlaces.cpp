@@ -120,6 +120,12 @@ uint unit32(const char* at, bool isLittleEndian)
     return isLittleEndian ? first | second << 16 : second | first << 16;
 }
 
+/// Whether a number is a character by itself that neither ends a line nor has anything to be said of it.
+bool isPlain(uint unit)
+{
+    return (unit >= 0x20 && unit < 0xD800) || unit == '\t';
+}
+
 bool isSpace(QChar character)
 {
     return character.isSpace();
@@ -143,11 +149,10 @@ public:
         state_.pending.clear();
     }
 
-    /// Gives the characters and faults to the vectors that are there.
-    State run(std::vector<Character>* characters, QString* units, std::vector<Fault>* faults)
+    /// Gives the characters and faults to what is there for them.
+    State run(Characters* characters, std::vector<Fault>* faults)
     {
         characters_ = characters;
-        units_ = units;
         faults_ = faults;
         at_ = base_ == 0 ? std::min(places_.markLength_, bytes_.size()) : 0;
         bool isValid = true;
@@ -158,6 +163,8 @@ public:
                 return passPlain(decoded);
         }
         while (at_ < bytes_.size()) {
+            if (passPlainCharacters())
+                continue;
             const Step step = places_.stepAt(bytes_, at_, isValid, pending_);
             if (step.bytes == 0)
                 break;
@@ -169,10 +176,9 @@ public:
     }
 
     /// What is left when there are no more bytes.
-    State runEnd(std::vector<Character>* characters, QString* units, std::vector<Fault>* faults)
+    State runEnd(Characters* characters, std::vector<Fault>* faults)
     {
         characters_ = characters;
-        units_ = units;
         faults_ = faults;
         const bool isHalfPair =
             (places_.encoding_ == Encoding::Utf16 || places_.encoding_ == Encoding::Utf16LittleEndian)
@@ -265,23 +271,45 @@ private:
     void addCharacter(int begin, const Step& step)
     {
         if (characters_ != nullptr) {
-            const Character character {begin - pending_, at_ + step.bytes - pending_, state_.line,
-                                       state_.column};
-            for (int number = 0; number < step.width; ++number)
-                characters_->push_back(character);
+            addRun(begin, at_ + step.bytes - begin, step.width);
             addUnits(step);
         }
         state_.index += step.width;
     }
 
+    void addRun(int begin, int length, int width)
+    {
+        characters_->add(
+            {characters_->units.size(), width, begin - pending_, length, state_.line, state_.column});
+    }
+
     void addUnits(const Step& step)
     {
+        QString& units = characters_->units;
         if (step.width == 2) {
-            *units_ += QChar(QChar::highSurrogate(step.value));
-            *units_ += QChar(QChar::lowSurrogate(step.value));
+            units += QChar(QChar::highSurrogate(step.value));
+            units += QChar(QChar::lowSurrogate(step.value));
         } else {
-            *units_ += QChar(ushort(step.value));
+            units += QChar(ushort(step.value));
         }
+    }
+
+    /// Passes the characters up to the next of which there may be something to say. False if there are none.
+    bool passPlainCharacters()
+    {
+        const int count = places_.plainCharactersAt(bytes_, at_);
+        if (count == 0)
+            return false;
+        closeReturn();
+        const int length = places_.bytesOfPlain();
+        if (characters_ != nullptr) {
+            addRun(at_, length, 1);
+            places_.appendPlain(characters_->units, bytes_.constData() + at_, count);
+        }
+        state_.index += count;
+        state_.column += count;
+        at_ += count * length;
+        return true;
     }
 
     void addFault(Rule rule, const Place& place, const QString& found = {})
@@ -297,10 +325,47 @@ private:
     State state_;
     QString plainText_;
     int at_ = 0;
-    std::vector<Character>* characters_ = nullptr;
-    QString* units_ = nullptr;
+    Characters* characters_ = nullptr;
     std::vector<Fault>* faults_ = nullptr;
 };
+
+void TextPlaces::Characters::reset(int mostUnits)
+{
+    units = QString();
+    units.reserve(mostUnits);
+    runs.clear();
+    lastRun = 0;
+}
+
+/// A run that goes on with the one before it becomes a part of that.
+void TextPlaces::Characters::add(const Run& run)
+{
+    if (!runs.empty()) {
+        const Run& last = runs.back();
+        const bool goesOn = last.line == run.line && last.length == run.length && last.width == run.width
+            && last.beginOf(run.first) == run.begin;
+        if (goesOn)
+            return;
+    }
+    runs.push_back(run);
+}
+
+/// Most often it is that of the number before, or the next one.
+const TextPlaces::Run& TextPlaces::Characters::runOf(qint32 number)
+{
+    const auto beginsBehind = [number](const Run& run) { return number < run.first; };
+    const auto isIn = [&](std::size_t run) {
+        return !beginsBehind(runs[run]) && (run + 1 == runs.size() || beginsBehind(runs[run + 1]));
+    };
+    if (lastRun + 1 < runs.size() && !beginsBehind(runs[lastRun + 1]))
+        ++lastRun;
+    if (!isIn(lastRun)) {
+        const auto behind = std::partition_point(runs.begin(), runs.end(),
+                                                 [&](const Run& run) { return !beginsBehind(run); });
+        lastRun = std::size_t(behind - runs.begin()) - 1;
+    }
+    return runs[lastRun];
+}
 
 TextPlaces::TextPlaces(const InputFile& file)
     : device_(file.openBytes()), encoding_(Encoding::Utf8), states_(1)
@@ -332,8 +397,9 @@ Place TextPlaces::place(qint64 index)
 {
     if (openBlockOf(index)) {
         const State& start = states_[openBlock_];
-        const Character& character = characters_[std::size_t(index - start.index)];
-        return {character.line, character.column, start.offset + character.begin};
+        const auto number = qint32(index - start.index);
+        const Run& run = characters_.runOf(number);
+        return {run.line, run.columnOf(number), start.offset + run.beginOf(number)};
     }
     const State& end = states_.back();
     return {end.line, end.column, end.offset};
@@ -347,7 +413,9 @@ qint64 TextPlaces::length(qint64 begin, qint64 end)
     if (!openBlockOf(end - 1))
         return states_.back().offset - first;
     const State& start = states_[openBlock_];
-    return start.offset + characters_[std::size_t(end - 1 - start.index)].end - first;
+    const auto last = qint32(end - 1 - start.index);
+    const Run& run = characters_.runOf(last);
+    return start.offset + run.beginOf(last) + run.length - first;
 }
 
 QString TextPlaces::text(qint64 begin, qint64 end)
@@ -356,7 +424,7 @@ QString TextPlaces::text(qint64 begin, qint64 end)
     while (begin < end && openBlockOf(begin)) {
         const qint64 first = states_[openBlock_].index;
         const qint64 last = std::min(end, states_[openBlock_ + 1].index);
-        text += units_.midRef(int(begin - first), int(last - begin));
+        text += characters_.units.midRef(int(begin - first), int(last - begin));
         begin = last;
     }
     return text;
@@ -432,8 +500,7 @@ bool TextPlaces::passBlock()
     const std::size_t met = faults_.size();
     Pass pass(*this, start, bytes);
     isAtEnd_ = bytes.isEmpty();
-    states_.push_back(isAtEnd_ ? pass.runEnd(nullptr, nullptr, &faults_)
-                               : pass.run(nullptr, nullptr, &faults_));
+    states_.push_back(isAtEnd_ ? pass.runEnd(nullptr, &faults_) : pass.run(nullptr, &faults_));
     plainText_ = pass.plainText();
     for (std::size_t i = met; i < faults_.size() && !firstBadByte_.hasOffset(); ++i) {
         if (faults_[i].rule == Rule::NotUtf8 || faults_[i].rule == Rule::NotUtf8AtEnd)
@@ -449,27 +516,26 @@ bool TextPlaces::openBlockOf(qint64 index)
         return states_[block].index <= index && index < states_[block + 1].index;
     };
     const auto isThere = [&] { // unless the file has changed since the block was passed
-        return std::size_t(index - states_[openBlock_].index) < characters_.size();
+        return index - states_[openBlock_].index < characters_.units.size();
     };
     while (states_.back().index <= index && !isAtEnd_)
         passBlock();
     if (index < 0 || index >= states_.back().index)
         return false;
-    if (!characters_.empty() && isOpen(openBlock_))
+    if (!characters_.units.isEmpty() && isOpen(openBlock_))
         return isThere();
 
     const auto behind = std::upper_bound(states_.begin(), states_.end(), index,
                                          [](qint64 at, const State& state) { return at < state.index; });
     openBlock_ = std::size_t(behind - states_.begin()) - 1;
     const State& start = states_[openBlock_];
-    characters_.clear();
-    units_.clear();
     const QByteArray bytes = bytesAt(start.offset, states_[openBlock_ + 1].offset - start.offset);
+    characters_.reset(bytes.size());
     Pass pass(*this, start, bytes);
     if (bytes.isEmpty())
-        pass.runEnd(&characters_, &units_, nullptr);
+        pass.runEnd(&characters_, nullptr);
     else
-        pass.run(&characters_, &units_, nullptr);
+        pass.run(&characters_, nullptr);
     return isThere();
 }
 
@@ -525,6 +591,50 @@ TextPlaces::Step TextPlaces::stepAt(const QByteArray& bytes, int at, bool isVali
     }
     }
     return {0, 0, 0, false}; // there is no other encoding
+}
+
+/// How many characters from a byte on take a number each, and neither end a line nor have anything to be said
+/// of them.
+int TextPlaces::plainCharactersAt(const QByteArray& bytes, int at) const
+{
+    const char* const begin = bytes.constData() + at;
+    const int most = (bytes.size() - at) / bytesOfPlain();
+    const auto countWhilePlain = [most](auto unitAt) {
+        int count = 0;
+        while (count < most && isPlain(unitAt(count)))
+            ++count;
+        return count;
+    };
+    switch (encoding_) {
+    case Encoding::Utf8:
+        return countWhilePlain([begin](int i) { return uchar(begin[i]) < 0x80 ? uint(begin[i]) : 0U; });
+    case Encoding::Utf16:
+        return countWhilePlain([begin](int i) { return unit16(begin + 2 * i, false); });
+    case Encoding::Utf16LittleEndian:
+        return countWhilePlain([begin](int i) { return unit16(begin + 2 * i, true); });
+    case Encoding::SingleByte:
+        return countWhilePlain([this, begin](int i) { return singleBytes_[uchar(begin[i])]; });
+    default:
+        return 0; // nobody uses it for long files
+    }
+}
+
+int TextPlaces::bytesOfPlain() const
+{
+    return encoding_ == Encoding::Utf16 || encoding_ == Encoding::Utf16LittleEndian ? 2 : 1;
+}
+
+void TextPlaces::appendPlain(QString& units, const char* bytes, int count) const
+{
+    if (encoding_ == Encoding::Utf8) {
+        units += QLatin1String(bytes, count);
+        return;
+    }
+    const bool isLittleEndian = encoding_ == Encoding::Utf16LittleEndian;
+    for (int i = 0; i < count; ++i) {
+        units += encoding_ == Encoding::SingleByte ? QChar(singleBytes_[uchar(bytes[i])])
+                                                   : QChar(ushort(unit16(bytes + 2 * i, isLittleEndian)));
+    }
 }
 
 void TextPlaces::report(const Fault& fault, Listener& listener)

@@ -83,11 +83,29 @@ private:
         bool isLineBad = false; ///< the line has a bad byte before
     };
 
-    struct Character {
-        qint32 begin; ///< the first byte, from that of the block; negative if it stands before
-        qint32 end;
+    /// Characters of a line that stand one behind the other and are alike in size.
+    struct Run {
+        qint32 first;  ///< the number of the first one, from that of the block
+        qint32 width;  ///< how many numbers each takes
+        qint32 begin;  ///< the first byte, from that of the block; negative if it stands before
+        qint32 length; ///< of each, in bytes
         qint64 line;
-        qint64 column;
+        qint64 column; ///< of the first one
+
+        qint32 charactersBefore(qint32 number) const { return (number - first) / width; }
+        qint32 beginOf(qint32 number) const { return begin + charactersBefore(number) * length; }
+        qint64 columnOf(qint32 number) const { return column + charactersBefore(number); }
+    };
+
+    /// The characters of a block.
+    struct Characters {
+        QString units; ///< by their numbers
+        std::vector<Run> runs;
+        std::size_t lastRun = 0; ///< that was asked for
+
+        void reset(int mostUnits);
+        void add(const Run& run); ///< before its units
+        const Run& runOf(qint32 number);
     };
 
     struct Fault {
@@ -112,6 +130,9 @@ private:
     bool passBlock();
     bool openBlockOf(qint64 index);
     Step stepAt(const QByteArray& bytes, int at, bool isValid, int pending) const;
+    int plainCharactersAt(const QByteArray& bytes, int at) const;
+    int bytesOfPlain() const;
+    void appendPlain(QString& units, const char* bytes, int count) const;
     void report(const Fault& fault, Listener& listener);
     void passParts(qint64 index);
 
@@ -124,9 +145,8 @@ private:
     bool isAtEnd_ = false;
 
     std::size_t openBlock_ = 0;
-    QString units_;                     ///< the numbers of the open block
-    std::vector<Character> characters_; ///< those of the open block, an entry for each number
-    std::vector<Fault> faults_;         ///< that were met and not told
+    Characters characters_;     ///< of the open block
+    std::vector<Fault> faults_; ///< that were met and not told
     std::size_t told_ = 0;
     std::vector<Part> parts_;
     std::size_t passedParts_ = 0;

@@ -5,8 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <QTextCodec>
 #include <QTextStream>
 
+#include <numeric>
+#include <optional>
 #include <random>
 
 namespace Nereo::Inspection {
@@ -146,6 +149,132 @@ TEST(TextPlacesTest, FindsTheCharactersInOtherEncodings)
         const std::string bytes = inUtf16(text, isLittleEndian);
         expectPlacesOf(folder.write("whole", bytes));
         expectPlacesOf(folder.write("odd", bytes + 'x'));
+    }
+}
+
+/// A character of a file, by what one sees who goes from byte to byte.
+struct Seen {
+    Place place;
+    qint64 length;
+};
+
+using LengthOf = int (*)(uint character); ///< in bytes
+
+/// An entry for each number of a text without a byte-order mark.
+std::vector<Seen> seenIn(const QVector<uint>& characters, LengthOf lengthOf)
+{
+    std::vector<Seen> seen;
+    Place place {1, 1, 0};
+    for (int i = 0; i < characters.size(); ++i) {
+        const bool isReturn = characters[i] == '\r';
+        const bool endsLine = isReturn && i + 1 < characters.size() && characters[i + 1] == '\n';
+        qint64 length = lengthOf(characters[i]);
+        if (endsLine)
+            length += lengthOf(characters[++i]);
+        if (!isReturn || endsLine)
+            seen.insert(seen.end(), QChar::requiresSurrogates(characters[i]) ? 2 : 1, {place, length});
+        place.offset += length;
+        ++place.column;
+        if (characters[i] == '\n')
+            place = {place.line + 1, 1, place.offset};
+    }
+    return seen;
+}
+
+/// In their order, and in any.
+void expectPlaces(TextPlaces& places, const std::vector<Seen>& seen, std::mt19937& random)
+{
+    std::vector<std::size_t> asked(seen.size());
+    std::iota(asked.begin(), asked.end(), std::size_t(0));
+    for (int trial = 0; trial < 1000 && !seen.empty(); ++trial)
+        asked.push_back(random() % seen.size());
+    for (const std::size_t i : asked) {
+        const auto index = qint64(i);
+        ASSERT_EQ(places.place(index), seen[i].place) << i;
+        ASSERT_EQ(places.length(index, index + 1), seen[i].length) << i;
+    }
+}
+
+int lengthInUtf8(uint character)
+{
+    return character < 0x80 ? 1 : character < 0x800 ? 2 : character < 0x10000 ? 3 : 4;
+}
+
+int lengthInUtf16(uint character)
+{
+    return QChar::requiresSurrogates(character) ? 4 : 2;
+}
+
+int lengthInUtf32(uint)
+{
+    return 4;
+}
+
+int lengthInLatin1(uint)
+{
+    return 1;
+}
+
+TEST(TextPlacesTest, GivesEachCharacterItsPlaceInAnyEncoding)
+{
+    const std::string pieces[] = {
+        "a",
+        "bc ",
+        "xy\n",
+        "\n",
+        "\r\n",
+        "\t",
+        std::string(3000, 'x'),
+        "\r",
+        "\x01",
+        "\0"s,
+        "\x7F",
+        "\xC3\xA4", // of one byte in other encodings
+        "\xC3\xA4\xC3\xB6",
+        "\xC3\xBF",
+        "\xE2\x82\xAC",
+        "\xF0\x9F\x98\x80",
+        "\xEE\x80\x80",
+        "\xED\x9F\xBF",
+    };
+    constexpr std::size_t withoutFaults = 7;
+    constexpr std::size_t inLatin1 = 14;
+    struct Row {
+        const char* codec;
+        LengthOf lengthOf;
+        std::optional<TextPlaces::Encoding> encoding; ///< none for one of single bytes
+    };
+    const Row rows[] = {
+        {"UTF-8",      lengthInUtf8,   TextPlaces::Encoding::Utf8             },
+        {"UTF-16LE",   lengthInUtf16,  TextPlaces::Encoding::Utf16LittleEndian},
+        {"UTF-16BE",   lengthInUtf16,  TextPlaces::Encoding::Utf16            },
+        {"UTF-32LE",   lengthInUtf32,  TextPlaces::Encoding::Utf32LittleEndian},
+        {"ISO 8859-1", lengthInLatin1, std::nullopt                           },
+    };
+    const TemporaryFolder folder;
+    std::mt19937 random(5); // NOLINT(bugprone-random-generator-seed)
+    for (const auto& [codecName, lengthOf, encoding] : rows) {
+        QTextCodec* const codec = QTextCodec::codecForName(codecName);
+        ASSERT_NE(codec, nullptr);
+        const std::size_t all = encoding ? std::size(pieces) : inLatin1;
+        for (int trial = 0; trial < 40; ++trial) {
+            const int size = trial < 30 ? int(random() % 40) : 16384 + int(random() % 20000);
+            QString text;
+            while (text.size() < size)
+                text += QString::fromStdString(pieces[random() % (trial % 3 == 0 ? withoutFaults : all)]);
+            QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+            QByteArray bytes = codec->fromUnicode(text.constData(), text.size(), &state);
+            const std::vector<Seen> seen = seenIn(text.toUcs4(), lengthOf);
+            if (encoding == TextPlaces::Encoding::Utf32LittleEndian) // has room for both halves of a pair
+                bytes.truncate(4 * text.toUcs4().size());
+            const InputFile file(folder.write("file", bytes.toStdString()));
+            TextPlaces places = encoding ? TextPlaces(file, *encoding) : TextPlaces(file, *codec);
+            SCOPED_TRACE(codecName + (' ' + std::to_string(trial)));
+            expectPlaces(places, seen, random);
+            EXPECT_EQ(places.text(0, text.size()), QString(text).remove(QLatin1Char('\r')));
+            if (HasFailure())
+                return;
+        }
     }
 }
 
