@@ -131,6 +131,7 @@ public:
     }
 
     bool wantsItems() const override { return true; }
+    bool wantsFindings() const override { return false; }
     void finding(const Discovery&) override {}
     bool onlyCounts(Rule) override { return true; }
 

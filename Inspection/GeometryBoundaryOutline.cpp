@@ -57,6 +57,7 @@ public:
 
     bool wantsItems() const override { return listener_.wantsItems(); }
     bool wantsPlaces() const override { return listener_.wantsPlaces(); }
+    bool wantsFindings() const override { return listener_.wantsFindings(); }
     void item(const Item& item) override { listener_.item(item); }
     void element(const QString& address) override { listener_.element(address); }
     bool onlyCounts(Rule rule) override { return listener_.onlyCounts(unread(rule)); }
@@ -194,7 +195,7 @@ QStringList variableNames()
 class GeometryBoundaryWalk {
 public:
     GeometryBoundaryWalk(const InputFile& file, Listener& listener)
-        : listener_(listener), text_(file, listener_), judges_(listener.wantsPlaces())
+        : listener_(listener), text_(file, listener_), judges_(listener.wantsFindings())
     {
     }
 
@@ -695,7 +696,7 @@ private:
 
     UnreadListener listener_;
     TextFile text_;
-    const bool judges_; ///< somebody wants to know what is wrong, and where
+    const bool judges_; ///< somebody wants to know what is wrong
     Line line_;
     std::deque<Line> ahead_; ///< lines that have been read, behind this one
     bool isAtEnd_ = false;

@@ -1,9 +1,5 @@
 #include "LateMaterialNames.h"
 
-#include <FileIO/MaterialDatabaseXml.h>
-
-#include <algorithm>
-
 namespace Nereo::Inspection {
 
 namespace {
@@ -23,6 +19,7 @@ void LateMaterialNames::element(const QString& address)
     release();
     ++place_;
     isNamed_ = false;
+    name_.clear();
     if (names_)
         nameMaterial(names_->next().part);
 }
@@ -77,15 +74,10 @@ void LateMaterialNames::nameMaterial(const QString& part)
     held_.clear();
 }
 
-/// The last of several names counts.
 QString LateMaterialNames::partOfHeld()
 {
-    static const QString address = slash + QLatin1String(Io::MaterialXml::name);
-    const auto last = std::find_if(held_.rbegin(), held_.rend(), [](const Held& held) {
-        return !held.isElement && held.item.address == address;
-    });
-    const QString name = last == held_.rend() ? QString() : MaterialNames::nameOf(last->item.spelling);
-    return MaterialNames::partOf(name, name.isEmpty() ? 0 : ++counts_[name], place_);
+    const QString name = room_.take(name_) ? name_ : QString();
+    return MaterialNames::partOf(keptText(name), name.isEmpty() ? 0 : ++counts_[name], place_);
 }
 
 } // namespace Nereo::Inspection

@@ -36,9 +36,12 @@ public:
     virtual bool wantsItems() const = 0;
 
     /// Whether anybody wants to know where things stand. Where nobody does, the offset of a place only says
-    /// how far a text has been read, about, no length is told, and a spelling is without markup; of what is
-    /// wrong only that has to be told which can't be read.
+    /// how far a text has been read, about, no length is told, and a spelling is without markup.
     virtual bool wantsPlaces() const { return true; }
+
+    /// Whether anybody wants to know what is wrong. Where nobody does, only that has to be told which can't
+    /// be read, and the values of a material may come when all of it has been read.
+    virtual bool wantsFindings() const { return true; }
 
     virtual void item(const Item& item) = 0;
 
@@ -50,6 +53,9 @@ public:
 
     /// A material or a property begins: the values that it has follow, with addresses below this one.
     virtual void element(const QString&) {}
+
+    /// What has been read as the name of the material of a database; the last of several counts.
+    virtual void materialName(const QString&) {}
 
     /// Whether a value of a document has its offset in every encoding whose characters can be told apart.
     virtual bool wantsEveryOffset() const { return false; }
@@ -65,6 +71,7 @@ public:
     explicit ItemListener(const ItemVisitor& visit) : visit_(visit) {}
 
     bool wantsItems() const override { return true; }
+    bool wantsFindings() const override { return false; }
     void item(const Item& item) override { visit_(item); }
     void finding(const Discovery&) override {}
     bool onlyCounts(Rule) override { return true; }

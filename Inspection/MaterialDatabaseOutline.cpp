@@ -176,11 +176,11 @@ struct MaterialState {
 /// The way through one file.
 class MaterialDatabaseWalk {
 public:
-    /// Without places the addresses have no names: a LateMaterialNames adds them.
+    /// Where nobody wants findings the addresses have no names: a LateMaterialNames adds them.
     MaterialDatabaseWalk(const InputFile& file, Listener& listener)
-        : xml_(file, listener), listener_(listener), judges_(listener.wantsPlaces())
+        : xml_(file, listener), listener_(listener), judges_(listener.wantsFindings())
     {
-        if (listener.wantsPlaces())
+        if (judges_)
             names_.emplace(file);
     }
 
@@ -287,11 +287,17 @@ private:
         if (!reading)
             return skipUnknownElement(&namesInMaterial());
         if (reading->index == Name)
-            material.nameElement = reading;
+            takeName(*reading, material);
         else if (reading->index == Id)
             material.id = reading;
         else
             checkReference(*reading, material.type);
+    }
+
+    void takeName(const Reading& reading, MaterialState& material)
+    {
+        listener_.materialName(reading.text.text);
+        material.nameElement = reading;
     }
 
     void checkReference(const Reading& reading, MaterialType type)
@@ -436,7 +442,9 @@ private:
     void readPoint(Property& property)
     {
         ++property.points;
-        prefix_ += QLatin1String("points/") + QString::number(property.points) + QLatin1Char('/');
+        prefix_ += QLatin1String("points/");
+        prefix_ += Io::NumberText(property.points);
+        prefix_ += QLatin1Char('/');
         if (judges_ && !property.variable && !property.firstPoint)
             property.firstPoint = Discovery {Rule::UnusedValue, xml_.place(), prefix_.chopped(1),
                                              QLatin1String(MaterialXml::point)};
@@ -446,7 +454,7 @@ private:
             const std::optional<Reading> reading = readValue(pointValues, met);
             if (!reading)
                 skipUnknownElement(nullptr);
-            else if (reading->index == X)
+            else if (judges_ && reading->index == X)
                 x = reading;
         }
         if (!judges_ || xml_.hasError())
@@ -586,7 +594,7 @@ private:
     std::optional<MaterialNames> names_;
     XmlFile xml_;
     Listener& listener_;
-    const bool judges_; ///< somebody wants to know what is wrong, and where
+    const bool judges_; ///< somebody wants to know what is wrong
     QString prefix_;    ///< of the addresses in the element that is open
     QString typeOfStart_ = QStringLiteral("fluid");
     Io::Material start_; ///< a material of that type, with what such a one starts with
@@ -598,7 +606,7 @@ private:
 
 void walkMaterialDatabase(const InputFile& file, Listener& listener)
 {
-    if (listener.wantsPlaces())
+    if (listener.wantsFindings())
         return MaterialDatabaseWalk(file, listener).run();
     LateMaterialNames names(file, listener);
     MaterialDatabaseWalk(file, names).run();

@@ -76,7 +76,18 @@ QString nameOfMaterial(QXmlStreamReader& xml)
 
 } // namespace
 
-MaterialNames::MaterialNames(const InputFile& file) : mostBytes_(file.size() + roomForEntities)
+NameRoom::NameRoom(const InputFile& file) : bytesLeft_(file.size() + roomForEntities) {}
+
+bool NameRoom::take(const QString& name)
+{
+    constexpr int end = 1; // a byte behind each
+    const int size = name.toUtf8().size();
+    const bool hasRoom = size < bytesLeft_;
+    bytesLeft_ -= end + (hasRoom ? size : 0);
+    return hasRoom;
+}
+
+MaterialNames::MaterialNames(const InputFile& file) : room_(file)
 {
     const auto device = file.open(QIODevice::Text);
     QXmlStreamReader xml(device.get());
@@ -129,10 +140,9 @@ void MaterialNames::readDatabase(QXmlStreamReader& xml)
 
 void MaterialNames::append(const QString& name)
 {
-    const QByteArray utf8 = name.toUtf8();
-    if (names_.size() + utf8.size() < mostBytes_) {
-        names_ += utf8;
-        named_ += !utf8.isEmpty();
+    if (room_.take(name)) {
+        names_ += name.toUtf8();
+        named_ += !name.isEmpty();
     }
     names_ += '\0';
 }

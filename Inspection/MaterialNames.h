@@ -12,11 +12,23 @@ class QXmlStreamReader;
 
 namespace Nereo::Inspection {
 
+/// How much is kept of the names of a database: no more than the file has bytes, but for names out of
+/// entities, of which there are 32 MiB at most. Behind that materials have none.
+class NameRoom {
+public:
+    explicit NameRoom(const InputFile& file);
+
+    /// Whether the name of the next material finds room, which it then takes.
+    bool take(const QString& name);
+
+private:
+    qint64 bytesLeft_;
+};
+
 /// The names of the materials of a database, one after the other.
 ///
 /// They have to be known before the elements that stand before them, and the last of several in a material
-/// counts. So the file is read for them alone, and they are kept: no more than the file has bytes, but for
-/// names out of entities, of which there are 32 MiB at most. Behind that materials have none.
+/// counts. So the file is read for them alone, and they are kept.
 class NEREOINSPECTION_EXPORT MaterialNames {
 public:
     explicit MaterialNames(const InputFile& file);
@@ -42,7 +54,7 @@ private:
     void readDatabase(QXmlStreamReader& xml);
     void append(const QString& name);
 
-    qint64 mostBytes_;
+    NameRoom room_;
     QByteArray names_; ///< each behind the other, with a NUL at its end
     int named_ = 0;    ///< how many aren't empty
     int at_ = 0;       ///< the next one

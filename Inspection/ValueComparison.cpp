@@ -32,15 +32,18 @@ struct Stop {};
 /// Adds the text in UTF-8.
 void appendText(std::string& bytes, QStringView text)
 {
-    const auto isAscii = [](QChar character) { return character.unicode() < 0x80; };
-    if (std::all_of(text.begin(), text.end(), isAscii)) { // as nearly always
-        const std::size_t before = bytes.size();
-        bytes.resize(before + std::size_t(text.size()));
-        std::transform(text.begin(), text.end(), bytes.begin() + std::ptrdiff_t(before),
-                       [](QChar character) { return char(character.unicode()); });
+    const std::size_t before = bytes.size();
+    bytes.resize(before + std::size_t(text.size()));
+    unsigned bits = 0;
+    std::transform(text.begin(), text.end(), bytes.begin() + std::ptrdiff_t(before),
+                   [&bits](QChar character) {
+                       bits |= character.unicode();
+                       return char(character.unicode());
+                   });
+    if (bits < 0x80) // as nearly always: ASCII
         return;
-    }
     const QByteArray utf8 = text.toUtf8();
+    bytes.resize(before);
     bytes.append(utf8.constData(), std::size_t(utf8.size()));
 }
 
@@ -79,6 +82,7 @@ public:
 
     bool wantsItems() const override { return true; }
     bool wantsPlaces() const override { return false; }
+    bool wantsFindings() const override { return false; }
 
     void item(const Item& item) override { itemIn({}, item); }
 
@@ -180,10 +184,14 @@ public:
 
     void takeOfB(std::string_view address, const SaidValue& value)
     {
-        const Position position = positionInA(address);
-        if (position == ValueTable::none)
-            return keepOfB(cursor_, false, address, value);
-        const Entry entry = a_.at(position);
+        Position position = cursor_; // as most often
+        Entry entry = position < a_.end() ? a_.at(position) : Entry();
+        if (position == a_.end() || a_.isReplaced(position) || entry.address != address) {
+            position = lookedUpInA(address);
+            if (position == ValueTable::none)
+                return keepOfB(cursor_, false, address, value);
+            entry = a_.at(position);
+        }
         cursor_ = entry.next;
         const bool isSame = areIdentical(entry.value, value) && entry.value.shown == value.shown;
         if (a_.isMet(position) || !isSame)
@@ -226,11 +234,8 @@ private:
         }
     };
 
-    /// Most often it is the next one.
-    Position positionInA(std::string_view address)
+    Position lookedUpInA(std::string_view address)
     {
-        if (cursor_ < a_.end() && !a_.isReplaced(cursor_) && a_.at(cursor_).address == address)
-            return cursor_;
         prepareLookUp();
         return a_.find(address);
     }

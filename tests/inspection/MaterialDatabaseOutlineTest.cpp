@@ -85,6 +85,64 @@ TEST(MaterialDatabaseOutlineTest, CountsThePointsOfAPropertyThatComesTwice)
                             "a/density/points/2/x=1", "#2/density/points/1/x=1"));
 }
 
+/// A check knows the names before it reads the materials, and an outline finds them out on its way.
+TEST(MaterialDatabaseOutlineTest, HasTheAddressesOfACheck)
+{
+    const std::string id = "<id>x</id>"; // of which there is a finding
+    const auto material = [&id](const std::string& rest) { return "<material>" + id + rest + "</material>"; };
+    const auto named = [&material](const std::string& name) { return material("<name>" + name + "</name>"); };
+    std::string manyPoints;
+    for (int i = 0; i < 40'000; ++i)
+        manyPoints += "<point><x>1</x><y>2</y></point>";
+    manyPoints = "<property>" + manyPoints + "</property>";
+    const std::string entities = "<!DOCTYPE a [<!ENTITY e 'Air'><!ENTITY f '<name>Oil</name>'>]>";
+    const std::string mark = "\xEF\xBB\xBF";
+    std::string longName;
+    for (int i = 0; i < 60; ++i)
+        longName += "\xC3\xA4\xF0\x9F\x98\x80";
+
+    const std::string air = named("Air");
+    const std::string files[] = {
+        database(""),
+        database(air),
+        database(material("") + named("") + named(" ")),
+        database(air + air + material("") + air),
+        database(named("Air#2") + named("a/b%") + named("#2")),
+        database(material("<name>Air</name><name>Oil</name>") + material("<name>Oil</name><name/>")),
+        database(named("A<b>c</b>i<!-- -->r") + air),
+        database(named("A<![CDATA[<i>]]>r&lt;&#65;")),
+        database(named(mark + "Air") + named(mark + mark + "Air")),
+        database(named(std::string(200, 'a')) + named(std::string(201, 'a')) + named(std::string(500, 'a'))),
+        database(named(longName) + named("x" + longName) + named(mark + longName)),
+        entities + database(named("&e;") + air + material("&f;")),
+        "<material_database>" + air + "<material>" + id + "<name>Ai",
+        "<material_database><material>" + id + "<name>Air</name><property type=",
+        "<material_database><material>" + id + "<name>A<b>i</name>",
+        "<a>" + database(air) + database(air) + "</a>",
+        database("<material>" + id + database(air) + "<name>Oil</name></material>"),
+        database(material(manyPoints + "<name>Air</name>") + air),
+        database(air + material(manyPoints + "<name>Air</name>")),
+    };
+    for (const std::string& bytes : files) {
+        SCOPED_TRACE(bytes.substr(0, 200));
+        const TemporaryFolder folder;
+        const std::string path = folder.write("materials.xml", bytes);
+        std::vector<QString> ofOutline;
+        outline(path, FileKind::Materials, [&ofOutline](const Item& item) {
+            if (item.address.endsWith(QLatin1String("/id")))
+                ofOutline.push_back(item.address);
+        });
+        std::vector<QString> ofCheck;
+        CheckOptions options;
+        options.kind = FileKind::Materials;
+        for (const Finding& finding : check(path, options).findings) {
+            if (finding.code == QLatin1String("not-an-integer"))
+                ofCheck.push_back(finding.address);
+        }
+        EXPECT_EQ(ofOutline, ofCheck);
+    }
+}
+
 TEST(MaterialDatabaseOutlineTest, GivesWhatALoadMakesOfTheTexts)
 {
     const TemporaryFolder folder;
