@@ -2,7 +2,10 @@
 
 #include <FileIO/ControlFileSections.h>
 #include <FileIO/MaterialReferenceValues.h>
+#include <FileIO/NumberText.h>
 #include <NereoFileIO/CodeNameTable.h>
+
+#include <QStringBuilder>
 
 #include <algorithm>
 
@@ -260,12 +263,14 @@ void ControlFileMaterials::item(const Name& name, Type type, Range range, const 
 QString ControlFileMaterials::addressOf(const Name& name) const
 {
     constexpr QLatin1Char slash('/');
-    QString address = address_ + slash;
-    if (!name.property.isEmpty())
-        address += name.property.toString() + slash;
-    if (name.point > 0)
-        address += QLatin1String("points/") + QString::number(name.point) + slash;
-    return address += QLatin1String(name.element);
+    const QLatin1String element(name.element);
+    if (name.property.isEmpty())
+        return address_ % slash % element;
+    if (name.point == 0)
+        return address_ % slash % name.property % slash % element;
+    const Io::NumberText point(name.point);
+    return address_ % slash % name.property % QLatin1String("/points/") % QLatin1String(point) % slash
+        % element;
 }
 
 /// Whether the material ends in what is left of the line.

@@ -65,25 +65,30 @@ XmlFile::~XmlFile() = default;
 
 bool XmlFile::next()
 {
-    if (!Io::hasTokens(xml_))
+    if (!hasNext_)
         return false;
-    if (!hasPlaces_) {
-        xml_.readNext();
-        return Io::hasTokens(xml_);
-    }
-    previousEnd_ = xml_.tokenType() == QXmlStreamReader::NoToken ? 0 : cleanEnd();
-    xml_.readNext();
-    if (xml_.isStartDocument())
+    if (!hasPlaces_)
+        return readNext();
+    previousEnd_ = isAt(Token::NoToken) ? 0 : cleanEnd();
+    readNext();
+    if (isAt(Token::StartDocument))
         encodingName_ = xml_.documentEncoding().toString();
-    hasEntities_ = hasEntities_ || xml_.isDTD();
-    depth_ += xml_.isStartElement() - xml_.isEndElement();
+    hasEntities_ = hasEntities_ || isAt(Token::DTD);
+    depth_ += isAt(Token::StartElement) - isAt(Token::EndElement);
     begin_ = previousEnd_;
-    const bool isTag = xml_.isStartElement() || xml_.isEndElement();
+    const bool isTag = isAt(Token::StartElement) || isAt(Token::EndElement);
     const bool hasWidth =
         begin_ < end(); // unlike the end of an element that is one tag, and entities' content
-    if (hasWidth || xml_.isStartElement())
+    if (hasWidth || isAt(Token::StartElement))
         isInEntity_ = hasEntities_ && isTag && !isTagInFile();
-    return Io::hasTokens(xml_);
+    return hasNext_;
+}
+
+bool XmlFile::readNext()
+{
+    token_ = xml_.readNext();
+    hasNext_ = Io::hasTokens(xml_);
+    return hasNext_;
 }
 
 /// Whether the tag that the current token is stands in the file rather than in an entity.
@@ -97,9 +102,9 @@ bool XmlFile::isTagInFile()
 bool XmlFile::nextChild()
 {
     while (next()) {
-        if (xml_.isEndElement())
+        if (isAt(Token::EndElement))
             return false;
-        if (xml_.isStartElement())
+        if (isAt(Token::StartElement))
             return true;
     }
     return false;
@@ -108,9 +113,9 @@ bool XmlFile::nextChild()
 void XmlFile::skipElement()
 {
     for (int depth = 1; depth > 0 && next();) {
-        if (xml_.isEndElement())
+        if (isAt(Token::EndElement))
             --depth;
-        else if (xml_.isStartElement())
+        else if (isAt(Token::StartElement))
             ++depth;
     }
 }
@@ -122,12 +127,12 @@ XmlText XmlFile::readText(XmlText::Use use, const QString& address)
     if (hasPlaces_)
         text.readersBegin = readersPlace();
     text.isInEntity = isInEntity_;
-    while (next() && !xml_.isEndElement()) {
-        if (xml_.isStartElement()) {
+    while (next() && !isAt(Token::EndElement)) {
+        if (isAt(Token::StartElement)) {
             listener_.finding({Rule::UnexpectedElement, place(), address, name().toString()});
             text.isWhole = false;
             skipElement();
-        } else if (xml_.isCharacters() || xml_.isEntityReference()) {
+        } else if (isAt(Token::Characters) || isAt(Token::EntityReference)) {
             const QStringRef piece = xml_.text();
             const bool isCut =
                 use == XmlText::Use::Nothing || (use == XmlText::Use::Number && isNoNumber(piece));
@@ -272,9 +277,9 @@ TextPlaces& XmlFile::places()
 /// The end of the current token, which the reader has passed where it had to see the next tag.
 qint64 XmlFile::cleanEnd()
 {
-    if (xml_.isStartDocument() && xml_.documentVersion().isEmpty())
+    if (isAt(Token::StartDocument) && xml_.documentVersion().isEmpty())
         return 0; // there is no declaration
-    if (!xml_.isCharacters() || xml_.isCDATA())
+    if (!isAt(Token::Characters) || xml_.isCDATA())
         return end();
     const bool hasSeenTag = !hasEntities_ || characterAt(end() - 1) == QLatin1Char('<');
     return end() - hasSeenTag;

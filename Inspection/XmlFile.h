@@ -48,7 +48,7 @@ public:
     /// is a finding of this address.
     XmlText readText(XmlText::Use use, const QString& address);
 
-    bool isStartElement() const { return xml_.isStartElement(); }
+    bool isStartElement() const { return isAt(Token::StartElement); }
     bool hasError() const { return xml_.hasError(); }
     QStringRef name() const { return xml_.name(); } ///< of the element, without a prefix
 
@@ -73,11 +73,15 @@ public:
     void reportEnd();
 
 private:
+    using Token = QXmlStreamReader::TokenType;
+
     struct Range {
         qint64 begin;
         qint64 end;
     };
 
+    bool isAt(Token token) const { return token_ == token; }
+    bool readNext();
     TextPlaces& places();
     qint64 end() const { return xml_.characterOffset(); }
     qint64 cleanEnd();
@@ -94,6 +98,8 @@ private:
     const InputFile& file_;
     std::unique_ptr<QIODevice> device_;
     QXmlStreamReader xml_;
+    Token token_ = Token::NoToken;
+    bool hasNext_ = true;
     QString encodingName_; ///< in the declaration
     std::unique_ptr<TextPlaces> places_;
     bool hasExactPlaces_ = true; ///< the characters of the encoding can be told apart

@@ -5,15 +5,27 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 
+#include <algorithm>
 #include <cmath>
 
 namespace Nereo::Tool {
 
 namespace {
 
+/// Whether no character of a text is written in another way, as nearly always.
+bool isPlain(const QString& text)
+{
+    return std::all_of(text.begin(), text.end(), [](QChar character) {
+        return character >= QLatin1Char(' ') && character <= QLatin1Char('~') && character != QLatin1Char('"')
+            && character != QLatin1Char('\\');
+    });
+}
+
 /// With quotation marks, and the characters escaped that need it.
 QByteArray quoted(const QString& text)
 {
+    if (isPlain(text))
+        return '"' + text.toLatin1() + '"';
     const QByteArray array = QJsonDocument(QJsonArray {text}).toJson(QJsonDocument::Compact);
     return array.mid(1, array.size() - 2);
 }

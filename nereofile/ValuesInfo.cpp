@@ -40,9 +40,11 @@ int rankOf(const QString& address)
     static constexpr const char* firstOnes[] = {
         "title",           "job",    "program",    "units",       "coordinate-system",
         "transient-data/", "flags/", "constants/", "relaxation/", "solution-control/"};
+    const QChar first = address.isEmpty() ? QChar() : address[0]; // which nearly always is enough to know
     const auto found =
-        std::find_if(std::begin(firstOnes), std::end(firstOnes),
-                     [&address](const char* start) { return address.startsWith(QLatin1String(start)); });
+        std::find_if(std::begin(firstOnes), std::end(firstOnes), [&address, first](const char* start) {
+            return first == QLatin1Char(*start) && address.startsWith(QLatin1String(start));
+        });
     return int(found - std::begin(firstOnes));
 }
 
