@@ -15,6 +15,7 @@ packages=(
     libcli11-dev           # options of the command
     libgtest-dev libgmock-dev
     python3-jsonschema     # the tests of the command, with Python 3
+    strace                 # which files it reads
     libxml2-utils          # xmllint, by which they try the XML Schemas
     dpkg-dev               # those of the packages
     locales                # the source of the tests' locale with a comma

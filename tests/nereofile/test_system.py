@@ -4,8 +4,11 @@ import array
 import fcntl
 import functools
 import os
+import pathlib
 import pty
+import re
 import select
+import shutil
 import signal
 import struct
 import subprocess
@@ -14,6 +17,43 @@ import time
 import unittest
 
 from support import PROGRAM, TIMEOUT, CommandTest, little_endian_results, start
+
+
+class StartTest(CommandTest):
+    def files_read_by(self, *command):
+        """Those that it opens, and it is no matter whether the libraries are this project's."""
+        trace = self.folder / "trace"
+        subprocess.run(
+            ["strace", "-f", "-qq", "-e", "trace=?open,?openat,?openat2", "-o", trace, *command],
+            cwd=self.folder,
+            env={**os.environ, "LSAN_OPTIONS": "detect_leaks=0"},  # which would want to do the same as strace
+            stdout=subprocess.DEVNULL,
+            timeout=TIMEOUT,
+            check=True,
+        )
+        opened = re.findall(r'open\w*\([^"]*"([^"]*)".*\) = \d', trace.read_text())
+        return {name for name in opened if not pathlib.Path(name).name.startswith("libNereo")}
+
+    def test_no_file_is_read_that_qt_core_does_not_read(self):
+        qt_core = os.environ.get("NEREO_USE_QT_CORE")
+        if qt_core is None:
+            self.skipTest("there is no program beside the command that uses Qt Core")
+        if shutil.which("strace") is None:
+            self.skipTest("there is no strace")
+        if subprocess.run(["strace", "-qq", "true"], stderr=subprocess.DEVNULL, check=False).returncode != 0:
+            self.skipTest("no program may look at what another one does here")
+        self.sample("cavity.ctl")
+        of_qt_core = self.files_read_by(qt_core)
+        self.assertTrue(any("Qt5Core" in name for name in of_qt_core), of_qt_core)
+        for arguments, files in [
+            (["--version"], set()),
+            (["--help"], set()),
+            (["codes"], set()),
+            (["info", "cavity.ctl"], {"cavity.ctl"}),
+            (["check", "cavity.ctl"], {"cavity.ctl"}),
+        ]:
+            with self.subTest(arguments=arguments):
+                self.assertEqual(self.files_read_by(PROGRAM, *arguments) - of_qt_core, files)
 
 
 class OutputTest(CommandTest):
