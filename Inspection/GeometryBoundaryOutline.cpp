@@ -6,6 +6,7 @@
 #include "Walker.h"
 
 #include <FileIO/GbiFileSections.h>
+#include <FileIO/NumberText.h>
 #include <NereoFileIO/CodeNameTable.h>
 #include <NereoFileIO/FieldVariable.h>
 #include <NereoUtility/Version.h>
@@ -548,8 +549,11 @@ private:
     /// Of a value in the row.
     QString address(const char* item, int place = 0) const
     {
-        const QString start = row_ % QLatin1Char('/') % QLatin1String(item);
-        return place == 0 ? start : start + QLatin1Char('/') + QString::number(place);
+        constexpr QLatin1Char slash('/');
+        if (place == 0)
+            return row_ % slash % QLatin1String(item);
+        const Io::NumberText number(place);
+        return row_ % slash % QLatin1String(item) % slash % QLatin1String(number);
     }
 
     void readInteger(QStringView word, const char* item)
@@ -568,7 +572,7 @@ private:
     {
         if (listener_.wantsItems()) {
             const QString text = word.toString();
-            tell(address(item, place), Type::Number, word, text, text.toDouble());
+            tell(address(item, place), Type::Number, word, text, Io::parseNumber(text));
         }
         if (!judges_)
             return;

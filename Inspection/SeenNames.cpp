@@ -1,6 +1,5 @@
 #include "SeenNames.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstring>
 
@@ -75,13 +74,12 @@ void SeenNames::Shard::grow()
 
 bool SeenNames::Shard::put(quint64 name)
 {
-    const auto isFreeOrTheName = [name](quint64 slot) { return slot == 0 || slot == name; };
-    const auto start = slots_.begin() + std::ptrdiff_t(name / 64 % slots_.size());
-    auto slot = std::find_if(start, slots_.end(), isFreeOrTheName);
-    if (slot == slots_.end())
-        slot = std::find_if(slots_.begin(), start, isFreeOrTheName); // some are always free
-    const bool isNew = *slot == 0;
-    *slot = name;
+    // The upper half of the bits chooses the slot without a division; the lowest have chosen the shard.
+    auto slot = std::size_t((name >> 32) * slots_.size() >> 32);
+    while (slots_[slot] != 0 && slots_[slot] != name) // some are always free
+        slot = slot + 1 == slots_.size() ? 0 : slot + 1;
+    const bool isNew = slots_[slot] == 0;
+    slots_[slot] = name;
     return isNew;
 }
 
