@@ -36,11 +36,13 @@ def test_the_script(tmp_path: pathlib.Path) -> None:
     assert sorted(path.name for path in (tmp_path / "out").iterdir()) == ["next.ctl", "next.gbi", "next.xml"]
 
 
-def test_the_notebook(folder: pathlib.Path) -> None:
+def test_the_notebook(folder: pathlib.Path, monkeypatch: pytest.MonkeyPatch) -> None:
     nbformat = pytest.importorskip("nbformat")
     nbclient = pytest.importorskip("nbclient")
-    pytest.importorskip("ipykernel")
+    kernelspec = pytest.importorskip("ipykernel.kernelspec")
     pytest.importorskip("matplotlib")
+    kernelspec.write_kernel_spec(folder / "jupyter" / "kernels" / "python3")  # by the interpreter that runs the test
+    monkeypatch.setenv("JUPYTER_PATH", str(folder / "jupyter"))
     notebook = nbformat.read(ROOT / "examples" / "python" / "results.ipynb", as_version=4)
     nbformat.validate(notebook)
     nbclient.NotebookClient(notebook, timeout=300, resources={"metadata": {"path": str(folder)}}).execute()
