@@ -53,7 +53,7 @@ int SeenNames::add(QStringView name)
     return 1;
 }
 
-bool SeenNames::Shard::insert(quint64 name)
+bool Fingerprints::insert(quint64 name)
 {
     if ((count_ + 1) * 4 > slots_.size() * 3) // with fewer free ones a search takes long
         grow();
@@ -62,7 +62,7 @@ bool SeenNames::Shard::insert(quint64 name)
     return isNew;
 }
 
-void SeenNames::Shard::grow()
+void Fingerprints::grow()
 {
     std::vector<quint64> names(slots_.size() + slots_.size() / 2 + 16);
     names.swap(slots_);
@@ -72,7 +72,7 @@ void SeenNames::Shard::grow()
     }
 }
 
-bool SeenNames::Shard::put(quint64 name)
+bool Fingerprints::put(quint64 name)
 {
     // The upper half of the bits chooses the slot without a division; the lowest have chosen the shard.
     auto slot = std::size_t((name >> 32) * slots_.size() >> 32);
@@ -81,6 +81,31 @@ bool SeenNames::Shard::put(quint64 name)
     const bool isNew = slots_[slot] == 0;
     slots_[slot] = name;
     return isNew;
+}
+
+NameCount::NameCount() : shards_(64) {}
+
+void NameCount::add(QStringView name)
+{
+    const quint64 hash = fingerprint(name);
+    Shard& shard = shards_[hash % shards_.size()];
+    shard.added[shard.addedCount++] = hash;
+    if (shard.addedCount == shard.added.size())
+        count(shard);
+}
+
+qint64 NameCount::count()
+{
+    for (Shard& shard : shards_)
+        count(shard);
+    return count_;
+}
+
+void NameCount::count(Shard& shard)
+{
+    for (std::size_t i = 0; i < shard.addedCount; ++i)
+        count_ += shard.known.insert(shard.added[i]);
+    shard.addedCount = 0;
 }
 
 } // namespace Nereo::Inspection

@@ -57,35 +57,38 @@ void ValuesInfo::add(const Inspection::Item& item)
     const QString& address = item.address;
     if (address == addressOfVersion_)
         version_ = textOf(item);
-    if (addresses_.add(address) > 0) {
-        for (auto& [place, shown] : shown_) {
-            if (shown.address == address)
-                shown.text = textOf(item);
-        }
+    addresses_.add(address);
+    const auto known = places_.constFind(address);
+    if (known != places_.constEnd()) {
+        shown_[*known].text = textOf(item);
         return;
     }
-    const std::pair<int, qint64> place {rankOf(address), count_++};
+    // One that has come before and isn't shown finds no room now either.
+    const Place place {rankOf(address), number_++};
     if (shown_.size() == mostShown) {
         const auto last = std::prev(shown_.end());
         if (last->first < place)
             return;
+        places_.remove(last->second.address);
         shown_.erase(last);
     }
     shown_.emplace(place, Shown {address, textOf(item)});
+    places_.insert(address, place);
 }
 
-void ValuesInfo::writeText(Output& output, const std::string& name) const
+void ValuesInfo::writeText(Output& output, const std::string& name)
 {
+    const qint64 count = addresses_.count();
     const QString version = versionIn(kind_, version_);
     output << QStringLiteral("%1: %2%3, %4\n")
                   .arg(oneLine(Util::toQString(name)), kindName(kind_),
                        version.isEmpty() ? QString() : QStringLiteral(", version ") + version,
-                       counted(count_, "value"));
+                       counted(count, "value"));
     Table table({Table::Left, Table::Left});
     for (const auto& [place, shown] : shown_)
         table.add({shown.address, oneLine(shown.text)});
     output << table.text(indentation);
-    const qint64 more = count_ - qint64(shown_.size());
+    const qint64 more = count - qint64(shown_.size());
     if (more > 0)
         output << QStringLiteral("  and %1 more; nereofile get %2 shows them\n")
                       .arg(QString::number(more), oneLine(Util::toQString(name)));

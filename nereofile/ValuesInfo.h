@@ -4,6 +4,9 @@
 #include <NereoInspection/FileKind.h>
 #include <NereoInspection/Outline.h>
 
+#include <QHash>
+#include <QString>
+
 #include <map>
 #include <string>
 #include <utility>
@@ -21,9 +24,11 @@ public:
     explicit ValuesInfo(Inspection::FileKind kind);
 
     void add(const Inspection::Item& item); ///< the last one of an address counts
-    void writeText(Output& output, const std::string& name) const;
+    void writeText(Output& output, const std::string& name);
 
 private:
+    using Place = std::pair<int, qint64>; ///< the rank, and the place in the file
+
     struct Shown {
         QString address;
         QString text;
@@ -32,9 +37,10 @@ private:
     Inspection::FileKind kind_;
     QString addressOfVersion_;
     QString version_;
-    Inspection::SeenNames addresses_ {0};
-    qint64 count_ = 0;                              ///< of the addresses
-    std::map<std::pair<int, qint64>, Shown> shown_; ///< by rank, and by place in the file
+    Inspection::NameCount addresses_;
+    qint64 number_ = 0; ///< of the value that comes next
+    std::map<Place, Shown> shown_;
+    QHash<QString, Place> places_; ///< of those that are shown
 };
 
 /// The members of an object, all values among them.

@@ -39,5 +39,20 @@ TEST(SeenNamesTest, CountsNoFurtherThanItIsTold)
     EXPECT_EQ(names.add(u"b"), 1);
 }
 
+TEST(NameCountTest, CountsEachNameOnce)
+{
+    NameCount names;
+    EXPECT_EQ(names.count(), 0);
+    for (int round = 0; round < 3; ++round) {
+        for (int i = 0; i < 50'000; ++i)
+            names.add(QStringLiteral("name/%1").arg(i));
+        EXPECT_EQ(names.count(), 50'000);
+    }
+    names.add(QString());
+    names.add(QStringLiteral("another"));
+    EXPECT_EQ(names.count(), 50'002);
+    EXPECT_EQ(names.count(), 50'002);
+}
+
 } // namespace
 } // namespace Nereo::Inspection

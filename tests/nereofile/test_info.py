@@ -158,6 +158,17 @@ class InfoTest(CommandTest):
             "info b.cfg", out="b.cfg: configuration-text, 3 values\n  MaxIter   5\n  StopTime  2\n  Width     4\n"
         )
 
+    def test_values_that_come_again_count_once(self):
+        materials = "".join(
+            f"<material><id>{i}</id><name>m{i}</name><id>{i}0</id></material>" for i in range(1, 10001)
+        )
+        self.write("a.xml", f"<material_database>{materials}<a/></material_database>")
+        lines = self.run_command("info", "a.xml").out.splitlines()
+        self.assertEqual(lines[0], "a.xml: materials, 20000 values")
+        self.assertEqual([line.split() for line in lines[1:3]], [["m1/id", "10"], ["m1/name", "m1"]])
+        self.assertEqual(lines[40].split(), ["m20/name", "m20"])
+        self.assertEqual(lines[41], "  and 19960 more; nereofile get a.xml shows them")
+
     def test_json(self):
         self.assertEqual(
             self.json_of("info", "a.cfg"),
