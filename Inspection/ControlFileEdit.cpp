@@ -196,8 +196,6 @@ bool isList(const QString& section)
 /// A section that stands there again overrides all of the earlier one, whatever it lacks.
 void checkCounts(const SectionedLines& lines, const Item& item)
 {
-    if (!item.place.hasOffset())
-        refuseDoubt();
     const Section* const section = lines.sectionOf(lines.lineOf(item.place.offset));
     if (section == nullptr || isList(section->name))
         return;

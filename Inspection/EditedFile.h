@@ -16,7 +16,7 @@
 namespace Nereo::Inspection {
 
 /// Leaves an edit that can't be done.
-class Refusal : public std::exception {
+class NEREOINSPECTION_EXPORT Refusal : public std::exception {
 public:
     Refusal(EditProblem problem, QString message) : problem_(problem), message_(std::move(message)) {}
 
@@ -39,7 +39,7 @@ using Replacements = std::vector<Replacement>;
 
 /// The bytes with all of the replacements, of which none may overlap. Of those at one place the first comes
 /// first.
-QByteArray replaced(const QByteArray& bytes, Replacements replacements);
+NEREOINSPECTION_EXPORT QByteArray replaced(const QByteArray& bytes, Replacements replacements);
 
 /// A value as it is to be written.
 struct NewText {

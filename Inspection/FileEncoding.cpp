@@ -111,11 +111,6 @@ int FileEncoding::unitSize() const
     }
 }
 
-bool FileEncoding::isLittleEndian() const
-{
-    return kind_ == Encoding::Utf16LittleEndian || kind_ == Encoding::Utf32LittleEndian;
-}
-
 QString FileEncoding::decoded(const QByteArray& bytes) const
 {
     QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);

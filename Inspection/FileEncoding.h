@@ -27,7 +27,6 @@ public:
     TextPlaces::Encoding kind() const { return kind_; }
     const QTextCodec& codec() const { return *codec_; }
     int unitSize() const; ///< of the least that a character takes, in bytes
-    bool isLittleEndian() const;
 
     // Without a byte-order mark; one that stands in the text is a character.
 

@@ -16,9 +16,8 @@ constexpr qint64 usual = 2 * kibibyte * kibibyte * kibibyte;
 qint64 availableMemory()
 {
     QFile file(QStringLiteral("/proc/meminfo"));
-    if (!file.open(QIODevice::ReadOnly))
-        return 0;
-    for (const QByteArray& line : file.readAll().split('\n')) {
+    const QByteArray facts = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    for (const QByteArray& line : facts.split('\n')) {
         const QList<QByteArray> words = line.simplified().split(' ');
         if (words.size() == 3 && words[0] == "MemAvailable:" && words[2] == "kB")
             return words[1].toLongLong() * kibibyte;

@@ -139,7 +139,7 @@ const char* addressOf(GbiContent content)
 {
     switch (content) {
     case GbiContent::Fixed:
-        return "";
+        break;
     case GbiContent::CoordinateSystem:
         return "coordinate-system";
     case GbiContent::Materials:
@@ -149,7 +149,7 @@ const char* addressOf(GbiContent content)
     case GbiContent::SurfaceConditions:
         return "conditions";
     }
-    Q_UNREACHABLE();
+    return "";
 }
 
 template <std::size_t count>

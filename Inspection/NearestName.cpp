@@ -35,8 +35,8 @@ int editDistance(QStringView left, QStringView right, int limit)
         int least = (*current)[0] = i;
         for (int j = 1; j <= width; ++j) {
             const auto at = std::size_t(j);
-            int distance = std::min(
-                {(*last)[at] + 1, (*current)[at - 1] + 1, (*last)[at - 1] + (l[i - 1] == r[j - 1] ? 0 : 1)});
+            const int replaced = (*last)[at - 1] + (l[i - 1] == r[j - 1] ? 0 : 1);
+            int distance = std::min({(*last)[at] + 1, (*current)[at - 1] + 1, replaced});
             if (i > 1 && j > 1 && l[i - 1] == r[j - 2] && l[i - 2] == r[j - 1])
                 distance = std::min(distance, (*beforeLast)[at - 2] + 1);
             (*current)[at] = distance;

@@ -20,23 +20,15 @@ struct ReadNumber {
     std::optional<Rule> fault;
 };
 
-class Unheard : public Listener {
-public:
-    bool wantsItems() const override { return false; }
-    void item(const Item&) override {}
-    void finding(const Discovery&) override {}
-};
-
 /// As the stream of a control file's load reads a word.
 ReadNumber readByStream(Type type, const QString& text)
 {
-    Unheard listener;
+    FindingListener listener; // to which nothing is told
     const InputFile file({}, text.toUtf8());
     ControlFileLines lines(file, listener);
-    if (!lines.readLine() || !lines.hasLine())
-        return {0, Rule::NotANumber};
+    const bool isThere = lines.readLine();
     const Range word = lines.wordFrom(0);
-    if (word.isEmpty() || word.size() != lines.lineEnd() || word.size() != text.size())
+    if (!isThere || word.size() != text.size())
         return {0, Rule::NotANumber};
     ReadNumber number;
     const std::optional<WordFault> fault =
@@ -89,12 +81,8 @@ NewText newNumber(FileKind kind, Type type, const QString& given)
     const ReadNumber meant = readByConversion(type, text);
     if (meant.fault)
         refuseNumber(type, text, meant.fault);
-    const QString shortest =
-        type == Type::Number ? shortestText(meant.value) : QString::number(int(meant.value));
-    const ReadNumber read = readNumber(kind, type, shortest);
-    if (read.fault || read.value != meant.value)
-        refuseNumber(type, text, read.fault);
-    return {shortest, variantOf(type, read.value)};
+    const QVariant value = variantOf(type, meant.value);
+    return {type == Type::Number ? shortestText(meant.value) : value.toString(), value};
 }
 
 } // namespace

@@ -108,9 +108,6 @@ Replacement TextLines::part(int i, int begin, const QString& before, const QStri
 
 Replacement TextLines::word(const Item& item, const NewText& text, bool isBehindName) const
 {
-    if (!item.place.hasOffset())
-        throw Refusal(EditProblem::Doubtful,
-                      QStringLiteral("it can't be told where in the file the value is"));
     QByteArray bytes = encodedText(encoding_, text.text);
     const qint64 begin = item.place.offset;
     const qint64 unit = encoding_.unitSize();

@@ -582,15 +582,13 @@ TextPlaces::Step TextPlaces::stepAt(const QByteArray& bytes, int at, bool isVali
         return {4, 2, QChar::surrogateToUcs4(ushort(unit), ushort(next)), false};
     }
     case Encoding::Utf32:
-    case Encoding::Utf32LittleEndian: {
-        if (left < 4)
-            return {0, 0, 0, false};
-        const uint unit = unit32(first, encoding_ == Encoding::Utf32LittleEndian);
-        return {4, QChar::requiresSurrogates(unit) ? 2 : 1, unit,
-                QChar::isSurrogate(unit) || unit > 0x10FFFF};
+    case Encoding::Utf32LittleEndian:
+        break;
     }
-    }
-    return {0, 0, 0, false}; // there is no other encoding
+    if (left < 4)
+        return {0, 0, 0, false};
+    const uint unit = unit32(first, encoding_ == Encoding::Utf32LittleEndian);
+    return {4, QChar::requiresSurrogates(unit) ? 2 : 1, unit, QChar::isSurrogate(unit) || unit > 0x10FFFF};
 }
 
 /// How many characters from a byte on take a number each, and neither end a line nor have anything to be said

@@ -33,11 +33,8 @@ bool checkVersion(const QString& text, bool isEmptyIgnored, const Place& place, 
     if (isVersion(text))
         return false;
     const bool isIgnored = text.isEmpty() && isEmptyIgnored;
-    listener.finding({isIgnored ? Rule::IgnoredVersion : Rule::BadVersion,
-                      place,
-                      address,
-                      text,
-                      {Util::Version(text).toString()}});
+    const QStringList readAs {Util::Version(text).toString()};
+    listener.finding({isIgnored ? Rule::IgnoredVersion : Rule::BadVersion, place, address, text, readAs});
     return true;
 }
 

@@ -22,6 +22,11 @@ bool isBlank(QChar character)
         || character == QLatin1Char('\r');
 }
 
+bool isQuote(QChar character)
+{
+    return character == QLatin1Char('"') || character == QLatin1Char('\'');
+}
+
 bool isEndOfName(QChar character)
 {
     return isBlank(character) || character == QLatin1Char('=') || character == QLatin1Char('>')
@@ -69,25 +74,22 @@ std::vector<int> XmlMarkup::childrenOf(int element) const
 std::optional<QString> XmlMarkup::attribute(int element, const QString& name) const
 {
     const XmlElement& tag = elements_[std::size_t(element)];
-    int at = tag.begin + 1 + tag.name.size();
-    while (at < tag.contentBegin) {
-        while (at < tag.contentBegin && isBlank(text_[at]))
+    for (int at = tag.begin + 1 + tag.name.size();; ++at) {
+        while (isBlank(text_[at]))
             ++at;
         const int nameBegin = at;
-        while (at < tag.contentBegin && !isEndOfName(text_[at]))
+        while (!isEndOfName(text_[at]))
             ++at;
         const QStringRef found = text_.midRef(nameBegin, at - nameBegin);
-        while (at < tag.contentBegin && text_[at] != QLatin1Char('"') && text_[at] != QLatin1Char('\''))
+        while (!isQuote(text_[at]) && text_[at] != QLatin1Char('>'))
             ++at;
-        if (at >= tag.contentBegin)
-            break;
+        if (!isQuote(text_[at]))
+            return {};
         const int valueBegin = at + 1;
         at = text_.indexOf(text_[at], valueBegin);
         if (found == name)
             return text_.mid(valueBegin, at - valueBegin);
-        ++at;
     }
-    return {};
 }
 
 Replacements XmlMarkup::replacement(const Item& item, const NewText& text) const
@@ -99,14 +101,8 @@ Replacements XmlMarkup::replacement(const Item& item, const NewText& text) const
                    QStringLiteral("has a character that XML doesn't allow, or begins with a "
                                   "byte-order mark, which a load doesn't keep"));
     const Range range {indexOf(item.place.offset), indexOf(item.place.offset + item.length)};
-    if (range.begin < 1 || range.end > text_.size())
-        refuseDoubt();
-    const QChar before = text_[range.begin - 1];
-    const bool isQuoted = before == QLatin1Char('"') || before == QLatin1Char('\'');
-    if (isQuoted && range.end < text_.size() && text_[range.end] == before)
+    if (isQuote(text_[range.begin - 1]))
         return {bytes(range, escaped(text.text, true))};
-    if (before != QLatin1Char('>'))
-        refuseDoubt();
     const auto element = std::lower_bound(
         elements_.begin(), elements_.end(), range.begin,
         [](const XmlElement& one, int contentBegin) { return one.contentBegin < contentBegin; });
@@ -156,7 +152,7 @@ Replacement XmlMarkup::child(int parent, int behind, const QString& name, const 
                      QLatin1Char('>') + line + closing + QLatin1String("</") + outer.name + QLatin1Char('>'));
     }
     const int lineEndAt = endOfLineBehind(at);
-    if (lineEndAt != none && lineEndAt < outer.contentEnd)
+    if (lineEndAt != none)
         return bytes({lineEndAt, lineEndAt}, line);
     return bytes({at, at}, at == outer.contentEnd ? line + closing : line);
 }
@@ -200,7 +196,7 @@ int XmlMarkup::readTag(int begin, std::vector<int>& open)
         const QChar character = text_[end];
         if (character == quote)
             quote = QChar();
-        else if (quote.isNull() && (character == QLatin1Char('"') || character == QLatin1Char('\'')))
+        else if (quote.isNull() && isQuote(character))
             quote = character;
     }
     if (end == text_.size())
@@ -231,7 +227,7 @@ int XmlMarkup::behindDeclaration(int begin) const
     int depth = 0;
     for (int at = begin + 1; at < text_.size(); ++at) {
         const QChar character = text_[at];
-        if (character == QLatin1Char('"') || character == QLatin1Char('\'')) {
+        if (isQuote(character)) {
             at = text_.indexOf(character, at + 1);
             if (at == none)
                 return none;
@@ -267,15 +263,11 @@ std::vector<XmlMarkup::Range> XmlMarkup::runsIn(Range content) const
         } else if (isAt(text_, at, instructionBegin)) {
             end = behind(at, instructionEnd);
         } else {
-            const bool isData = isAt(text_, at, dataBegin);
-            end = isData ? behind(at, dataEnd) : text_.indexOf(QLatin1Char('<'), at);
-            end = end == none && !isData ? content.end : std::min(end, content.end);
+            end = isAt(text_, at, dataBegin) ? behind(at, dataEnd) : text_.indexOf(QLatin1Char('<'), at);
             if (end == at)
                 refuseDoubt(); // an element stands in the text
             runs.push_back({at, end});
         }
-        if (end == none || end > content.end)
-            refuseDoubt();
         at = end;
     }
     return runs;
@@ -368,13 +360,13 @@ int XmlMarkup::lineBegin(int at) const
     return at == 0 ? 0 : text_.lastIndexOf(QLatin1Char('\n'), at - 1) + 1;
 }
 
-/// The end of the line, if only blanks and comments stand before it; none otherwise.
+/// The end of the line in an element, if only blanks and comments stand before it; none otherwise.
 int XmlMarkup::endOfLineBehind(int at) const
 {
-    while (at < text_.size()) {
+    for (;;) { // up to a tag, for the element ends
         if (isAt(text_, at, commentBegin)) {
             const int end = behind(at + int(sizeof commentBegin) - 1, commentEnd);
-            if (end == none || text_.midRef(at, end - at).contains(QLatin1Char('\n')))
+            if (text_.midRef(at, end - at).contains(QLatin1Char('\n')))
                 return none;
             at = end;
         } else if (isAt(text_, at, "\n") || isAt(text_, at, "\r\n")) {
@@ -385,7 +377,6 @@ int XmlMarkup::endOfLineBehind(int at) const
             return none;
         }
     }
-    return none;
 }
 
 /// How the line ends, or where it doesn't the one before.
@@ -393,17 +384,14 @@ QString XmlMarkup::lineEnd(int at) const
 {
     int lineFeed = text_.indexOf(QLatin1Char('\n'), at);
     if (lineFeed == none)
-        lineFeed = text_.lastIndexOf(QLatin1Char('\n'), at);
+        lineFeed = text_.lastIndexOf(QLatin1Char('\n'), at - 1); // none from the end of the text
     return lineFeed > 0 && text_[lineFeed - 1] == QLatin1Char('\r') ? QStringLiteral("\r\n")
                                                                     : QStringLiteral("\n");
 }
 
 int XmlMarkup::indexOf(qint64 offset) const
 {
-    const int index = encoding_.decoded(bytes_.left(int(offset))).size();
-    if (offsetOf(index) != offset)
-        refuseDoubt();
-    return index;
+    return encoding_.decoded(bytes_.left(int(offset))).size();
 }
 
 qint64 XmlMarkup::offsetOf(int index) const

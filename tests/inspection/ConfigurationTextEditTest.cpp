@@ -1,5 +1,7 @@
 #include "Edited.h"
 
+#include <QTextCodec>
+
 #include <gtest/gtest.h>
 
 namespace Nereo::Inspection {
@@ -113,6 +115,19 @@ TEST(ConfigurationTextEditTest, KeepsTheEncodingOfTheMark)
               inUtf16(QString::fromUtf8("Width 2\r\nJobPrefix \xC3\xA4\r\n")));
     EXPECT_EQ(edited(text, inUtf16(before), setTo("Height", "3")), inUtf16(before + "Height 3\r\n"));
     EXPECT_EQ(edited(text, inUtf16(before), removed("Width")), inUtf16("JobPrefix a\r\n"));
+    for (const char* codec : {"UTF-32LE", "UTF-32BE"}) {
+        const auto inUtf32 = [codec](const QString& content) {
+            const QString whole = QChar(QChar::ByteOrderMark) + content;
+            QTextCodec::ConverterState state(QTextCodec::IgnoreHeader);
+            return QTextCodec::codecForName(codec)
+                ->fromUnicode(whole.data(), whole.size(), &state)
+                .toStdString();
+        };
+        EXPECT_EQ(edited(text, inUtf32(before), setTo("JobPrefix", QString::fromUtf8("\xC3\xA4"))),
+                  inUtf32(QString::fromUtf8("Width 2\r\nJobPrefix \xC3\xA4\r\n")))
+            << codec;
+        EXPECT_EQ(edited(text, inUtf32(before), removed("Width")), inUtf32("JobPrefix a\r\n")) << codec;
+    }
 }
 
 } // namespace

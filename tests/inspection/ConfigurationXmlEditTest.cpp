@@ -76,7 +76,16 @@ TEST(ConfigurationXmlEditTest, AddsASettingInTheOrderOfAWriter)
     expectEdited(xml, document("  <Zone>1</Zone>\n"), edits,
                  document("  <MaxIter>5</MaxIter>\n  <Zone>1</Zone>\n"));
 
+    expectEdited(xml, document("<Height>1</Height> <!-- of\nit -->\n"), edits,
+                 document("<Height>1</Height><MaxIter>5</MaxIter> <!-- of\nit -->\n"));
+
     EXPECT_EQ(edited(xml, "<Nereo2Config/>", edits), "<Nereo2Config><MaxIter>5</MaxIter></Nereo2Config>");
+    EXPECT_EQ(edited(xml, "\n<Nereo2Config/>", edits),
+              "\n<Nereo2Config>\n    <MaxIter>5</MaxIter>\n</Nereo2Config>");
+    EXPECT_EQ(edited(xml, "<!-- a -->\r\n<Nereo2Config/>", edits),
+              "<!-- a -->\r\n<Nereo2Config>\r\n    <MaxIter>5</MaxIter>\r\n</Nereo2Config>");
+    EXPECT_EQ(edited(xml, "<Nereo2Config><!-- of\nit --></Nereo2Config>", edits),
+              "<Nereo2Config>\n    <MaxIter>5</MaxIter><!-- of\nit --></Nereo2Config>");
     EXPECT_EQ(edited(xml, "<?xml version='1.0'?>\r\n<a:Nereo2Config xmlns:a='b' />\r\n", edits),
               "<?xml version='1.0'?>\r\n<a:Nereo2Config xmlns:a='b'>\r\n    <MaxIter>5</MaxIter>\r\n"
               "</a:Nereo2Config>\r\n");
@@ -111,15 +120,16 @@ TEST(ConfigurationXmlEditTest, RefusesWhatCannotBe)
         QString value;
         const char* result;
     } cases[] = {
-        {"MaxIter",   "5.5",                  "refused: NotAnInteger"  },
-        {"MaxIter",   "-2147483649",          "refused: OutOfRange"    },
-        {"JobPrefix", QString(QChar(1)),      "refused: CannotCarry"   },
-        {"JobPrefix", QString(QChar(0)),      "refused: CannotCarry"   },
-        {"JobPrefix", QString(QChar(0xFFFE)), "refused: CannotCarry"   },
-        {"JobPrefix", QString(QChar(0xD800)), "refused: CannotCarry"   },
-        {"JobPrefix", QString(QChar(0xFEFF)), "refused: CannotCarry"   },
-        {"Width",     "5",                    "refused: Doubtful"      }, // an element is in it
-        {"Maxiter",   "5",                    "refused: UnknownAddress"},
+        {"MaxIter",     "5.5",                  "refused: NotAnInteger"  },
+        {"MaxIter",     "-2147483649",          "refused: OutOfRange"    },
+        {"JobPrefix",   QString(QChar(1)),      "refused: CannotCarry"   },
+        {"JobPrefix",   QString(QChar(0)),      "refused: CannotCarry"   },
+        {"JobPrefix",   QString(QChar(0xFFFE)), "refused: CannotCarry"   },
+        {"JobPrefix",   QString(QChar(0xD800)), "refused: CannotCarry"   },
+        {"JobPrefix",   QString(QChar(0xFEFF)), "refused: CannotCarry"   },
+        {"Width",       "5",                    "refused: Doubtful"      }, // an element is in it
+        {"Maxiter",     "5",                    "refused: UnknownAddress"},
+        {"AnalyzePath", QString(QChar(1)),      "refused: CannotCarry"   }, // which isn't there
     };
     for (const auto& [address, value, result] : cases)
         EXPECT_EQ(edited(xml, file, setTo(address, value)), result) << address;
@@ -127,7 +137,7 @@ TEST(ConfigurationXmlEditTest, RefusesWhatCannotBe)
 
 TEST(ConfigurationXmlEditTest, KnowsWhatComesOutOfEntities)
 {
-    const std::string type = "<!DOCTYPE a [<!ENTITY n '7'> <!ENTITY e '<Width>5</Width>'>]>\n";
+    const std::string type = "<!DOCTYPE a [<!ENTITY n \"7\"> <!-- ' --> <!ENTITY e '<Width>5</Width>'>]>\n";
     EXPECT_EQ(edited(xml, type + document("<MaxIter>&n;</MaxIter>\n").substr(22), setTo("MaxIter", "8")),
               type + document("<MaxIter>8</MaxIter>\n").substr(22));
     EXPECT_EQ(edited(xml, type + "<Nereo2Config>&e;</Nereo2Config>", setTo("Width", "8")),
@@ -147,6 +157,31 @@ TEST(ConfigurationXmlEditTest, EditsWhatStandsBeforeAnErrorOfTheDocument)
     EXPECT_EQ(edited(xml, "<Nereo2Config><Width>1</Width>", setTo("MaxIter", "2")), "refused: Doubtful");
     EXPECT_EQ(edited(xml, "<Nereo2Config><Height>1</Height><MaxIter>2", removed("MaxIter")),
               "refused: Doubtful");
+    EXPECT_EQ(edited(xml, "<Nereo2Config>\n<Width>1</Width>\n<MaxIter>2</MaxIter> ", removed("MaxIter")),
+              "<Nereo2Config>\n<Width>1</Width>\n ");
+}
+
+/// Where the tags can't be followed, the bytes of a value aren't known.
+TEST(ConfigurationXmlEditTest, RefusesWhatItCannotFollow)
+{
+    const std::string end = "<MaxIter>5</MaxIter></Nereo2Config>";
+    const char* const starts[] = {
+        "<!DOCTYPE a [<?p it's?>]><Nereo2Config>", // the rest would stand in quotes
+        "<!DOCTYPE a [<?p it's?>]><Nereo2Config><Width>1</Width><JobPrefix>'>]><b/></JobPrefix>",
+        "<?xml version='1.0' encoding='Shift_JIS'?><Nereo2Config>", // no character is of one byte for sure
+    };
+    for (const char* start : starts)
+        EXPECT_EQ(edited(xml, start + end, setTo("MaxIter", "8")), "refused: Doubtful") << start;
+    const char* const unfinished[] = {"<!DOCTYPE a [<!-- ",
+                                      "<!DOCTYPE a [<!ENTITY b '",
+                                      "<!DOCTYPE a [",
+                                      "<?p",
+                                      "<!--",
+                                      "<a><![CDATA[",
+                                      "<a",
+                                      "</a>"};
+    for (const char* document : unfinished)
+        EXPECT_EQ(edited(xml, document, setTo("MaxIter", "8")), "refused: Doubtful") << document;
 }
 
 TEST(ConfigurationXmlEditTest, KeepsTheEncoding)

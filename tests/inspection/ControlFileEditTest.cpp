@@ -42,6 +42,10 @@ TEST(ControlFileEditTest, ChangesTheBytesOfTheValueOnly)
               " *** Relaxation\nkU 1 0 # note\nkFoo 1 2\n");
     expectSet(" *** Unheard\nof\n *** Units\n3\n", "units", "2", " *** Unheard\nof\n *** Units\n2\n");
     expectSet(" *** Units\n3\n", "units", "010", " *** Units\n010\n"); // a load takes it for 8
+    expectSet(" *** Units\n3\n", "units", "018", " *** Units\n18\n");  // of which a load reads 01
+    expectSet(" *** Relaxation\nkU 1 0\n", "relaxation/kU/under",
+              ("0.25" + std::string(400, '0') + "e0").c_str(),
+              " *** Relaxation\nkU 0.25 0\n"); // the load would cut it
     expectSet(" *** Transient Data \n1 5\n1\n2\n", "transient-data/step-size", "-.5",
               " *** Transient Data \n1 5\n-.5\n2\n");
     expectSet(" *** Constants\nkPRef 5 text\n", "constants/kPRef", "101325",

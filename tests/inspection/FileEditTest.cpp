@@ -2,6 +2,8 @@
 
 #include "support/TemporaryFolder.h"
 
+#include <QFile>
+
 #include <gmock/gmock.h>
 
 namespace Nereo::Inspection {
@@ -182,6 +184,10 @@ TEST(FileEditTest, RefusesFilesThatAreNoneOfTheKinds)
     EXPECT_EQ(missing.state().problem, EditProblem::CannotOpen);
     EXPECT_EQ(missing.state().message, "No such file or directory");
     EXPECT_EQ(missing.save().status, Io::SaveResult::NoWriter);
+    ASSERT_TRUE(QFile::resize(QString::fromStdString(folder.write("large", "")), 1 << 30));
+    FileEdit large(folder.path("large"), FileKind::ConfigurationText);
+    EXPECT_EQ(large.state().problem, EditProblem::CannotOpen);
+    EXPECT_EQ(large.state().message, "the file is too large");
     FileEdit nameless("");
     EXPECT_EQ(nameless.state().problem, EditProblem::CannotOpen);
 }

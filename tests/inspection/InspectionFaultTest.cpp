@@ -1,10 +1,15 @@
 #include "Checked.h"
 
 #include "faults/SystemCallFaults.h"
+#include "support/Pipe.h"
 #include "support/ResultsBytes.h"
 
+#include <Inspection/FreeMemory.h>
 #include <NereoInspection/Comparison.h>
+#include <NereoInspection/Edit.h>
 #include <fuzz/LoadEnd.h>
+
+#include <QDir>
 
 #include <cerrno>
 
@@ -105,6 +110,57 @@ TEST_F(InspectionFaultTest, SaysWhatCannotBeReadAtAll)
     ASSERT_EQ(checked.findings.size(), 1U) << linesOf(checked);
     EXPECT_EQ(checked.findings[0].code, "cannot-open");
     EXPECT_EQ(checked.findings[0].effect, Effect::None);
+}
+
+TEST_F(InspectionFaultTest, EditsNoFileThatCannotBeRead)
+{
+    const std::string path = folder.write("file.cfg", examples[2].bytes);
+    int reads = 0;
+    {
+        const FaultyFiles counted(folder.path());
+        ASSERT_TRUE(FileEdit(path).state());
+        reads = counted.count(SystemCall::Read);
+    }
+    for (int first = 0; first < reads; ++first) {
+        FaultyFiles faults(folder.path());
+        faults.fail(SystemCall::Read, EIO, first);
+        const EditResult state = FileEdit(path, FileKind::ConfigurationText).state();
+        if (faults.failed(SystemCall::Read) > 0) {
+            EXPECT_EQ(state.problem, EditProblem::CannotOpen) << first;
+            EXPECT_EQ(state.message, qt_error_string(EIO)) << first;
+        }
+    }
+}
+
+TEST_F(InspectionFaultTest, SaysWhyAPipeCannotBeCopied)
+{
+    const struct {
+        const char* pipe;
+        SystemCall call;
+        int first;
+    } cases[] = {
+        {"a", SystemCall::Open,  1}, // which comes after that of the pipe
+        {"b", SystemCall::Write, 0},
+    };
+    for (const auto& [name, call, first] : cases) {
+        const Pipe pipe(folder.path(name), "MaxIter 5\n");
+        FaultyFiles faults(QDir::tempPath().toStdString());
+        faults.fail(call, ENOSPC, first);
+        EXPECT_EQ(linesOf(check(pipe.path())),
+                  pipe.path() + ": error: the file can't be opened: " + qt_error_string(ENOSPC).toStdString()
+                      + " [cannot-open]\n");
+    }
+}
+
+/// Where the system doesn't say what memory is free, a comparison takes some all the same.
+TEST_F(InspectionFaultTest, ReckonsWithMemoryThatTheSystemDoesNotTellOf)
+{
+    const qint64 told = freeMemory();
+    FaultyFiles faults("/proc/meminfo");
+    faults.fail(SystemCall::Open, EACCES, 0);
+    EXPECT_EQ(freeMemory(), qint64(2) << 30);
+    EXPECT_EQ(faults.failed(SystemCall::Open), 1);
+    EXPECT_GT(told, 0);
 }
 
 TEST_F(InspectionFaultTest, TakesNoFailureForTheEndOfAComparedFile)

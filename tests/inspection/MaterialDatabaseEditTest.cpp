@@ -72,6 +72,12 @@ TEST(MaterialDatabaseEditTest, AddsElementsInTheOrderOfAWriter)
                        "   <value>1</value>\n  </property>\n")));
     expectEdited(materials, database(" <material type=\"fluid\"/>\n"), setTo("#1/name", "Ice"),
                  database(" <material type=\"fluid\">\n     <name>Ice</name>\n </material>\n"));
+    expectEdited(materials,
+                 database(water("  <property/><property a='b'/><property a='b' type = \"density\">"
+                                "<value>1</value></property>\n")),
+                 setTo("Water/density/variation_type", "constant"),
+                 database(water("  <property/><property a='b'/><property a='b' type = \"density\">"
+                                "<variation_type>constant</variation_type><value>1</value></property>\n")));
     const std::string curve = "<property type=\"density\"><variation_type>piecewise_linear</variation_type>"
                               "<independent_variable>kT</independent_variable><point>";
     EXPECT_EQ(edited(materials, database(water(curve + "<x>1</x></point></property>")),
@@ -104,6 +110,10 @@ TEST(MaterialDatabaseEditTest, RefusesWhatCannotBe)
         {"Water/type",                         "unheard of",       "refused: NewFinding"    },
         {"Steel/vapor_pressure",               "1",                "refused: NewFinding"    }, // a solid has none
         {"Ice/id",                             "1",                "refused: NotThere"      },
+        {"Water/type",                         "a\tb\nc",          "refused: NewFinding"    },
+        {"Water/density/points/1",             "1",                "refused: UnknownAddress"},
+        {"Water/density/lines/1/x",            "1",                "refused: UnknownAddress"},
+        {"Water/density/points/1/x/1",         "1",                "refused: UnknownAddress"},
         {"version",                            "1",                "refused: NotAVersion"   },
     };
     for (const auto& [address, value, result] : cases)
