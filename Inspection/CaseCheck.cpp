@@ -67,12 +67,13 @@ struct CaseMaterial {
         const auto found = values.find(QLatin1String(item));
         return found == values.end() ? QString() : found->second.value.toString();
     }
-    const Value& first() const { return values.begin()->second; }
-    const Value& at(const char* item) const
+    /// What it is called by: its name, or the first that is said of it.
+    const Value& title() const
     {
-        const auto found = values.find(QLatin1String(item));
-        return found == values.end() ? first() : found->second;
+        const auto name = values.find(QStringLiteral("name"));
+        return name == values.end() ? values.begin()->second : name->second;
     }
+    bool hasName() const { return values.count(QStringLiteral("name")) > 0; }
 };
 
 /// What a file says of the case.
@@ -270,10 +271,12 @@ private:
             const CaseMaterial& material = file_.materials[i];
             if (partners[i] != nullptr)
                 compareMaterial(material, other, *partners[i]);
-            else if (byId[i] != nullptr)
-                report(Rule::MaterialsDiffer, material.at("name"), other, byId[i]->at("name"));
-            else
+            else if (byId[i] == nullptr)
                 reportOnlyLater(material, other);
+            else if (material.hasName() && byId[i]->hasName())
+                report(Rule::MaterialsDiffer, material.title(), other, byId[i]->title());
+            else
+                compareMaterial(material, other, *byId[i]);
             met.insert(partners[i] != nullptr ? partners[i] : byId[i]);
         }
         for (const CaseMaterial& material : other.materials) {
@@ -321,8 +324,8 @@ private:
 
     void reportOnlyLater(const CaseMaterial& material, const CaseFile& other)
     {
-        const Value& name = material.at("name");
-        Discovery discovery {Rule::MaterialOnlyLater, name.place, name.address, name.value.toString()};
+        const Value& title = material.title();
+        Discovery discovery {Rule::MaterialOnlyLater, title.place, title.address, title.value.toString()};
         discovery.details = QStringList {other.name, file_.name};
         listener_.finding(discovery);
     }

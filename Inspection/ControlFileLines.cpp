@@ -41,7 +41,7 @@ int baseOf(QStringView digits)
         return 16;
     if (second == QLatin1Char('b'))
         return 2;
-    return second.digitValue() >= 0 && second.digitValue() <= 7 ? 8 : 10;
+    return second.digitValue() <= 7 ? 8 : 10;
 }
 
 int valueOf(QChar digit)

@@ -9,8 +9,6 @@ namespace {
 
 bool isSame(const QVariant& left, const QVariant& right)
 {
-    if (left.userType() != right.userType())
-        return false;
     if (left.userType() != QMetaType::Double)
         return left == right;
     const double first = left.toDouble();

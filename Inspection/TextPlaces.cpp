@@ -485,9 +485,7 @@ Place TextPlaces::firstBadByte()
 
 QByteArray TextPlaces::bytesAt(qint64 offset, qint64 count)
 {
-    if (!device_->seek(offset))
-        return {};
-    return device_->read(count);
+    return device_->seek(offset) ? device_->read(count) : QByteArray();
 }
 
 /// Goes over the next block. False where there is none.

@@ -269,6 +269,7 @@ TEST(CaseCheckTest, ComparesTheMaterials)
     });
     EXPECT_EQ(differencesOf(both, both), "");
     EXPECT_EQ(differencesOf(databaseOf({}), both), "");
+    EXPECT_EQ(differencesOf(both, databaseOf({})), "");
     EXPECT_EQ(differencesOf(both,
                             databaseOf({
                                 {3,             "Fan",   "internal_fan"},
@@ -331,6 +332,37 @@ TEST(CaseCheckTest, ComparesMaterialsOfOneNameInTheirOrder)
                       databaseOf({{1, "Air"}, {3, "Air"}})),
         "b.gbi:10:1: warning: properties/2/id is 3 in b.gbi, but property-settings/Air#2/id is 2 in a.ctl "
         "[materials-differ] properties/2/id\n");
+    EXPECT_EQ(
+        differencesOf(databaseOf({
+                          {1, "Air"}
+    }),
+                      databaseOf({{1, "Air"}, {2, "Air"}})),
+        "b.gbi:10:4: warning: the material \"Air\" stands in b.gbi, but not in a.ctl [materials-differ] "
+        "properties/2/name\n");
+}
+
+/// What a load can't read of a material has no part in it.
+TEST(CaseCheckTest, ComparesMaterialsByWhatIsThere)
+{
+    const auto differencesOfLines = [](const char* properties) {
+        ControlFile control;
+        control.setMaterialDatabase(databaseOf({
+            {1, "Air"}
+        }));
+        Case files;
+        files.save("a.ctl", control);
+        files.add("b.gbi",
+                  "cavity\nNEREO 2024\nVersion 2024.0.0.0\n\n*** Properties\n" + std::string(properties)
+                      + "-1\n");
+        return files.differences();
+    };
+    EXPECT_EQ(differencesOfLines("1 \"Air\"\n"), "");
+    EXPECT_EQ(differencesOfLines("1 Oil\n"), ""); // the name is wrong anyway
+    EXPECT_EQ(
+        differencesOfLines("2 Oil\n"),
+        "b.gbi:6:1: warning: the material \"2\" stands in b.gbi, but not in a.ctl [materials-differ] "
+        "properties/1/id\n"
+        "b.gbi:6:1: warning: the material \"Air\" stands in a.ctl, but not in b.gbi [materials-differ]\n");
 }
 
 /// Of version 2023.1.7 and without a field.

@@ -106,6 +106,23 @@ TEST(ComparisonTest, ComparesConfigurationsInXml)
         expectDifferences("file.xml", example);
 }
 
+/// A load of them fails, or stops early.
+TEST(ComparisonTest, ComparesWhatCanBeReadOfFaultyDocuments)
+{
+    const std::string five = configuration("<MaxIter>5</MaxIter>");
+    const struct {
+        std::string other;
+        const char* differences;
+    } cases[] = {
+        {configuration("<MaxIter>5<b/>6</MaxIter>"),             "MaxIter: 5 -> 56\n"                   },
+        {configuration("<MaxIter/>"),                            "MaxIter: 5 -> \n"                     },
+        {"<Nereo2Config Version=''><MaxIter>5</MaxIter><Width>", "version: 2024.1.0.0 -> \n+ Width: \n" },
+        {"<!-- <Nereo2Config> --><a/>",                          "- version: 2024.1.0.0\n- MaxIter: 5\n"},
+    };
+    for (const auto& [other, differences] : cases)
+        EXPECT_EQ(compared("a.xml", five, "b.xml", other), differences) << other;
+}
+
 TEST(ComparisonTest, WritesADifferenceOnOneLine)
 {
     EXPECT_EQ(compared("file.xml", configuration("<JobPrefix>a\nb</JobPrefix><Width>1</Width>"), "file.xml",
@@ -173,32 +190,34 @@ TEST(ComparisonTest, ComparesMaterials)
     const std::string air = material("Air", "<id>2</id>" + density);
     const std::string curve = "<property type='density'><point><x>1</x><y>2</y></point>";
     const Case cases[] = {
-        {"their order",                 database(water + air),                                              database(air + water),                ""                     },
-        {                               "the order in one",              database(water),                                          database(material("Water", viscosity + "<id>1</id>" + density)),
+        {"their order",                                                           database(water + air),                 database(air + water), ""                                                                                   },
+        {                                                                                                             "one with nothing in it before others",                                                  database(water + air), database(water + "<material/>" + air),
+         "+ #2: \n"                                                                                                                                                                                                                },
+        {                                                                                            "the order in one",                                              database(water),                                               database(material("Water",                                                                                                                                    viscosity + "<id>1</id>" + density)),
          ""},
-        {                                                                                                                                                                                             "a value",              database(water),
-         database(material("Water",                                                                "<id>1</id>" + density + property("viscosity", "<value>7.5</value>"))),
+        {                                                                                                                                                                                                                                                                                                                             "a value",                                               database(water),
+         database(material("Water",                                     "<id>1</id>" + density + property("viscosity",                                                                                                                                                                                          "<value>7.5</value>"))),
          "Water/viscosity/value: 7 -> 7.5\n"},
-        {                                                                                                                                                              "a value that one file lacks", database(water),                                                    database(material("Water",            density + viscosity)),
+        {                                                                                                                                                                                                                                                                                                      "a value that one file lacks",                                                        database(water),             database(material("Water", density + viscosity)),
          "- Water/id: 1\n"},
-        {                                                                                                                                                                                "a material",                  database(water + air),                                              database(water),                      "- Air: fluid\n"       },
-        {"a property",        database(water + air),                                          database(material("Water",     "<id>1</id>" + viscosity) + air),
+        {                                                                                                                                                                                                                                                                                                                        "a material",                                                  database(water + air),                       database(water),      "- Air: fluid\n"                                                                                     },
+        {                                                                                                  "a property",                                              database(water + air),                                                   database(material("Water",                                                                                                         "<id>1</id>" + viscosity) + air),
          "- Water/density: constant\n"},
-        {                                                                                                                                                                  "a material with nothing in it",              database(water),                                    database(water + "<material/>"),                           "+ #2: \n"                       },
-        { "a property with nothing in it",     database(water),
-         database(material("Water",                                                                                                                "<id>1</id>" + density + viscosity + "<property type='emissivity'/>")),
+        {                                                                                                                                                                                                                                                                            "a material with nothing in it",                                        database(water),                                                                   database(water + "<material/>"),                      "+ #2: \n"                                                       },
+        {                                                                                              "a property with nothing in it", database(water),
+         database(material("Water",                                                                                                            "<id>1</id>" + density + viscosity + "<property type='emissivity'/>")),
          "+ Water/emissivity: \n"},
-        {                                                                                                                                              "the second of one name",              database(water + water),                                                            database(water),                                     "- Water#2: fluid\n"               },
-        {  "a point",         database(material("a",                                                    curve + "<point><x>3</x><y>4</y></point></property>")),
-         database(material("a",                                                                                                       curve + "</property>")),
+        {                                                                                                                                                                                                             "the second of one name",                                                   database(water + water),                                                                                        database(water),                                                                                                     "- Water#2: fluid\n"                 },
+        { "a point",                                                database(material("a",                                                       curve + "<point><x>3</x><y>4</y></point></property>")),
+         database(material("a",                                                                                                                                                   curve + "</property>")),
          "- a/density/points/2/x: 3\n- a/density/points/2/y: 4\n"},
-        {                                                                                                                       "a value again",     database(material("a",                                                                             "<id>1</id><id>2</id>")),
-         database(material("a",                                                                                                                        "<id>2</id>")), ""},
-        {                               "a property again",        database(material("a",                                       density + property("density",                "<value>6</value>"))),
+        {                                                                                                                                                                                        "a value again",                                                   database(material("a",                                                                          "<id>1</id><id>2</id>")),
+         database(material("a",                                                                                                                                                                                  "<id>2</id>")), ""},
+        {                                                                                            "a property again",                                           database(material("a",                                                           density + property("density",                                                                                                                 "<value>6</value>"))),
          database(material("a", property("density", "<value>6</value>"))), ""},
-        {                                                                                                                                                        "names of values for names",                           database(material("version",                                                                                             density)),
-         database(material("id",                                                                         density)), "+ id: fluid\n- version: fluid\n"},
-        {"a name with a slash",                    database(material("a/b",                                                     "<id>1</id>")),                                                                                         database(""),                    "- a%2Fb: fluid\n"},
+        {                                                                                                                                                                                                                                                                           "names of values for names",                                                                       database(material("version",                                                                                  density)),
+         database(material("id", density)), "+ id: fluid\n- version: fluid\n"},
+        {                                                                                                                                                                                                                                                                                                                     "a name with a slash",                                      database(material("a/b",                                                                           "<id>1</id>")),                                                                            database(""),                                                                                                     "- a%2Fb: fluid\n"},
     };
     for (const Case& example : cases)
         expectDifferences("file.xml", example);
@@ -338,6 +357,10 @@ TEST(ComparisonTest, SaysWhyFilesAreNotCompared)
          control,                        {},
          Outcome::OtherKinds,
          "",                                                                          "the files are of different kinds, configuration-text and control"},
+        {control,
+         text,                           {},
+         Outcome::OtherKinds,
+         "",                                                                          "the files are of different kinds, control and configuration-text"},
         {text,            text,          {"kU"}, Outcome::NoSuchField, "",            "files of this kind have no fields"                               },
     };
     for (const auto& [a, b, fields, outcome, file, message] : cases) {

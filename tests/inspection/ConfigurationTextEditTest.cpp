@@ -72,6 +72,12 @@ TEST(ConfigurationTextEditTest, RemovesASettingWithItsLine)
         expectEdited(text, before, removed("MaxIter"), after);
 }
 
+TEST(ConfigurationTextEditTest, KeepsNumbersThatAreNone)
+{
+    expectEdited(text, "StopTime nan\nMaxIter 5\nWidth x\n", setTo("MaxIter", "6"),
+                 "StopTime nan\nMaxIter 6\nWidth x\n");
+}
+
 TEST(ConfigurationTextEditTest, RefusesWhatCannotBe)
 {
     const struct {

@@ -62,5 +62,50 @@ TEST(ConfigurationXmlCheckTest, FindsEachFaultAtItsPlace)
         expectFinding("file.xml", fault, false);
 }
 
+/// Of a text that is no number little is kept.
+TEST(ConfigurationXmlCheckTest, FindsLongTextsThatAreNoNumbers)
+{
+    for (const char* end : {"", "x", ".5e+1", "\xC3\xA4"}) {
+        const CheckedFile checked = checkedBytes("file.xml",
+                                                 "<Nereo2Config><MaxIter>1" + std::string(5000, ' ') + end
+                                                     + "</MaxIter></Nereo2Config>");
+        EXPECT_EQ(checked.findings.size(), *end == '\0' ? 0U : 1U) << end;
+        for (const Finding& finding : checked.findings)
+            EXPECT_EQ(finding.code, "not-an-integer");
+    }
+    const CheckedFile checked = checkedBytes(
+        "file.xml", "<Nereo2Config><MaxIter>" + std::string(5000, 'x') + "</MaxIter></Nereo2Config>");
+    ASSERT_EQ(checked.findings.size(), 1U);
+    EXPECT_EQ(checked.findings[0].code, "not-an-integer");
+}
+
+/// Where characters can't be told apart by looking, the reader says where it is, and nobody knows the bytes.
+TEST(ConfigurationXmlCheckTest, GivesTheReadersPlacesInOtherEncodings)
+{
+    const CheckedFile checked =
+        checkedBytes("file.xml",
+                     "<?xml version='1.0' encoding='Shift_JIS'?>\n<Nereo2Config Version='2024.1'>\n"
+                     "<MaxIter></MaxIter><Width>x</Width></Nereo2Config>");
+    const char* const codes[] = {"bad-version", "missing-value", "not-an-integer"};
+    ASSERT_EQ(checked.findings.size(), std::size(codes)) << linesOf(checked);
+    for (std::size_t i = 0; i < std::size(codes); ++i) {
+        EXPECT_EQ(checked.findings[i].code, codes[i]);
+        EXPECT_EQ(checked.findings[i].place.line, i == 0 ? 2 : 3) << codes[i];
+        EXPECT_FALSE(checked.findings[i].place.hasOffset());
+    }
+}
+
+TEST(ConfigurationXmlCheckTest, FindsHalfACharacterInUtf16)
+{
+    std::string bytes = "\xFE\xFF";
+    for (const char character : std::string("<Nereo2Config><JobPrefix>ab</JobPrefix></Nereo2Config>"))
+        bytes += {'\0', character};
+    bytes.insert(bytes.find("a", 50) + 1, "\xD8\x00", 2);
+    const CheckedFile checked = checkedBytes("file.xml", bytes);
+    ASSERT_EQ(checked.findings.size(), 1U) << linesOf(checked);
+    EXPECT_EQ(checked.findings[0].code, "not-utf8");
+    EXPECT_EQ(checked.findings[0].place.column, 27);
+}
+
 } // namespace
 } // namespace Nereo::Inspection

@@ -456,6 +456,7 @@ TEST(ControlFileCheckTest, FindsWhateverIsWrongInAMaterial)
     };
     for (const char* values : {"1 2 [[x]] 4\n", "1 2 3 4 [[5]]\n", "1 2 3[[]]\n", "1 2 3 4\n[[0]]\n"})
         expectBad(fluid(values), "property-settings/Air");
+    expectBad("1 0 0 0 Air\n1 2 3 4\n[[]]", "property-settings/Air");
     for (const char* diffusion :
          {"[[kSpec]] 0 1 0\n", "kSpecDifu [[x]] 1 0\n", "kSpecDifu 0 [[2]] 0\n", "kSpecDifu 0 1 [[x]]\n",
           "kSpecDifu 0 1 0 [[0]]\n", "kSpecDifu 0 1 0\n[[0 more]]\n"})

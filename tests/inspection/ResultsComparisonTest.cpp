@@ -47,6 +47,17 @@ ResultsBytes started(int nodes, std::initializer_list<const char*> names,
     return ResultsBytes(order).header(nodes).run().names(names);
 }
 
+TEST(ResultsComparisonTest, ComparesFieldsThatNobodyKnowsByTheirNames)
+{
+    const QByteArray a = started(1, {"kU", "Unheard", "Other"}).record(1, {1, 2, 3});
+    const QByteArray b = started(1, {"Other", "kU", "Unheard"}).record(1, {3, 1, 4});
+    EXPECT_EQ(compared(a, a), "");
+    EXPECT_EQ(compared(a, b), "Unheard: 1 value differs by 2 (node 1: 2 -> 4), 100% of the peak, rms 2\n");
+    ComparisonOptions options;
+    options.fields = {"Other"};
+    EXPECT_EQ(compared(a, b, options), "");
+}
+
 TEST(ResultsComparisonTest, FindsNoDifferenceWhereThereIsNone)
 {
     const QByteArray little = started(2, {"kU", "kP"}).record(1, {1, nan}).record(2, {0.0, -infinity});
