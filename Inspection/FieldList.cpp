@@ -31,7 +31,6 @@ public:
     }
 
     bool wantsItems() const override { return true; }
-    bool onlyCounts(Rule rule) override { return rule != Rule::CannotRead; }
 
     void finding(const Discovery& discovery) override
     {

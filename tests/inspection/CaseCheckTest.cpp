@@ -358,6 +358,14 @@ TEST(CaseCheckTest, ComparesMaterialsByWhatIsThere)
     };
     EXPECT_EQ(differencesOfLines("1 \"Air\"\n"), "");
     EXPECT_EQ(differencesOfLines("1 Oil\n"), ""); // the name is wrong anyway
+    Case backwards;
+    backwards.add("a.gbi", "cavity\nNEREO 2024\nVersion 2024.0.0.0\n\n*** Properties\n1 Oil\n-1\n");
+    ControlFile control;
+    control.setMaterialDatabase(databaseOf({
+        {1, "Air"}
+    }));
+    backwards.save("b.ctl", control);
+    EXPECT_EQ(backwards.differences(), "");
     EXPECT_EQ(
         differencesOfLines("2 Oil\n"),
         "b.gbi:6:1: warning: the material \"2\" stands in b.gbi, but not in a.ctl [materials-differ] "

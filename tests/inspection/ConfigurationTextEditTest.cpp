@@ -63,6 +63,7 @@ TEST(ConfigurationTextEditTest, RemovesASettingWithItsLine)
         {"Width 2\nMaxIter 5\nHeight 3\n",     "Width 2\nHeight 3\n"    },
         {"Width 2\nMaxIter 5\n",               "Width 2\n"              },
         {"Width 2\nMaxIter 5",                 "Width 2\n"              },
+        {"Width 2\nMaxIter 5\nMaxIter 6\n",    "Width 2\n"              },
         {"MaxIter 5\nWidth 2\n",               "Width 2\n"              },
         {"MaxIter 5\nWidth 2\nMaxIter 6\n",    "Width 2\n"              }, // or an earlier one would come back
         {"Width 2\n\n  \nMaxIter 5\n",         "Width 2\n"              }, // blanks at the end would make a load throw

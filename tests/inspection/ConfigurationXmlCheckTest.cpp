@@ -16,6 +16,7 @@ TEST(ConfigurationXmlCheckTest, FindsNothingWrongInGoodFiles)
              "</AnalyzePath></Nereo2Config>",
              "<other><Nereo2Config><StopTime>&#49;e&#53;</StopTime></Nereo2Config></other>",
              "<!DOCTYPE a [<!ENTITY n '5'>]><Nereo2Config><MaxIter>&n;</MaxIter></Nereo2Config>",
+             "<!DOCTYPE a [<!ENTITY n '5'>]>\t<Nereo2Config>\t<MaxIter>&n;</MaxIter></Nereo2Config>",
              "<?xml version='1.0' "
              "encoding='ISO-8859-1'?><Nereo2Config><JobPrefix>\xE4</JobPrefix></Nereo2Config>",
          })
@@ -73,10 +74,12 @@ TEST(ConfigurationXmlCheckTest, FindsLongTextsThatAreNoNumbers)
         for (const Finding& finding : checked.findings)
             EXPECT_EQ(finding.code, "not-an-integer");
     }
-    const CheckedFile checked = checkedBytes(
-        "file.xml", "<Nereo2Config><MaxIter>" + std::string(5000, 'x') + "</MaxIter></Nereo2Config>");
-    ASSERT_EQ(checked.findings.size(), 1U);
-    EXPECT_EQ(checked.findings[0].code, "not-an-integer");
+    for (const std::string& text : {std::string(5000, 'x'), "-1.5e+3" + std::string(5000, ' ')}) {
+        const CheckedFile checked =
+            checkedBytes("file.xml", "<Nereo2Config><MaxIter>" + text + "</MaxIter></Nereo2Config>");
+        ASSERT_EQ(checked.findings.size(), 1U);
+        EXPECT_EQ(checked.findings[0].code, "not-an-integer");
+    }
 }
 
 /// Where characters can't be told apart by looking, the reader says where it is, and nobody knows the bytes.
@@ -93,6 +96,16 @@ TEST(ConfigurationXmlCheckTest, GivesTheReadersPlacesInOtherEncodings)
         EXPECT_EQ(checked.findings[i].place.line, i == 0 ? 2 : 3) << codes[i];
         EXPECT_FALSE(checked.findings[i].place.hasOffset());
     }
+}
+
+TEST(ConfigurationXmlCheckTest, KnowsNoOffsetsInEntities)
+{
+    const CheckedFile checked = checkedBytes("file.xml",
+                                             "<!DOCTYPE a [<!ENTITY e \"<Nereo2Config Version='1'/>\">]>"
+                                                 + std::string(300, ' ') + "<a>&e;</a>");
+    ASSERT_EQ(checked.findings.size(), 1U) << linesOf(checked);
+    EXPECT_EQ(checked.findings[0].code, "bad-version");
+    EXPECT_FALSE(checked.findings[0].place.hasOffset());
 }
 
 TEST(ConfigurationXmlCheckTest, FindsHalfACharacterInUtf16)

@@ -53,6 +53,7 @@ TEST(ConfigurationXmlEditTest, ChangesTheVersionBetweenItsQuotes)
     EXPECT_EQ(edited(xml, "<Nereo2Config a=\"1\" Version = '2024.0.0.0'/>", setTo("version", "2025.1.0.0")),
               "<Nereo2Config a=\"1\" Version = '2025.1.0.0'/>");
     EXPECT_EQ(edited(xml, document(""), setTo("version", "2025.1")), "refused: NotAVersion");
+    EXPECT_EQ(edited(xml, document(""), setTo("version", " 2025.1.0.0")), "refused: NotAVersion");
     EXPECT_EQ(edited(xml, document(""), removed("version")), "refused: NotRemovable");
     EXPECT_EQ(edited(xml, "<Nereo2Config/>", setTo("version", "2025.1.0.0")), "refused: NotThere");
 }

@@ -60,6 +60,8 @@ TEST(ControlFileEditTest, ChangesTheBytesOfTheValueOnly)
               " *** Flag section\n3\nx#2 7\n"); // the number stays
     expectSet(" *** Auto Convergence Control\n0 1\nField Fluctuation 0.5\n", "auto-convergence/on", "1",
               " *** Auto Convergence Control\n1 1\nField Fluctuation 0.5\n");
+    expectSet(" *** Auto Convergence Control\n1 1\nField Fluctuation 0.5\n", "auto-convergence/on", "0",
+              " *** Auto Convergence Control\n0 1\nField Fluctuation 0.5\n");
     expectSet(" *** Auto Convergence Control\n0 1\nField Fluctuation 0.5\n",
               "auto-convergence/field-fluctuation", "0.25",
               " *** Auto Convergence Control\n0 1\nField Fluctuation 0.25\n");
@@ -172,6 +174,7 @@ TEST(ControlFileEditTest, RefusesWhatCannotBe)
         {"flags/x#2",                  "1",          "refused: UnknownAddress"},
         {"flags/x%20",                 "1",          "refused: UnknownAddress"},
         {"title/1",                    "1",          "refused: NotThere"      },
+        {"header/9",                   "1",          "refused: NotThere"      },
         {"nothing",                    "1",          "refused: UnknownAddress"},
     };
     for (const auto& [address, value, result] : cases)

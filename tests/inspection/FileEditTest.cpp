@@ -183,6 +183,8 @@ TEST(FileEditTest, RefusesFilesThatAreNoneOfTheKinds)
     FileEdit missing(folder.path("missing"));
     EXPECT_EQ(missing.state().problem, EditProblem::CannotOpen);
     EXPECT_EQ(missing.state().message, "No such file or directory");
+    EXPECT_EQ(missing.value("MaxIter"), std::nullopt);
+    EXPECT_EQ(missing.bytes(), "");
     EXPECT_EQ(missing.save().status, Io::SaveResult::NoWriter);
     ASSERT_TRUE(QFile::resize(QString::fromStdString(folder.write("large", "")), 1 << 30));
     FileEdit large(folder.path("large"), FileKind::ConfigurationText);

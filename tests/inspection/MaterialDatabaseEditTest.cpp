@@ -83,6 +83,9 @@ TEST(MaterialDatabaseEditTest, AddsElementsInTheOrderOfAWriter)
     EXPECT_EQ(edited(materials, database(water(curve + "<x>1</x></point></property>")),
                      setTo("Water/density/points/1/y", "4")),
               database(water(curve + "<x>1</x><y>4</y></point></property>")));
+    EXPECT_EQ(edited(materials, database(water(curve + "<x>1</x></point><point><y>2</y></point></property>")),
+                     setTo("Water/density/points/2/x", "4")),
+              database(water(curve + "<x>1</x></point><point><x>4</x><y>2</y></point></property>")));
 }
 
 TEST(MaterialDatabaseEditTest, RefusesWhatCannotBe)
@@ -118,6 +121,8 @@ TEST(MaterialDatabaseEditTest, RefusesWhatCannotBe)
     };
     for (const auto& [address, value, result] : cases)
         EXPECT_EQ(edited(materials, file, setTo(address, value)), result) << address << ' ' << value;
+    const std::string noVersion = "<material_database></material_database>";
+    EXPECT_EQ(edited(materials, noVersion, setTo("version", "2024.0.0.0")), "refused: NotThere");
     EXPECT_EQ(edited(materials, file, removed("Water/id")), "refused: NotRemovable");
     EXPECT_EQ(edited(materials, file, removed("Ice/id")), "refused: NotThere");
 }

@@ -322,6 +322,7 @@ TEST(TextPlacesTest, TellsOfWhatIsNoCharacter)
         {"a\xE2\x82",                          "NotUtf8AtEnd 1, "                                                     },
         {"\xFE\xFF\xD8\0\0a\xDC\0\0\n\xD8\0"s, "NotUtf8 2, NotUtf8 10, "                                              },
         {"\xFE\xFF\0a\0"s,                     "NotUtf8AtEnd 4, "                                                     },
+        {"\0\0\xFE\xFF\0\0\xD8\0\0\x11\0\0"s,  "NotUtf8 4, "                                                          },
     };
     for (const auto& [bytes, faults] : rows) {
         const TemporaryFolder folder;
