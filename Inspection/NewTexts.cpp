@@ -52,7 +52,7 @@ ReadNumber readNumber(FileKind kind, Type type, const QString& text)
 [[noreturn]] void refuseNumber(Type type, const QString& text, std::optional<Rule> fault)
 {
     const auto isOutOfRange = [](std::optional<Rule> rule) {
-        return rule == Rule::IntegerOutOfRange || rule == Rule::IntegerWraps || rule == Rule::NumberTooLarge
+        return rule == Rule::IntegerOutOfRange || rule == Rule::NumberTooLarge
             || rule == Rule::NumberOutOfRange;
     };
     const QString quoted = QLatin1Char('"') + excerpt(text) + QLatin1Char('"');

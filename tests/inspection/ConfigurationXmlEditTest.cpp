@@ -45,6 +45,8 @@ TEST(ConfigurationXmlEditTest, ChangesTheBytesOfTheValueOnly)
     expectSet("<JobPrefix>a<![CDATA[<b>]]>c</JobPrefix>\n", "JobPrefix", "d", "<JobPrefix>d</JobPrefix>\n");
     expectSet("<JobPrefix>a</JobPrefix>\n", "JobPrefix", "", "<JobPrefix></JobPrefix>\n");
     expectSet("<JobPrefix>a</JobPrefix>\n", "JobPrefix", "\xC3\xA4", "<JobPrefix>\xC3\xA4</JobPrefix>\n");
+    expectSet("<JobPrefix>a</JobPrefix>\n", "JobPrefix", "\xF0\x9F\x98\x80",
+              "<JobPrefix>\xF0\x9F\x98\x80</JobPrefix>\n");
     expectSet("<JobPrefix>a</JobPrefix>\n", "JobPrefix", "a\rb", "<JobPrefix>a&#13;b</JobPrefix>\n");
 }
 

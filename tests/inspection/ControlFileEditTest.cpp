@@ -149,6 +149,7 @@ TEST(ControlFileEditTest, RefusesWhatCannotBe)
     } cases[] = {
         {"units",                      "x",          "refused: NotAnInteger"  },
         {"units",                      "1e3",        "refused: NotAnInteger"  },
+        {"units",                      "",           "refused: NotAnInteger"  },
         {"units",                      "3000000000", "refused: OutOfRange"    },
         {"units",                      "1 2",        "refused: NotAnInteger"  },
         {"relaxation/kV/under",        "0.5x",       "refused: NotANumber"    },

@@ -136,6 +136,16 @@ TEST(GeometryBoundaryCheckTest, FindsWhatIsWrongInTheFirstLines)
         expectFault(fault);
 }
 
+TEST(GeometryBoundaryCheckTest, LeavesATitleInTheFirstLinesToItsSection)
+{
+    const CheckedFile checked =
+        checkedBytes("file.gbi", "*** Properties\n-1\n*** Units\nmeter\n", FileKind::GeometryBoundary);
+    ASSERT_FALSE(checked.findings.empty());
+    EXPECT_EQ(checked.findings[0].code, "bad-header");
+    for (const Finding& finding : checked.findings)
+        EXPECT_NE(finding.address, "properties") << linesOf(checked);
+}
+
 TEST(GeometryBoundaryCheckTest, FindsWhatIsWrongWithTheSections)
 {
     const Fault faults[] = {

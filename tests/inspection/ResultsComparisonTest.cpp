@@ -329,6 +329,11 @@ TEST(ResultsComparisonTest, ReadsWhatIsMissingAsALoadDoes)
         started(3, {"kU", "kP"}).record(0, {7, 7}).record(4, {7, 7}).record(-5, {7, 7});
     EXPECT_EQ(compared(outside, onlyNames), "");
     EXPECT_EQ(compared(onlyNames, outside), "");
+    const QByteArray mixed =
+        started(5, {"kU"}).record(3, {1}).record(7, {5}).record(1, {2}).record(-1, {5}).record(2, {3});
+    const QByteArray otherMix =
+        started(5, {"kU"}).record(2, {3}).record(1, {2}).record(9, {1}).record(3, {1}).record(0, {4});
+    EXPECT_EQ(compared(mixed, otherMix), "");
     EXPECT_EQ(compared(outside, outside), "");
 }
 
