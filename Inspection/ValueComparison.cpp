@@ -144,9 +144,10 @@ bool areDifferent(const SaidValue& a, const SaidValue& b, const Tolerance& toler
     return !areIdentical(a, b);
 }
 
+/// A byte-order mark at the start is a character, which Qt keeps behind another one.
 QString toQString(std::string_view text)
 {
-    return QString::fromUtf8(text.data(), int(text.size()));
+    return QString::fromStdString(std::string(1, elementEnd).append(text)).mid(1);
 }
 
 QString addressOf(const Entry& entry)

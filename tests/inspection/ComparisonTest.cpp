@@ -149,19 +149,21 @@ TEST(ComparisonTest, ComparesControlFiles)
                                   "kRho 0 0 7\nkCp 0 0 1\nkKXX 0 0 2\nkKYY 0 0 2\nkKZZ 0 0 2\nkEmiss 0 0 1\n"
                                   "kEResist 0 0 1\n-----end of this index property data\n";
     const Case cases[] = {
-        {"the order of sections",                  header + title + relaxation,                             header + relaxation + title,                       ""                },
+        {"the order of sections",                  header + title + relaxation,                             header + relaxation + title,                       ""                                      },
         {"the spelling of a title and of numbers", header + " *** Relaxation\nkU .5 0 comment\nkV 0.5 0\n",
-         header + " ***   Relaxation \n  kU 5e-1 0\nkV 0.50 0.0\n",                                                                                            ""                },
+         header + " ***   Relaxation \n  kU 5e-1 0\nkV 0.50 0.0\n",                                                                                            ""                                      },
         {"a number",                               header + relaxation,                                     header + " *** Relaxation\nkU 0.25 0\nkV 0.5 0\n",
-         "relaxation/kU/under: 0.5 -> 0.25\n"                                                                                                                                    },
+         "relaxation/kU/under: 0.5 -> 0.25\n"                                                                                                                                                          },
         {"a record that one file lacks",           header + relaxation,                                     header + " *** Relaxation\nkV 0.5 0\n",
-         "- relaxation/kU/under: 0.5\n- relaxation/kU/inertial: 0\n"                                                                                                             },
+         "- relaxation/kU/under: 0.5\n- relaxation/kU/inertial: 0\n"                                                                                                                                   },
         {"flags",                                  header + " *** Flag section\n2\nx 1\ny 2\n",             header + " *** Flag section\n2\ny 2\nx 3\n",
-         "flags/x: 1 -> 3\n"                                                                                                                                                     },
+         "flags/x: 1 -> 3\n"                                                                                                                                                                           },
         {"a second flag of one name",              header + " *** Flag section\n2\nx 1\nx 2\n",
-         header + " *** Flag section\n1\nx 1\n",                                                                                                               "- flags/x#2: 2\n"},
+         header + " *** Flag section\n1\nx 1\n",                                                                                                               "- flags/x#2: 2\n"                      },
+        {"a mark before the name of a section",    header + " *** \xEF\xBB\xBFMine\n1\n",
+         header + " *** Mine\n1\n",                                                                                                                            "+ Mine/1: 1\n- \xEF\xBB\xBFMine/1: 1\n"},
         {"a material that one file lacks",         header + " *** Property Settings\n",                     header + materials,
-         "+ property-settings/Steel: 1\n"                                                                                                                                        },
+         "+ property-settings/Steel: 1\n"                                                                                                                                                              },
     };
     for (const Case& example : cases)
         expectDifferences("file.ctl", example);
