@@ -196,7 +196,7 @@ QStringList variableNames()
 class GeometryBoundaryWalk {
 public:
     GeometryBoundaryWalk(const InputFile& file, Listener& listener)
-        : listener_(listener), text_(file, listener_), judges_(listener.wantsFindings())
+        : listener_(listener), text_(file, listener_), judges_(listener_.wantsFindings())
     {
     }
 

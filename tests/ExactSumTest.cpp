@@ -46,6 +46,16 @@ TEST(ExactSum, LosesNothing)
         EXPECT_EQ(sumOf(values).dividedBy(1), sum) << ::testing::PrintToString(values);
 }
 
+TEST(ExactSum, CarriesBeforeALimbIsFull)
+{
+    constexpr int count = 1 << 28; // the most additions that wait for a carry
+    constexpr double value = 1.0 + 0x1p-52;
+    ExactSum sum;
+    for (int i = 0; i < count; ++i)
+        sum.add(value);
+    EXPECT_EQ(sum.dividedBy(count), value);
+}
+
 TEST(ExactSum, RoundsToTheNearestAndHalvesToEven)
 {
     constexpr double half = 0x1p-53; // of the last bit of a number from 1 to 2
