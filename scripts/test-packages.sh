@@ -9,6 +9,7 @@ packages=$(realpath "${1:-build/packages}")
 # What is mounted in the new system is seen by nobody else, and gone with this script.
 [ -n "${NEREO_OWN_MOUNTS:-}" ] || NEREO_OWN_MOUNTS=yes exec unshare --mount scripts/test-packages.sh "$packages"
 scripts/setup.sh --packager
+unset CMAKE_CXX_COMPILER_LAUNCHER # nobody has a cache of compilers in the new system
 
 work=$(mktemp -d)
 root=$work/root
