@@ -95,10 +95,10 @@ class FileEndingAtFailure : public QFile {
 public:
     bool seek(qint64 position) override
     {
-        if (!QFile::seek(position))
-            return false;
-        position_ = position;
-        return true;
+        const bool isThere = QFile::seek(position);
+        if (isThere)
+            position_ = position;
+        return isThere;
     }
 
 protected:

@@ -12,12 +12,13 @@ bool ResultsDevice::open(OpenMode mode)
 
 bool ResultsDevice::seek(qint64 position)
 {
-    if (!QFile::seek(position))
-        return false;
-    bytesRead_ = position;
-    hasEnded_ = false;
-    hasFailed_ = false;
-    return true;
+    const bool isThere = QFile::seek(position);
+    if (isThere) {
+        bytesRead_ = position;
+        hasEnded_ = false;
+        hasFailed_ = false;
+    }
+    return isThere;
 }
 
 qint64 ResultsDevice::readData(char* data, qint64 maxSize)

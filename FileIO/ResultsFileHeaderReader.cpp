@@ -16,10 +16,11 @@ namespace {
 
 constexpr qint64 largest = std::numeric_limits<qint64>::max();
 
-/// The sum a + b * c of what isn't negative, or the largest number where that is too large for one.
+/// The sum a + b * c of what isn't negative, and c not zero, or the largest number where that is too large
+/// for one.
 qint64 sumWithProduct(qint64 a, qint64 b, qint64 c)
 {
-    return c != 0 && b > (largest - a) / c ? largest : a + b * c;
+    return b > (largest - a) / c ? largest : a + b * c;
 }
 
 qint64 announcedBytes(int nodeCount, int fieldCount)
@@ -147,10 +148,7 @@ bool ResultsFileHeaderReader::isOtherByteOrder() const
 
 void ResultsFileHeaderReader::readFieldNames(ResultsFileWalk& walk)
 {
-    walk.readFieldNames(header_->fieldCount_, [this](const ResultsFieldName& name) {
-        keep(name);
-        return true;
-    });
+    walk.readFieldNames(header_->fieldCount_, [this](const ResultsFieldName& name) { keep(name); });
     if (header_->holdsKnownField() && header_->nodeCount_ > mostValuesOfField)
         addProblem(ResultsProblem::TooManyNodes, ResultsLayout::nodeCountOffset);
 }

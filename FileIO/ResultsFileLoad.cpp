@@ -71,7 +71,7 @@ bool ResultsFileLoad::isFreeOfContradictions()
 bool ResultsFileLoad::isWithinLimit(bool hasRecords)
 {
     for (const ResultsFileHeader::Field& field : header_->fields()) {
-        if (field.isUsed() && isWanted(field.code))
+        if (isWanted(field.code))
             fields_.push_back(&field);
     }
     firstNode_ = std::max(options_->firstNode, 1);

@@ -49,11 +49,8 @@ void ResultsFileReader::readFields(ResultsFileWalk& walk, QDataStream::ByteOrder
     const int fieldCount = walk.readInt();
     NEREO_ASSERT_COUNT(fieldCount, "FileIO/ResultsFileReader");
     NodeRecordTransposer transposer(fieldCount, results_->nodeCount(), byteOrder);
-    const bool areAllNamed =
-        walk.readFieldNames(fieldCount, [this, &transposer](const ResultsFieldName& name) {
-            addField(name, transposer);
-            return true;
-        });
+    const bool areAllNamed = walk.readFieldNames(
+        fieldCount, [this, &transposer](const ResultsFieldName& name) { addField(name, transposer); });
     if (!areAllNamed)
         return;
     walk.readInt(); // means nothing

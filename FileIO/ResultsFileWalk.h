@@ -100,7 +100,7 @@ public:
     Marker readRunData(ResultsFacts& facts); ///< only behind a header that ends right
     int readInt();
 
-    /// Gives each name to the function, until one is cut off or it gives false. Whether all are whole.
+    /// Gives each name to the function, up to one that is cut off. Whether all are whole.
     template <class TakeName>
     bool readFieldNames(int fieldCount, TakeName take);
 
@@ -131,7 +131,8 @@ bool ResultsFileWalk::readFieldNames(int fieldCount, TakeName take)
         ResultsFieldName name;
         if (!readFieldName(column, bytes, name))
             return false;
-        if (!take(name) || !name.isWhole)
+        take(name);
+        if (!name.isWhole)
             return false;
     }
     return true;

@@ -55,7 +55,7 @@ Columns columnsOf(const Io::ResultsFileHeader& header, const std::vector<std::st
         columns.codes.push_back(field.code);
     };
     for (const Field& field : header.fields()) {
-        if (wanted.empty() && field.isUsed() && !field.isRepeat)
+        if (wanted.empty() && field.isUsed())
             add(field);
     }
     for (const std::string& name : wanted) {

@@ -10,6 +10,7 @@
 #include <gmock/gmock.h>
 
 #include <QBuffer>
+#include <QThread>
 
 #include <algorithm>
 #include <cmath>
@@ -296,6 +297,83 @@ TEST(ResultsScan, EqualsAPlainCountOfRandomNodes)
         EXPECT_EQ(scan.damage().firstMissingNode, firstMissing == end ? 0 : firstMissing - begin + 1);
         EXPECT_EQ(scan.damage().repeatedRecords, expectedRepeated);
         EXPECT_EQ(scan.damage().recordsOutOfRange, counts.front() + counts.back());
+    }
+}
+
+/// The nodes are further apart than there are marks, which are those of 2^28 nodes.
+TEST(ResultsScan, ReadsAFileAgainWhereItHasTo)
+{
+    const TemporaryFolder folder;
+    ResultsBytes bytes;
+    bytes.header(2'000'000'000).run().names({"kU"});
+    for (const int node : {1, 1'500'000'000, 2, 1'500'000'000})
+        bytes.record(node, {1.0});
+    const std::string path = folder.write("run.res", QByteArray(bytes).toStdString());
+    qint64 bytesDone = 0;
+    ResultsScan scan;
+    const Result result =
+        scan.scan(path, ResultsScan::StatisticsAndDamage, [&bytesDone](qint64 done, qint64) {
+            bytesDone = done;
+            return true;
+        });
+    EXPECT_EQ(result.outcome, Result::CutShort);
+    EXPECT_GT(bytesDone, QByteArray(bytes).size());
+    EXPECT_EQ(scan.damage().firstMissingNode, 3);
+    EXPECT_EQ(scan.damage().firstRepeatedNode, 1'500'000'000);
+    EXPECT_EQ(scan.damage().firstRepeatedOffset, 375 + 3 * 12);
+    EXPECT_EQ(scan.statistics().at(0).count, 4);
+}
+
+/// Takes so long over each read that a progress function is called for it.
+class SlowBuffer : public QBuffer {
+protected:
+    qint64 readData(char* data, qint64 maxSize) override
+    {
+        QThread::msleep(11);
+        return QBuffer::readData(data, maxSize);
+    }
+};
+
+TEST(ResultsScan, EndsWhereverItIsCancelled)
+{
+    constexpr int nodeCount = 30'000;
+    ResultsBytes bytes;
+    bytes.header(nodeCount).run().names({"kU"});
+    for (int node = nodeCount; node > 0; --node)
+        bytes.record(node, {1.0});
+    SlowBuffer device;
+    device.setData(bytes);
+    int cancelAt = 0;
+    for (bool isCancelled = true; isCancelled; ++cancelAt) {
+        ASSERT_TRUE(device.open(QIODevice::ReadOnly | QIODevice::Unbuffered));
+        QDataStream in(&device);
+        int called = 0;
+        ResultsScan scan;
+        ResultsFileScan fileScan(scan, ResultsScan::Damage,
+                                 [&](qint64, qint64) { return called++ != cancelAt; });
+        fileScan.setNodesTogether(-nodeCount / 2); // two passes
+        const Result result = fileScan.read(in);
+        isCancelled = result.outcome == Result::Cancelled;
+        if (isCancelled)
+            EXPECT_EQ(called, cancelAt + 1); // none behind the one that cancels
+        else
+            EXPECT_EQ(scan.damage().missingNodes, 0);
+        device.close();
+    }
+    EXPECT_GE(cancelAt, 4);
+}
+
+TEST(ResultsScan, IsCopiedAndMoved)
+{
+    ResultsScan scan = scanOf(fieldOf({1, 2, 6}));
+    ResultsScan copy(scan);
+    const ResultsScan moved(std::move(scan));
+    ResultsScan assigned;
+    assigned = copy;
+    for (const ResultsScan* each : std::initializer_list<const ResultsScan*> {&copy, &moved, &assigned}) {
+        EXPECT_EQ(each->header().nodeCount(), 3);
+        EXPECT_EQ(each->statistics().at(0).mean, 3);
+        EXPECT_EQ(each->damage().missingNodes, 0);
     }
 }
 

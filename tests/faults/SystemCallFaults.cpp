@@ -39,6 +39,7 @@ struct {
     std::size_t transferLimit;
     long transferred;
     bool refusesUnnamed;
+    bool areLinks;
 } files;
 
 bool isWatched(int descriptor)
@@ -151,6 +152,11 @@ void FaultyFiles::refuseUnnamedFiles()
     files.refusesUnnamed = true;
 }
 
+void FaultyFiles::turnIntoLinks()
+{
+    files.areLinks = true;
+}
+
 void FaultyFiles::limitTransfers(int bytes)
 {
     files.transferLimit = std::size_t(bytes);
@@ -253,6 +259,11 @@ int close(int descriptor)
 
 ssize_t readlinkat(int folder, const char* name, char* link, std::size_t size) noexcept
 {
+    if (Faults::files.areLinks && Faults::isWatched(folder, name)) {
+        const std::size_t length = std::min(std::strlen(name), size);
+        std::memcpy(link, name, length);
+        return ssize_t(length);
+    }
     return NEREO_CALL((folder, name), ReadLink, readlinkat, folder, name, link, size);
 }
 

@@ -42,6 +42,9 @@ public:
     /// No file can be made that has no name, as on file systems that don't know them.
     void refuseUnnamedFiles();
 
+    /// Each file is a link to itself, as if made between two calls.
+    void turnIntoLinks();
+
     /// No read or write takes more than so many bytes.
     void limitTransfers(int bytes);
 

@@ -3,6 +3,8 @@
 #include "support/Folder.h"
 #include "support/TemporaryFolder.h"
 
+#include "FileIO/FileReplacement.h"
+
 #include <NereoFileIO/WriteWhole.h>
 
 #include <gmock/gmock.h>
@@ -13,6 +15,10 @@
 
 #include <sys/stat.h>
 #include <unistd.h>
+
+#ifdef __linux__
+#include <sys/xattr.h>
+#endif
 
 /// Saves that are whole or not at all, while the system fails them.
 
@@ -83,6 +89,9 @@ protected:
     {
         writeBytes(folder.freshPath(kind.fileName), "old");
         ASSERT_EQ(chmod(path.c_str(), 0640), 0);
+#ifdef __linux__
+        setxattr(path.c_str(), "user.note", "kept", 4, 0); // which not every file system knows
+#endif
     }
 
     void removeOthers() const
@@ -163,6 +172,22 @@ TEST_P(WholeSaveFaults, SayWhatFailed)
     }
 }
 
+TEST_P(WholeSaveFaults, EndWhereTheSystemTakesNothing)
+{
+    const Outcome outcome = save([](FaultyFiles& files) { files.limitTransfers(0); });
+    EXPECT_EQ(outcome.result.status, SaveResult::WriteFailed);
+    EXPECT_EQ(outcome.result.reason, qt_error_string(EIO).toStdString());
+    expectWhole(outcome, "nothing taken");
+}
+
+TEST_P(WholeSaveFaults, FollowNoLinksForEver)
+{
+    const Outcome outcome = save([](FaultyFiles& files) { files.turnIntoLinks(); });
+    EXPECT_EQ(outcome.result.status, SaveResult::CannotCreate);
+    EXPECT_EQ(outcome.result.reason, qt_error_string(ELOOP).toStdString());
+    expectWhole(outcome, "links");
+}
+
 TEST_P(WholeSaveFaults, SayThatTheNameOfTheNewFileCannotBeMade)
 {
     const SystemCall call = knowsUnnamedFiles ? SystemCall::Link : SystemCall::Open;
@@ -226,6 +251,7 @@ TEST_P(WholeSaveFaults, DoNotMatterWhereThereIsAnotherWay)
         {SystemCall::Open,      EOPNOTSUPP, 2, 1                  }, // a file without a name
         {SystemCall::Access,    ENOENT,     0, 1                  }, // there is no /proc
         {SystemCall::Attribute, ENOTSUP,    0, FaultyFiles::always},
+        {SystemCall::Attribute, ENODATA,    1, FaultyFiles::always}, // nor are they there to be removed
         {SystemCall::Close,     EINTR,      0, FaultyFiles::always}, // it is closed nevertheless
         {SystemCall::Close,     EIO,        1, FaultyFiles::always}, // of what was only read
     };
@@ -292,6 +318,23 @@ TEST_P(WholeSaveFaults, LeaveNoNewFile)
         }
         EXPECT_THAT(namesIn(folder.path()), IsEmpty()) << number;
     }
+}
+
+TEST(WholeSaveByQt, SaysThatTheDiskIsFull)
+{
+    const TemporaryFolder folder;
+    const std::string path = folder.write("file", "old");
+    {
+        FaultyFiles files(folder.path());
+        files.fail(SystemCall::Write, ENOSPC, 0);
+        const auto replacement = Nereo::Io::makeQtFileReplacement();
+        ASSERT_TRUE(replacement->open(QString::fromStdString(path), QIODevice::NotOpen));
+        replacement->device().write("new");
+        const SaveResult result = replacement->flush();
+        EXPECT_EQ(result.status, SaveResult::DiskFull);
+        EXPECT_EQ(result.reason, qt_error_string(ENOSPC).toStdString());
+    }
+    EXPECT_EQ(readBytes(path), "old");
 }
 
 TEST(WholeSaveToANamedFile, ShowsNothingOfAFileThatOthersMayNotRead)

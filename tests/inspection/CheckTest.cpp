@@ -164,6 +164,23 @@ TEST(CheckTest, NamesEachSeverityAndEffect)
     EXPECT_EQ(effectName(Effect::Lost), "lost");
 }
 
+TEST(CheckTest, KnowsWhichEffectsEndALoad)
+{
+    for (int effect = int(Effect::None); effect <= int(Effect::Lost); ++effect) {
+        const QString name = effectName(Effect(effect));
+        EXPECT_EQ(endsLoad(Effect(effect)), name == "fails" || name == "throws" || name == "stops") << effect;
+    }
+}
+
+TEST(CheckTest, ComparesPlaces)
+{
+    const auto place = [](qint64 line, qint64 column, qint64 offset) { return Place {line, column, offset}; };
+    EXPECT_EQ(place(1, 2, 3), place(1, 2, 3));
+    EXPECT_NE(place(1, 2, 3), place(2, 2, 3));
+    EXPECT_NE(place(1, 2, 3), place(1, 1, 3));
+    EXPECT_NE(place(1, 2, 3), place(1, 2, Place::Absent));
+}
+
 TEST(CheckTest, WritesThePlaceAsFarAsThereIsOne)
 {
     Finding finding;
