@@ -9,8 +9,8 @@
 
 namespace {
 
-#if defined NEREO_SANITIZER || defined NEREO_EMULATED
-constexpr int secondsAllowed = 10; // the sanitizers and emulators take their part
+#if defined NEREO_SANITIZER || defined NEREO_EMULATED || defined NEREO_COVERAGE
+constexpr int secondsAllowed = 10; // the sanitizers, emulators and counters take their part
 #else
 constexpr int secondsAllowed = 1;
 #endif
