@@ -44,11 +44,13 @@ private:
             return;
         const QString text = xml_.attribute(name);
         const Place place = xml_.attributePlace(name);
-        checkVersion(text, true, place, QLatin1String(versionAddress), listener_);
+        if (!checkVersion(text, true, place, QLatin1String(versionAddress), listener_) && hasVersion_)
+            listener_.finding({Rule::RepeatedKey, place, QLatin1String(versionAddress), name});
+        hasVersion_ = hasVersion_ || !text.isEmpty();
         if (listener_.wantsItems()) {
+            const auto version = text.isEmpty() ? Util::Version::Current : Util::Version(text);
             listener_.item({QLatin1String(versionAddress), Item::Type::Version, place,
-                            xml_.attributeLength(name), xml_.attributeSpelling(name),
-                            Util::Version(text).toString()});
+                            xml_.attributeLength(name), xml_.attributeSpelling(name), version.toString()});
         }
     }
 
@@ -81,12 +83,15 @@ private:
         if (std::optional<Discovery> fault = values_.faultOf(key, text.text)) {
             fault->place = fault->rule == Rule::MissingValue ? xml_.endPlace(text) : xml_.place(text);
             listener_.finding(*fault);
+        } else if (text.hasReturn && !values_.isNumber(key)) {
+            listener_.finding({Rule::LostCarriageReturn, xml_.place(text), key});
         }
     }
 
     XmlFile xml_;
     ConfigurationValues values_;
     Listener& listener_;
+    bool hasVersion_ = false; ///< of an earlier element
 };
 
 } // namespace

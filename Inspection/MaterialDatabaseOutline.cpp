@@ -523,9 +523,12 @@ private:
         const XmlText& text = reading.text;
         if (element.type == Item::Type::Text) {
             const bool losesMark = !isVariable(element) && losesByteOrderMark(text.text);
+            const bool losesReturn = text.hasReturn && element.name == MaterialXml::name;
             if (losesMark)
                 reportText(Rule::StrayByteOrderMark, reading);
-            return !losesMark;
+            else if (losesReturn)
+                reportText(Rule::LostCarriageReturn, reading);
+            return !losesMark && !losesReturn;
         }
         const std::optional<Rule> fault =
             element.type == Item::Type::Integer ? integerFault(text.text) : numberFault(text.text);

@@ -243,7 +243,7 @@ private:
         if (step.value == '\n')
             return passLineFeed(step);
         closeReturn();
-        if (step.value == 0)
+        if (step.value == 0 && !places_.isDocument_) // which is malformed there
             addFault(Rule::Nul, here());
         addCharacter(at_, step);
         ++state_.column;
@@ -368,7 +368,7 @@ const TextPlaces::Run& TextPlaces::Characters::runOf(qint32 number)
 }
 
 TextPlaces::TextPlaces(const InputFile& file)
-    : device_(file.openBytes()), encoding_(Encoding::Utf8), states_(1)
+    : device_(file.openBytes()), isDocument_(false), encoding_(Encoding::Utf8), states_(1)
 {
     const DetectedEncoding detected = detectedEncoding(bytesAt(0, blockSize));
     encoding_ = detected.encoding;
@@ -376,14 +376,14 @@ TextPlaces::TextPlaces(const InputFile& file)
 }
 
 TextPlaces::TextPlaces(const InputFile& file, Encoding encoding)
-    : device_(file.openBytes()), encoding_(encoding), states_(1)
+    : device_(file.openBytes()), isDocument_(true), encoding_(encoding), states_(1)
 {
     const DetectedEncoding detected = detectedEncoding(bytesAt(0, blockSize));
     markLength_ = detected.encoding == encoding ? detected.markLength : 0;
 }
 
 TextPlaces::TextPlaces(const InputFile& file, const QTextCodec& codec)
-    : device_(file.openBytes()), encoding_(Encoding::SingleByte), states_(1)
+    : device_(file.openBytes()), isDocument_(true), encoding_(Encoding::SingleByte), states_(1)
 {
     for (std::size_t byte = 0; byte < singleBytes_.size(); ++byte) {
         const char character = char(byte);

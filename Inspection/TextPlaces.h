@@ -28,8 +28,9 @@ public:
 
     /// In the encoding that a text stream finds out by itself.
     explicit TextPlaces(const InputFile& file);
+    /// Of a document, whose reader has its own opinion of the encoding, and of a NUL.
     TextPlaces(const InputFile& file, Encoding encoding);
-    /// In an encoding whose characters are a byte each.
+    /// The same in an encoding whose characters are a byte each.
     TextPlaces(const InputFile& file, const QTextCodec& codec);
     ~TextPlaces();
 
@@ -137,6 +138,7 @@ private:
     void passParts(qint64 index);
 
     std::unique_ptr<QIODevice> device_;
+    const bool isDocument_;
     Encoding encoding_;
     std::array<ushort, 256> singleBytes_ {}; ///< the characters that the bytes are, where each is one
     int markLength_ = 0;                     ///< of the byte-order mark

@@ -134,6 +134,7 @@ XmlText XmlFile::readText(XmlText::Use use, const QString& address)
             skipElement();
         } else if (isAt(Token::Characters) || isAt(Token::EntityReference)) {
             const QStringRef piece = xml_.text();
+            text.hasReturn = text.hasReturn || piece.contains(QLatin1Char('\r'));
             const bool isCut =
                 use == XmlText::Use::Nothing || (use == XmlText::Use::Number && isNoNumber(piece));
             const QStringRef kept = isCut ? piece.left(longestNumber) : piece;

@@ -25,6 +25,7 @@ struct XmlText {
     Place readersBegin; ///< as far as the reader knows it, where nobody knows better
     Place readersEnd;
     bool isInEntity = false; ///< the element comes out of one
+    bool hasReturn = false;  ///< a carriage return, which only a reference can give
     bool isWhole = true;     ///< no element stands in it and nothing is malformed; there are findings of both
 };
 

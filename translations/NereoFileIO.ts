@@ -1300,5 +1300,13 @@
         <source>%2 records are of a node that has one before, the first of node %1; without a known field no value is ignored</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>no carriage return</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a carriage return in a value; a save loses it</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -1300,5 +1300,13 @@
         <source>%2 records are of a node that has one before, the first of node %1; without a known field no value is ignored</source>
         <translation>%2 Sätze sind von einem Knoten, der schon einen hat, der erste von Knoten %1; ohne ein bekanntes Feld geht kein Wert verloren</translation>
     </message>
+    <message>
+        <source>no carriage return</source>
+        <translation>kein Wagenrücklauf</translation>
+    </message>
+    <message>
+        <source>a carriage return in a value; a save loses it</source>
+        <translation>Ein Wagenrücklauf in einem Wert; beim Speichern geht er verloren</translation>
+    </message>
 </context>
 </TS>

@@ -3,6 +3,8 @@
 namespace Nereo::Inspection {
 namespace {
 
+using namespace std::string_literals;
+
 constexpr auto Error = Severity::Error;
 constexpr auto Warning = Severity::Warning;
 
@@ -61,6 +63,50 @@ TEST(ConfigurationXmlCheckTest, FindsEachFaultAtItsPlace)
     };
     for (const Fault& fault : faults)
         expectFinding("file.xml", fault, false);
+}
+
+TEST(ConfigurationXmlCheckTest, FindsCarriageReturnsThatASaveLoses)
+{
+    const std::string long_(5000, 'x'); // of which a check keeps little
+    for (const std::string& text :
+         {"a&#13;b"s, "&#xD;"s, "a&#13;&#10;"s, "<![CDATA[a]]>&#13;"s, long_ + "&#13;"}) {
+        const Fault fault {"<Nereo2Config><JobPrefix>[[]]" + text + "</JobPrefix></Nereo2Config>",
+                           "stray-character",
+                           Warning,
+                           Effect::Lost,
+                           "JobPrefix",
+                           "a save loses it"};
+        expectFinding("file.xml", fault, false);
+    }
+    expectClean(
+        "file.xml",
+        "<Nereo2Config><MaxIter>5&#13;</MaxIter><JobPrefix>a&#10;b&#9;c\n</JobPrefix></Nereo2Config>");
+}
+
+TEST(ConfigurationXmlCheckTest, SaysOnceWhatTheReaderSaysOfANul)
+{
+    for (const std::string& text : {
+             "<Nereo2Config><MaxIter>5\0[[]]</MaxIter></Nereo2Config>"s,
+             "<Nereo2Config><!-- \0[[]] --></Nereo2Config>"s,
+             "<Nereo2Config a='\0[[]]'/>"s,
+             "<Nereo2Config/>\n\0[[]]"s,
+         })
+        expectFinding("file.xml", {text, "malformed-xml", Error, Effect::Fails}, false);
+}
+
+TEST(ConfigurationXmlCheckTest, FindsAVersionThatAnotherOverrides)
+{
+    const CheckedFile checked =
+        checkedBytes("file.xml",
+                     "<a><Nereo2Config Version='2024.0.0.0'/><Nereo2Config Version=''/>"
+                     "<Nereo2Config/><Nereo2Config Version='2023.0.0.0'/></a>");
+    ASSERT_EQ(checked.findings.size(), 2U) << linesOf(checked);
+    EXPECT_EQ(checked.findings[0].code, "bad-version");
+    const Finding& finding = checked.findings[1];
+    EXPECT_EQ(finding.code, "repeated-key");
+    EXPECT_EQ(finding.address, "version");
+    EXPECT_EQ(finding.found, "Version");
+    EXPECT_EQ(finding.place.column, 104);
 }
 
 /// Of a text that is no number little is kept.

@@ -195,6 +195,19 @@ TEST(MaterialDatabaseCheckTest, FindsNamesThatNoTableHas)
                   "stray-character", "#1/type");
 }
 
+TEST(MaterialDatabaseCheckTest, FindsACarriageReturnThatASaveLoses)
+{
+    const CheckedFile checked = checkedBytes(
+        "file.xml",
+        "<material_database><material type='fluid'><name>A&#13;</name></material></material_database>");
+    ASSERT_EQ(checked.findings.size(), 1U) << linesOf(checked);
+    const Finding& finding = checked.findings[0];
+    EXPECT_EQ(finding.code, "stray-character");
+    EXPECT_EQ(effectName(finding.effect), effectName(Effect::Lost));
+    EXPECT_EQ(finding.address, "A\r/name");
+    EXPECT_EQ(finding.place.column, 49);
+}
+
 TEST(MaterialDatabaseCheckTest, FindsWhatStandsThereTwice)
 {
     const Expectation expectIgnored(Warning, Effect::Ignored);

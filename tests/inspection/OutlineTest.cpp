@@ -1,6 +1,7 @@
 #include "support/TemporaryFolder.h"
 
 #include <NereoInspection/Outline.h>
+#include <NereoUtility/Version.h>
 
 #include <gtest/gtest.h>
 
@@ -52,6 +53,14 @@ TEST(OutlineTest, TellsTheValuesOfAConfigurationInText)
               "MaxIter integer 6:9@71+1 [x] 0\n"
               "TimeStepSize number 7:13@85+0 [] 0\n"
               "JobPrefix text 8:10@95+0 [] \n");
+}
+
+/// An empty version is ignored, so that a new object keeps its own.
+TEST(OutlineTest, TellsTheVersionThatAConfigurationKeeps)
+{
+    const std::string current = Util::Version::Current.toString().toStdString();
+    EXPECT_EQ(outlined("file.xml", "<Nereo2Config Version=''/>"),
+              "version version 1:24@23+0 [] " + current + '\n');
 }
 
 TEST(OutlineTest, TellsTheValuesOfAConfigurationInXml)
