@@ -82,6 +82,7 @@ bool ControlFileMaterials::readFirstLine()
             checkId(words[i], number);
         item({elements[i]}, Type::Integer, words[i], number);
     }
+    lines_.addPart(name, addressOf({"name"}));
     if (values_.wantsItems()) // and not only to be thrown away, since a name may be long
         item({"name"}, Type::Text, name, lines_.text(name).toString());
     if (repeated > 0 && !name.isEmpty())
@@ -294,7 +295,7 @@ void ControlFileMaterials::skipMaterial()
 
 bool ControlFileMaterials::refuse(Range range)
 {
-    values_.finding(Rule::BadMaterial, address_, range);
+    values_.finding(range.isEmpty() ? Rule::IncompleteMaterial : Rule::BadMaterial, address_, range);
     if (!range.isEmpty())
         lines_.cover(range);
     return false;

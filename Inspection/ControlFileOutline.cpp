@@ -1,6 +1,8 @@
 #include "ControlFileOutline.h"
 #include "ControlFileLines.h"
 #include "ControlFileMaterials.h"
+#include "NearestName.h"
+#include "NodeFlagName.h"
 #include "SeenNames.h"
 #include "VersionFault.h"
 #include "Walker.h"
@@ -182,6 +184,12 @@ QString nameOf(int code)
     return CodeNameTable::instance().nameForCode(code, false);
 }
 
+/// Without a byte-order mark at its start, which is told of by itself.
+QStringView withoutMark(QStringView line)
+{
+    return line.startsWith(QChar(QChar::ByteOrderMark)) ? line.mid(1) : line;
+}
+
 /// A list of variables with numbers behind each.
 struct List {
     const char* address;
@@ -226,7 +234,7 @@ public:
         while (lines_.hasTitle())
             readSection();
         for (const Section& section : sections()) {
-            if (section.isAlwaysWritten && !isSeen(section))
+            if (section.isAlwaysWritten && !isSeen(section) && !isMeant(section))
                 listener_.finding(
                     {Rule::MissingSection, lines_.place(0), section.address, {}, {section.name}});
         }
@@ -259,6 +267,11 @@ private:
         return seenSections_[std::size_t(&section - sections().first)];
     }
 
+    std::bitset<32>::reference isMeant(const Section& section)
+    {
+        return meantSections_[std::size_t(&section - sections().first)];
+    }
+
     void readHeader();
     void readSecondHeader();
     void badHeader(const char* address, const QString& consequence = {});
@@ -266,6 +279,8 @@ private:
     void readFirstTitle();
     void readSection();
     void readUnknownSection(QStringView spelling, const QString& name);
+    std::optional<Discovery> lostTitle();
+    void reportLostTitle();
     void skipLines();
 
     void readTitle(const Section& section);
@@ -281,6 +296,7 @@ private:
 
     template <class FieldsOfCode>
     void readList(const List& list, FieldsOfCode fieldsOfCode);
+    void nodeFlag(const QString& address, Range name, int code);
     void unknownVariable(const List& list, Range name);
     void readCriterion(const QString& address);
     bool readLines(const QString& address, const QStringList& expected);
@@ -293,10 +309,12 @@ private:
     const std::size_t mostRepeated_;
     const ControlFile new_; ///< what a writer writes of the header
     std::bitset<32> seenSections_;
+    std::bitset<32> meantSections_; ///< by a title that is no section's: they aren't missing besides
     SeenNames unknownSections_;
     ControlFileMaterials materials_;
     qint64 title_ = 0; ///< the number of the first character of the section's name
     int sectionCount_ = 0;
+    bool isBehindLostTitle_ = false;
 };
 
 void ControlFileWalk::readHeader()
@@ -310,7 +328,7 @@ void ControlFileWalk::readHeader()
     if (at < 0)
         return badHeader("header/1", translated("the version is read as %1").arg(versionReadFrom(line)));
     const QString written = Util::toQString(new_.headerLine1());
-    if (!isLike(line.left(at), QStringView(written).left(written.lastIndexOf(mark))))
+    if (!isLike(withoutMark(line.left(at)), QStringView(written).left(written.lastIndexOf(mark))))
         badHeader("header/1");
     checkVersion(int(at) + mark.size());
 }
@@ -325,7 +343,7 @@ void ControlFileWalk::readSecondHeader()
     const auto at = line.indexOf(branchStart);
     const QString written = Util::toQString(new_.headerLine2());
     const bool isWritten = at >= 0 && line.endsWith(QLatin1Char(')'))
-        && isLike(line.left(at), QStringView(written).left(written.indexOf(branchStart)));
+        && isLike(withoutMark(line.left(at)), QStringView(written).left(written.indexOf(branchStart)));
     if (!isWritten)
         badHeader("header/2");
     lines_.addPart({0, lines_.lineEnd()}, QStringLiteral("header/2"));
@@ -346,9 +364,10 @@ void ControlFileWalk::checkVersion(int at)
     const int begin = version.isEmpty() ? lines_.lineEnd() : int(version.data() - lines_.text().data());
     const bool isBad = Inspection::checkVersion(version.left(longestHeader).toString(), false,
                                                 lines_.place(begin), QStringLiteral("header/1"), listener_);
-    lines_.addPart({0, begin}, QStringLiteral("header/1"));
+    const int end = begin + int(version.size());
+    lines_.addPart({0, isBad ? begin : end}, QStringLiteral("header/1"));
     if (isBad)
-        lines_.cover({begin, begin + int(version.size())});
+        lines_.cover({begin, end});
 }
 
 /// What stands up to the first title belongs to no section if the third line is none.
@@ -377,6 +396,7 @@ void ControlFileWalk::readSection()
     const int begin = spelling.isEmpty() ? lines_.lineEnd() : int(spelling.data() - line.data());
     const QString name = simplified(spelling, longestName);
     title_ = lines_.begin() + begin;
+    isBehindLostTitle_ = false;
     ++sectionCount_;
     const Section* const section = sectionOf(name);
     if (section == nullptr) {
@@ -418,14 +438,39 @@ void ControlFileWalk::readUnknownSection(QStringView spelling, const QString& na
         QStringList names;
         for (const Section& section : sections())
             names.append(QLatin1String(section.name));
+        if (const Section* const meant = sectionOf(nearestName(name, names)))
+            isMeant(*meant) = true;
         Discovery discovery {Rule::UnknownSection, lines_.placeOf(title_), address, excerpt(spelling)};
         discovery.knownNames = &names;
         listener_.finding(discovery);
     }
     lines_.readLine();
-    if (listener_.wantsItems())
-        readLines(address, {});
-    skipLines();
+    readLines(address, {});
+}
+
+/// What there is to say of a line that names a section and would be its title with other blanks and
+/// asterisks. The section isn't missing besides.
+std::optional<Discovery> ControlFileWalk::lostTitle()
+{
+    constexpr QLatin1Char asterisk('*');
+    const Range range = lines_.restFrom(0);
+    const QStringView line = lines_.text(range);
+    if (!line.startsWith(asterisk))
+        return {};
+    const auto name = std::find_if(line.begin(), line.end(), [=](QChar c) { return c != asterisk; });
+    const Section* const section = sectionOf(simplified(line.mid(name - line.begin()), longestName));
+    if (section == nullptr)
+        return {};
+    isBehindLostTitle_ = true;
+    isMeant(*section) = true;
+    lines_.cover(range);
+    return Discovery {Rule::LostTitle, lines_.place(range.begin), section->address, excerpt(line)};
+}
+
+void ControlFileWalk::reportLostTitle()
+{
+    if (const std::optional<Discovery> discovery = lostTitle())
+        listener_.finding(*discovery);
 }
 
 void ControlFileWalk::readTitle(const Section& section)
@@ -471,23 +516,39 @@ void ControlFileWalk::readList(const List& list, FieldsOfCode fieldsOfCode)
             QString& address = addresses[std::size_t(code)];
             if (address.isEmpty())
                 address = list.address + (QLatin1Char('/') + nameOf(code));
+            const bool isFlag = lines_.text(name) != nameOf(code) && isNodeFlag(lines_.text(name).toString());
+            if (isFlag)
+                nodeFlag(address, name, code);
             if (seen[std::size_t(code)])
                 values_.finding(Rule::RepeatedVariable, address, name);
             seen[std::size_t(code)] = true;
-            if (list.address == solutionAddress && code > Io::lastListedVariable)
+            if (list.address == solutionAddress && code > Io::lastListedVariable && !isFlag)
                 values_.finding(Rule::UnusedValue, address, name);
-            values_.readLine(address, fieldsOfCode(code), name.end);
+            values_.readLine(address, fieldsOfCode(code, isFlag), name.end);
         }
         lines_.nextLine();
         lines_.reportCharacters();
     }
 }
 
+/// A load doesn't tell such a flag from the variable of that code.
+void ControlFileWalk::nodeFlag(const QString& address, Range name, int code)
+{
+    if (!listener_.onlyCounts(Rule::NodeFlagAsVariable))
+        listener_.finding({Rule::NodeFlagAsVariable,
+                           lines_.place(name.begin),
+                           address,
+                           lines_.text(name).toString(),
+                           {nameOf(code)}});
+}
+
 void ControlFileWalk::unknownVariable(const List& list, Range name)
 {
     std::optional<Discovery> discovery;
     QStringList names;
-    if (!listener_.onlyCounts(Rule::UnknownVariable)) {
+    if (!isBehindLostTitle_) // where no name is one of this section
+        discovery = lostTitle();
+    if (!isBehindLostTitle_ && !listener_.onlyCounts(Rule::UnknownVariable)) {
         const QStringView word = lines_.text(name);
         const QString address = list.address + (QLatin1Char('/') + addressPart(excerpt(word)));
         discovery = Discovery {Rule::UnknownVariable, lines_.place(name.begin), address, excerpt(word)};
@@ -512,7 +573,7 @@ void ControlFileWalk::unknownVariable(const List& list, Range name)
 void ControlFileWalk::readSolutionControl(const Section&)
 {
     const List list {solutionAddress, Io::kU, ControlFile::SolvedVariableCount, 0};
-    readList(list, [](int code) {
+    readList(list, [](int code, bool) {
         return all(code > Io::lastListedVariable ? unlistedSolutionFields : solutionFields);
     });
 }
@@ -520,18 +581,19 @@ void ControlFileWalk::readSolutionControl(const Section&)
 void ControlFileWalk::readRelaxation(const Section& section)
 {
     const List list {section.address, Io::kU, ControlFile::RelaxedVariableCount, 2};
-    readList(list, [](int) { return all(relaxationFields); });
+    readList(list, [](int, bool) { return all(relaxationFields); });
 }
 
 void ControlFileWalk::readConstants(const Section& section)
 {
     const List list {section.address, Io::firstListedConstant, ControlFile::ConstantCount, 0};
     std::vector<Field> record;
-    readList(list, [&](int code) {
+    readList(list, [&](int code, bool isFlag) {
         const auto setFields = [&](const auto&, const auto& members) { record = fieldsOf(members); };
         if (Io::visitRecord(new_, code, setFields))
             return Fields {record.data(), int(record.size())};
-        return all(code < Io::firstListedConstant ? unsavedConstantFields : constantFields);
+        const bool isUnsaved = code < Io::firstListedConstant && !isFlag; // a flag isn't what it seems
+        return all(isUnsaved ? unsavedConstantFields : constantFields);
     });
 }
 
@@ -542,6 +604,7 @@ void ControlFileWalk::readAutoConvergence(const Section& section)
     const QString address = section.address;
     bool isFirst = true;
     for (; lines_.hasLine(); lines_.nextLine()) {
+        reportLostTitle();
         if (!lines_.isBlank() && isFirst) {
             isFirst = false;
             int at = 0;
@@ -586,7 +649,11 @@ void ControlFileWalk::readFlags(const Section& section)
     Discovery discovery {Rule::FlagCount, lines_.place(word.begin), address, excerpt(lines_.text(word))};
     if (fault)
         lines_.cover(word);
-    values_.trailingText(address, word.end);
+    if (fault && fault->rule == Rule::NotAnInteger)
+        lines_.cover(
+            lines_.restFrom(word.end)); // in place of the number stands something else: a flag, perhaps
+    else
+        values_.trailingText(address, word.end);
 
     SeenNames names(mostRepeated_);
     qint64 count = 0;
@@ -653,6 +720,7 @@ bool ControlFileWalk::readLines(const QString& address, const QStringList& expec
     bool areSame = true;
     int count = 0;
     for (; lines_.hasLine(); lines_.nextLine()) {
+        reportLostTitle();
         if (!lines_.isBlank()) {
             const Range line = lines_.restFrom(0);
             areSame = areSame && count < expected.size() && haveSameWords(lines_.text(line), expected[count]);

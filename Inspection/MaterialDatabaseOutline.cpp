@@ -1,6 +1,7 @@
 #include "LateMaterialNames.h"
 #include "MaterialDatabaseValues.h"
 #include "MaterialNames.h"
+#include "NodeFlagName.h"
 #include "NumberFault.h"
 #include "VersionFault.h"
 #include "Walker.h"
@@ -90,15 +91,6 @@ const QStringList& variableNames()
 #include <NereoFileIO/FieldVariable.def>
     };
     return names;
-}
-
-bool isNodeFlag(const QString& name)
-{
-    static const QStringList flags {
-#define NODE_FLAG(name, code) QStringLiteral(#name),
-#include <NereoFileIO/NodeFlag.def>
-    };
-    return flags.contains(name);
 }
 
 /// The text goes by way of a std::string, which loses the mark when it becomes a QString again.

@@ -1308,5 +1308,17 @@
         <source>a carriage return in a value; a save loses it</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>a blank, three asterisks and a blank before the name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no title; it and what follows are taken for a part of the section before</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>something is missing that a writer puts there</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -1308,5 +1308,17 @@
         <source>a carriage return in a value; a save loses it</source>
         <translation>Ein Wagenrücklauf in einem Wert; beim Speichern geht er verloren</translation>
     </message>
+    <message>
+        <source>a blank, three asterisks and a blank before the name</source>
+        <translation>ein Leerzeichen, drei Sterne und ein Leerzeichen vor dem Namen</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; is no title; it and what follows are taken for a part of the section before</source>
+        <translation>„%1“ ist kein Titel; die Zeile und was ihr folgt gelten als Teil des Abschnitts davor</translation>
+    </message>
+    <message>
+        <source>something is missing that a writer puts there</source>
+        <translation>Es fehlt etwas, das beim Schreiben dort steht</translation>
+    </message>
 </context>
 </TS>

@@ -349,6 +349,12 @@ TEST(ControlFileCheckTest, FindsFaultsInListsOfVariables)
              "constants/kPreff", "did you mean \"kPRef\"?"),
         Case("Constants", constants + "[[kNone]] 5\n", "unknown-variable", Warning, Effect::Ignored,
              "constants/kNone"),
+        Case("Relaxation", relaxation + "[[kSlipNode]] 1 0\n", "unknown-variable", Warning, Effect::None,
+             "relaxation/kVeff", "a flag of nodes; it is read as kVeff"),
+        Case("Solution Control", solution + "[[kSlipNode]] 15 5 1 1\n", "unknown-variable", Warning,
+             Effect::None, "solution-control/kVeff"),
+        Case("Constants", constants + "[[kAFac]] 5\n", "unknown-variable", Warning, Effect::None,
+             "constants/kUHat"),
         Case("Constants", constants + "kInflate 1 0 1 3 0 1 3 0.45 1 0.01 [[2]] 1.05\n", "bad-switch",
              Warning, Effect::Off, "constants/kInflate/11"),
         Case("Constants", constants + "kInflate [[-1]] 0 1 3 0 1 3 0.45 1 0.01 1 1.05\n", "bad-switch",
@@ -375,6 +381,9 @@ TEST(ControlFileCheckTest, FindsFaultsInFlags)
         Case("Flag section", flags + "[[abc]]\nx 1\n", "flag-count", Error, Effect::Stops, "flags",
              "0 flags are announced and 1 are there", "1"),
         Case("Flag section", flags + "[[x]]\n", "not-an-integer", Error, Effect::Zero, "flags"),
+        Case("Flag section", flags + "[[x]] 1\n", "not-an-integer", Error, Effect::Zero, "flags"),
+        Case("Flag section", flags + "[[x]] 1\ny 2\n", "flag-count", Error, Effect::Stops, "flags",
+             "0 flags are announced and 1 are there", "1"),
         Case("Flag section", flags + "[[1x]]\nx 1\n", "not-an-integer", Error, Effect::Start, "flags"),
         Case("Flag section", flags + "[[4294967297]]\nx 1\n", "out-of-range", Error, Effect::Wrapped,
              "flags"),
@@ -457,6 +466,9 @@ TEST(ControlFileCheckTest, FindsWhateverIsWrongInAMaterial)
     for (const char* values : {"1 2 [[x]] 4\n", "1 2 3 4 [[5]]\n", "1 2 3[[]]\n", "1 2 3 4\n[[0]]\n"})
         expectBad(fluid(values), "property-settings/Air");
     expectBad("1 0 0 0 Air\n1 2 3 4\n[[]]", "property-settings/Air");
+    expectFinding(Case("Property Settings", materials(solid("1 0 0 0 Steel\n", "kRho 0 1[[]]\n")),
+                       "bad-material", Warning, Effect::None, "property-settings/Steel",
+                       "something is missing"));
     for (const char* diffusion :
          {"[[kSpec]] 0 1 0\n", "kSpecDifu [[x]] 1 0\n", "kSpecDifu 0 [[2]] 0\n", "kSpecDifu 0 1 [[x]]\n",
           "kSpecDifu 0 1 0 [[0]]\n", "kSpecDifu 0 1 0\n[[0 more]]\n"})
@@ -514,22 +526,24 @@ TEST(ControlFileCheckTest, FindsBadCharacters)
         std::string line; ///< from the line of the section's title on
     };
     const Row rows[] = {
-        {"Title",          " *** Title\n\xC3\xA4\xFF\xFE\n",    "1:2 not-utf8 replaced title FF"              },
-        {"Title",          " *** Title\na\rb\n",                "1:2 stray-character ignored title "          },
-        {"Title",          " *** Title\na\0b\n"s,               "1:2 stray-character none title "             },
+        {"Title",             " *** Title\n\xC3\xA4\xFF\xFE\n",                          "1:2 not-utf8 replaced title FF"              },
+        {"Title",             " *** Title\na\rb\n",                                      "1:2 stray-character ignored title "          },
+        {"Title",             " *** Title\na\0b\n"s,                                     "1:2 stray-character none title "             },
         {"Title",
          " *** Title\n\xEF\xBB\xBF"
-         "a\n",                                                 "1:1 stray-character ignored title "          },
-        {"Units",          " *** Units\n0\n\n\xC3\n",           "3:1 trailing-text ignored units \xEF\xBF\xBD"},
-        {"Units",          " *** Units\n\xFF\n",                "1:1 not-an-integer zero units \xEF\xBF\xBD"  },
-        {"Units",          " *** Units\n0\r \n",                "1:2 stray-character ignored  "               },
-        {"Constants",      " *** Constants\n\xE2\x82kPRef 5\n",
+         "a\n",                                                                          "1:1 stray-character ignored title "          },
+        {"Units",             " *** Units\n0\n\n\xC3\n",                                 "3:1 trailing-text ignored units \xEF\xBF\xBD"},
+        {"Units",             " *** Units\n\xFF\n",                                      "1:1 not-an-integer zero units \xEF\xBF\xBD"  },
+        {"Units",             " *** Units\n0\r \n",                                      "1:2 stray-character ignored  "               },
+        {"Constants",         " *** Constants\n\xE2\x82kPRef 5\n",
          "1:1 unknown-variable ignored constants/\xEF\xBF\xBD\xEF\xBF\xBDkPRef "
-         "\xEF\xBF\xBD\xEF\xBF\xBDkPRef"                                                                      },
-        {"Flag section",   " *** Flag section\n1\nx \xFF\n",    "2:3 not-utf8 replaced flags/x FF"            },
-        {"Monitor Points", " *** Monitor \xFF\n",
-         "0:6 unknown-section ignored Monitor \xEF\xBF\xBD Monitor \xEF\xBF\xBD"                              },
-        {"Scalars",        " *** Scalars\n\xF0\x9F\n",          "1:1 not-utf8 replaced  F0"                   },
+         "\xEF\xBF\xBD\xEF\xBF\xBDkPRef"                                                                                               },
+        {"Flag section",      " *** Flag section\n1\nx \xFF\n",                          "2:3 not-utf8 replaced flags/x FF"            },
+        {"Monitor Points",    " *** Monitor \xFF\n",
+         "0:6 unknown-section ignored Monitor \xEF\xBF\xBD Monitor \xEF\xBF\xBD"                                                       },
+        {"Property Settings", " *** Property Settings\n1 0 0 0 A\xFF\n" + endOfMaterial,
+         "1:10 not-utf8 replaced property-settings/A\xEF\xBF\xBD/name FF"                                                              },
+        {"Scalars",           " *** Scalars\n\xF0\x9F\n",                                "1:1 not-utf8 replaced  F0"                   },
     };
     for (const auto& [section, text, line] : rows) {
         Sections sections;
@@ -553,20 +567,27 @@ TEST(ControlFileCheckTest, TellsOfBadCharactersInTheFirstLinesOnce)
 {
     const std::string start = "NEREO control file rev 07 NEREO Ver 2024.0.0.0\n";
     const std::string branch = "NEREO 2024 (release)\n";
-    const std::pair<std::string, const char*> rows[] = {
-        {"NEREO \xFF file rev 07 NEREO Ver 2024.0.0.0\n" + branch,       "bad-header"   },
-        {"NEREO control file rev 07 NEREO Ver 2024.0.0.\xFF\n" + branch, "bad-version"  },
-        {start + "\xFF\n",                                               "bad-header"   },
-        {start + "NEREO 2024 (\xFF)\n",                                  "not-utf8"     },
-        {start + branch + "\xFF\n",                                      "missing-title"},
+    struct Row {
+        std::string header;
+        const char* code;
+        const char* address;
     };
-    for (const auto& [header, code] : rows) {
+    const Row rows[] = {
+        {"NEREO \xFF file rev 07 NEREO Ver 2024.0.0.0\n" + branch,       "bad-header",      "header/1"},
+        {"NEREO control file rev 07 NEREO Ver 2024.0.0.\xFF\n" + branch, "bad-version",     "header/1"},
+        {"NEREO control file rev 07 NEREO Ver 2024.\r0.0.0\n" + branch,  "stray-character", "header/1"},
+        {start + "\xFF\n",                                               "bad-header",      "header/2"},
+        {start + "NEREO 2024 (\xFF)\n",                                  "not-utf8",        "header/2"},
+        {start + branch + "\xFF\n",                                      "missing-title",   ""        },
+    };
+    for (const auto& [header, code, address] : rows) {
         Sections sections;
         sections.header() = header;
         std::vector<Finding> findings = checkedBytes("file.ctl", sections.text(), FileKind::Control).findings;
         findings.erase(std::remove_if(findings.begin(), findings.end(), isUsual), findings.end());
         ASSERT_EQ(findings.size(), 1U) << header;
         EXPECT_EQ(findings[0].code, code) << header;
+        EXPECT_EQ(findings[0].address, address) << header;
     }
 }
 
@@ -592,6 +613,10 @@ TEST(ControlFileCheckTest, FindsFaultsInHeadersAndTitles)
         Case("header", version + "2024.0.0.0\n" + branch + "[[]]\n", "missing-title", Error, Effect::None),
         Case("header", version + "2024.0.0.0\n" + branch + "[[]]\n1 2\n", "missing-title", Error,
              Effect::Ignored),
+        Case("header", version + "2024.0.0.0\n[[]]\xEF\xBB\xBF" + branch, "stray-character", Warning,
+             Effect::Ignored, "header/2"),
+        Case("Units", " *** [[Unit]]\n0\n", "unknown-section", Warning, Effect::Ignored, "Unit",
+             "did you mean \"Units\"?"),
         Case("", " *** [[Mesh Adaptation]]\n5 0.25\n", "unknown-section", Warning, Effect::Ignored,
              "Mesh Adaptation"),
         Case("", " *** [[units]]\n5\n", "unknown-section", Warning, Effect::Ignored, "units",
@@ -599,6 +624,31 @@ TEST(ControlFileCheckTest, FindsFaultsInHeadersAndTitles)
     };
     for (const Case& row : cases)
         expectFinding(row);
+}
+
+TEST(ControlFileCheckTest, FindsTitlesThatALoadTakesForLinesOfTheSectionBefore)
+{
+    const char message[] = "is no title; it and what follows are taken for a part of the section before";
+    const Case cases[] = {
+        Case("Solar Heating", " *** Solar Heating\n0 0\n[[*** Constants]]\nkPRef 5\n", "unknown-section",
+             Warning, Effect::Ignored, "constants", message),
+        Case("Auto Convergence Control", " *** Auto Convergence Control\n1 1\n  [[***  Units]] \n5\n",
+             "unknown-section", Warning, Effect::Ignored, "units", message),
+        Case("Scalars", " *** Scalars\n1\n[[****Flag section]]\n1\nx 1\n", "unknown-section", Warning,
+             Effect::Ignored, "flags", message),
+        Case("Relaxation", " *** Relaxation\nkU 1 0\n[[***Constants]]\nkPRef 5\nkRhoRef 1\n",
+             "unknown-section", Warning, Effect::Ignored, "constants",
+             "a load takes the next line for it: \"kPRef 5\""),
+    };
+    for (const Case& row : cases)
+        expectFinding(row);
+
+    // Nobody has to be told that the section is missing, too.
+    Sections sections;
+    sections.section("Constants") = "";
+    sections.section("Solar Heating") = " *** Solar Heating\n[[***Constants]]\nkPRef 5\n";
+    expectOnly(Case("", "", "unknown-section", Warning, Effect::Ignored, "constants"),
+               Marked(sections.text()));
 }
 
 TEST(ControlFileCheckTest, FindsWhatIsMissingAtTheEndOfTheFile)
