@@ -90,10 +90,14 @@ TEST(CheckTest, SaysWhereTheSuffixIsThatOfTheOtherForm)
     ASSERT_EQ(xml.findings.size(), 1U);
     EXPECT_EQ(xml.findings[0].code, "wrong-suffix");
     EXPECT_EQ(xml.findings[0].effect, Effect::Throws);
+    EXPECT_EQ(xml.findings[0].place.line, 1);
+    EXPECT_EQ(xml.findings[0].place.column, 1);
+    EXPECT_EQ(xml.findings[0].place.offset, 0);
     const CheckedFile text = checkedBytes("file.xml", "MaxIter x\n");
     ASSERT_EQ(text.findings.size(), 2U);
     EXPECT_EQ(text.findings[0].code, "wrong-suffix");
     EXPECT_EQ(text.findings[0].effect, Effect::Fails);
+    EXPECT_EQ(text.findings[0].place, xml.findings[0].place);
     EXPECT_EQ(text.findings[1].code, "not-an-integer"); // the rest is checked all the same
 }
 

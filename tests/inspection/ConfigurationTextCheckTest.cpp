@@ -133,17 +133,21 @@ TEST(ConfigurationTextCheckTest, FindsBadCharacters)
     };
     const Row rows[] = {
         {"AnalyzePath a\xFF"
-         "b\xFF\n",           "1:14: warning: not-utf8 replaced AnalyzePath FF\n"      },
-        {"AnalyzePath \xC3\xA4\xC3",   "1:14: warning: not-utf8 ignored  C3\n"                  },
-        {"AnalyzePath a\rb\r\n",       "1:14: warning: stray-character ignored AnalyzePath \n"  },
-        {"AnalyzePath a\0b\n"s,        "1:14: warning: stray-character none AnalyzePath \n"     },
+         "b\xFF\n",                  "1:14: warning: not-utf8 replaced AnalyzePath FF\n"      },
+        {"AnalyzePath \xC3\xA4\xC3",          "1:14: warning: not-utf8 ignored  C3\n"                  },
+        {"AnalyzePath a\rb\r\n",              "1:14: warning: stray-character ignored AnalyzePath \n"  },
+        {"AnalyzePath a\0b\n"s,               "1:14: warning: stray-character none AnalyzePath \n"     },
         {"AnalyzePath \xEF\xBB\xBF"
-         "b\n",               "1:13: warning: stray-character ignored AnalyzePath \n"  },
-        {"MaxIter 5\xFF\n",            "1:9: error: not-an-integer zero MaxIter 5\xEF\xBF\xBD\n"},
-        {"MaxIter 5\0\n"s,             "1:9: error: not-an-integer zero MaxIter 5\0\n"s         },
+         "b\n",                      "1:13: warning: stray-character ignored AnalyzePath \n"  },
+        {"MaxIter 5\xFF\n",                   "1:9: error: not-an-integer zero MaxIter 5\xEF\xBF\xBD\n"},
+        {"MaxIter 5\0\n"s,                    "1:9: error: not-an-integer zero MaxIter 5\0\n"s         },
         {"Max\xFFIter 5\nMaxIter 6\n",
-         "1:1: error: unknown-key throws Max\xEF\xBF\xBDIter Max\xEF\xBF\xBDIter\n"             },
-        {"Max\rIter 5\n",              "1:4: warning: stray-character ignored  \n"              },
+         "1:1: error: unknown-key throws Max\xEF\xBF\xBDIter Max\xEF\xBF\xBDIter\n"                    },
+        {"Max\rIter 5\n",                     "1:4: warning: stray-character ignored  \n"              },
+        {"MaxIter 5\n\xC3",                   "2:1: warning: not-utf8 ignored  C3\n"                   },
+        {"AnalyzePath b\xFF\n   Unheard 5\n",
+         "1:14: warning: not-utf8 replaced AnalyzePath FF\n"
+         "2:4: error: unknown-key throws Unheard Unheard\n"                                            },
     };
     for (const auto& [bytes, lines] : rows) {
         const CheckedFile checked = checkedBytes("file.cfg", bytes, FileKind::ConfigurationText);

@@ -154,6 +154,23 @@ TEST(ConfigurationXmlCheckTest, KnowsNoOffsetsInEntities)
     EXPECT_FALSE(checked.findings[0].place.hasOffset());
 }
 
+/// The reader reads a block at a time, and none of one in which a byte is bad.
+TEST(ConfigurationXmlCheckTest, PlacesTheFirstByteThatIsNoCharacter)
+{
+    for (const int spaces : {0, 1, 8000, 100'000}) {
+        const std::string start =
+            "<Nereo2Config>\n" + std::string(std::size_t(spaces), ' ') + "<MaxIter>\xC3\xA4";
+        const CheckedFile checked = checkedBytes("file.xml", start + "\xFF\xFF</MaxIter></Nereo2Config>");
+        ASSERT_EQ(checked.findings.size(), 1U) << linesOf(checked);
+        const Finding& finding = checked.findings[0];
+        EXPECT_EQ(finding.code, "malformed-xml");
+        EXPECT_EQ(finding.effect, Effect::Fails);
+        EXPECT_EQ(finding.place.line, 2);
+        EXPECT_EQ(finding.place.column, spaces + 11);
+        EXPECT_EQ(finding.place.offset, qint64(start.size()));
+    }
+}
+
 TEST(ConfigurationXmlCheckTest, FindsHalfACharacterInUtf16)
 {
     std::string bytes = "\xFE\xFF";

@@ -186,15 +186,18 @@ TEST(ControlFileCheckTest, FindsNothingWrongInOtherGoodLayouts)
         const char* section;
         const char* text;
     } rows[] = {
-        {"Equation Selection", " ***   Equation\tSelection \n\n 0x1\n\n010 \n+1\n-0\n\n1\n\n\n"},
-        {"Transient Data",     " *** Transient Data\n1\t2\n  .5\n1E+20\n"                      },
-        {"Transient Data",     fewDigits.c_str()                                               },
-        {"Units",              " *** Units\n0b101\n"                                           },
-        {"Relaxation",         " *** Relaxation\n\nkU 0.4 inf\n \nkKXX 1 0\nkVisc nan -INF\n"  },
-        {"Constants",          " *** Constants\n"                                              },
-        {"Flag section",       " *** Flag section\n\n2\n\nx 1\n\n y\n"                         },
-        {"Flag section",       " *** Flag section\n0\n"                                        },
-        {"Free Surface",       " *** Free Surface\n\n0 \n0\t0 0\n0 0\n0 0\n0 0\n"              },
+        {"Equation Selection", " ***   Equation\tSelection \n\n 0x1\n\n010 \n+1\n-0\n\n1\n\n\n"     },
+        {"Equation Selection",
+         " *** Equation "
+         "Selection\n0x7FFFFFFF\n017777777777\n-2147483648\n0b1111111111111111111111111111111\n09\n"},
+        {"Transient Data",     " *** Transient Data\n1\t2\n  .5\n1E+20\n"                           },
+        {"Transient Data",     fewDigits.c_str()                                                    },
+        {"Units",              " *** Units\n0b101\n"                                                },
+        {"Relaxation",         " *** Relaxation\n\nkU 0.4 inf\n \nkKXX 1 0\nkVisc nan -INF\n"       },
+        {"Constants",          " *** Constants\n"                                                   },
+        {"Flag section",       " *** Flag section\n\n2\n\nx 1\n\n y\n"                              },
+        {"Flag section",       " *** Flag section\n0\n"                                             },
+        {"Free Surface",       " *** Free Surface\n\n0 \n0\t0 0\n0 0\n0 0\n0 0\n"                   },
     };
     for (const auto& [section, text] : rows) {
         Sections sections;

@@ -99,6 +99,9 @@ TEST(FileKindTest, KnowsResultsByTheMarkerBehindTheirCounts)
 {
     const std::string start = "\7\7\7\7" + std::string(302, ' ');
     EXPECT_EQ(kindOfBytes(start + "\xFF\xFF\xFF\xFF"), FileKind::Results);
+    EXPECT_EQ(kindOfBytes(start + "\xFF\xFF\xFF\xFF and the rest"), FileKind::Results);
+    EXPECT_EQ(kindOfBytes(start + " \xFF\xFF\xFF\xFF"), FileKind::Unknown);
+    EXPECT_EQ(kindOfBytes(start.substr(1) + "\xFF\xFF\xFF\xFF"), FileKind::Unknown);
     EXPECT_EQ(kindOfBytes(start + "\xFF\xFF\xFF"), FileKind::Unknown);
 }
 

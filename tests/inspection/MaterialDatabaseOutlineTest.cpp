@@ -75,6 +75,36 @@ TEST(MaterialDatabaseOutlineTest, CutsLongNamesAndTellsThemApart)
     EXPECT_EQ(inPieces[0].substr(0, inPieces[0].find('=')), values[0].substr(0, values[0].find('=')));
 }
 
+/// A small file may have long names out of entities, of which only so much is kept.
+TEST(MaterialDatabaseOutlineTest, HasPlacesForNamesWhereEntitiesMakeTooMany)
+{
+    constexpr int count = 215'000; // of 200 letters each: more than 32 MiB over the size of the file
+    const std::string material = "<material><name>&e;</name></material>";
+    std::string materials;
+    for (int i = 1; i < count; ++i)
+        materials += material;
+    const std::string few =
+        "<!DOCTYPE a [<!ENTITY e '" + std::string(200, 'e') + "'>]>" + "<material_database>" + material;
+    const std::string last = "<material><id>x</id><name>&e;</name></material></material_database>";
+    const TemporaryFolder folder;
+    const auto addressOfLast = [&](const std::string& bytes) {
+        const std::string path = folder.write("materials.xml", bytes);
+        QString address;
+        outline(path, FileKind::Materials, [&address](const Item& item) {
+            if (item.address.endsWith(QLatin1String("/id")))
+                address = item.address;
+        });
+        for (const Finding& finding : check(path).findings) {
+            if (finding.code == QLatin1String("not-an-integer")) {
+                EXPECT_EQ(finding.address.toStdString(), address.toStdString());
+            }
+        }
+        return address.toStdString();
+    };
+    EXPECT_EQ(addressOfLast(few + last), std::string(200, 'e') + "#2/id");
+    EXPECT_EQ(addressOfLast(few + materials + last), '#' + std::to_string(count + 1) + "/id");
+}
+
 TEST(MaterialDatabaseOutlineTest, CountsThePointsOfAPropertyThatComesTwice)
 {
     const std::string property = "<property type='density'><point><x>1</x></point></property>";

@@ -106,6 +106,8 @@ TEST(NumberFaultTest, LooksAtLongTextsToTheirEnd)
     EXPECT_EQ(nameOf(integerFault(QString(5000, '5') + 'x')), "NotAnInteger");
     EXPECT_EQ(nameOf(numberFault(QString(5000, '0') + ".5")), "");
     EXPECT_EQ(nameOf(numberFault(QString(5000, '5'))), "NumberTooLarge");
+    EXPECT_EQ(nameOf(numberFault('+' + QString(5000, '0') + ".5e-1")), "");
+    EXPECT_EQ(nameOf(numberFault('-' + QString(5000, '0') + ".5E+1")), "");
     EXPECT_EQ(nameOf(numberFault(QString(5000, 'x'))), "NotANumber");
     EXPECT_EQ(nameOf(integerFault(QString(5000, ' '))), "MissingValue");
 }
