@@ -57,7 +57,30 @@ QByteArray asciiOf(const QByteArray& start)
     return ascii.trimmed();
 }
 
-FileKind kindOfDocument(const InputFile& file)
+/// Whether a start tag of such an element stands somewhere.
+bool hasTag(const QByteArray& ascii, const char* element)
+{
+    static const QByteArray endsOfName(" \t\r\n/>");
+    const QByteArray start = QByteArray("<") + element;
+    for (int at = ascii.indexOf(start); at >= 0; at = ascii.indexOf(start, at + 1)) {
+        const int end = at + start.size();
+        if (end == ascii.size() || endsOfName.contains(ascii[end]))
+            return true;
+    }
+    return false;
+}
+
+/// The kind of a document that is malformed before its root has been read, or has much before that.
+FileKind kindOfTags(const QByteArray& ascii)
+{
+    for (const Root& root : roots) {
+        if (hasTag(ascii, root.element))
+            return root.kind;
+    }
+    return FileKind::Unknown;
+}
+
+FileKind kindOfDocument(const InputFile& file, const QByteArray& asciiStart)
 {
     const auto device = file.open(QIODevice::Text);
     QXmlStreamReader xml(device.get());
@@ -71,17 +94,7 @@ FileKind kindOfDocument(const InputFile& file)
                 return root.kind;
         }
     }
-    return FileKind::Unknown;
-}
-
-/// The kind of a document that is malformed before its root has been read.
-FileKind kindOfMalformed(const QByteArray& ascii)
-{
-    for (const Root& root : roots) {
-        if (ascii.contains(QByteArray("<") + root.element))
-            return root.kind;
-    }
-    return FileKind::Unknown;
+    return xml.isEndDocument() ? FileKind::Unknown : kindOfTags(asciiStart);
 }
 
 QString textOf(const QByteArray& start)
@@ -145,8 +158,7 @@ FileKind kindOf(const InputFile& file)
     const QByteArray ascii = asciiOf(start);
     if (!ascii.startsWith('<'))
         return kindOfText(textOf(start));
-    const FileKind kind = kindOfDocument(file);
-    return kind == FileKind::Unknown ? kindOfMalformed(ascii) : kind;
+    return kindOfDocument(file, ascii);
 }
 
 FileKind kindOfFile(const std::string& path)
