@@ -12,6 +12,7 @@
 #include <QSet>
 #include <QStringList>
 
+#include <algorithm>
 #include <map>
 #include <optional>
 
@@ -348,6 +349,14 @@ private:
     FindingListener& listener_;
 };
 
+/// Whether a load takes no number of the file for what it is.
+bool isOfOtherByteOrder(const CheckedFile& checked)
+{
+    return std::any_of(checked.findings.begin(), checked.findings.end(), [](const Finding& finding) {
+        return finding.code == QLatin1String(rowOf(Rule::ByteOrder).code);
+    });
+}
+
 /// What the file says of the case; nothing if it is of no kind.
 CaseFile caseFile(const InputFile& file, const CheckedFile& checked)
 {
@@ -355,7 +364,7 @@ CaseFile caseFile(const InputFile& file, const CheckedFile& checked)
     said.name = Util::toQString(checked.file);
     said.kind = checked.kind;
     const Walk walk = walkOf(checked.kind);
-    if (file.isOpen() && walk != nullptr) {
+    if (file.isOpen() && walk != nullptr && !isOfOtherByteOrder(checked)) {
         CaseListener listener(said, checked.findings);
         walk(file, listener);
     }

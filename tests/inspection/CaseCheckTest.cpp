@@ -408,6 +408,20 @@ TEST(CaseCheckTest, ComparesThreeNumbersOfTheVersionOfResults)
               "[version-differs] version\n");
 }
 
+TEST(CaseCheckTest, ComparesNothingOfResultsInTheOtherByteOrder)
+{
+    std::string bytes = results(7);
+    bytes[3] = char(bytes[3] ^ 1); // of the first word
+    Case files;
+    files.add("a.res", results(7));
+    files.add("b.res", bytes);
+    files.save("c.gbi", geometry("", {2023, 1, 7, 0}));
+    EXPECT_EQ(files.differences(), "");
+    const std::vector<CheckedFile> checked = files.check();
+    ASSERT_EQ(checked[1].findings.size(), 1U);
+    EXPECT_EQ(checked[1].findings.front().code, "byte-order");
+}
+
 TEST(CaseCheckTest, ComparesNothingThatIsWrongAnyway)
 {
     Case files;
