@@ -253,11 +253,11 @@ private:
         const QString attribute = QLatin1String(MaterialXml::typeAttribute);
         const QString text = xml_.attribute(attribute);
         const QString type = keptText(text);
-        if (type != typeOfStart_) {
-            typeOfStart_ = type;
-            start_ = Io::Material(Util::toStdString(text));
-        }
         material.type = MaterialType::fromName(type);
+        if (material.type.isValid() && type != typeOfStart_) {
+            typeOfStart_ = type;
+            start_ = Io::Material(Util::toStdString(type));
+        }
         if (!material.type.isValid()) {
             reportType(Rule::UnknownMaterialType, address(MaterialXml::typeAttribute), text,
                        &materialTypeNames());
