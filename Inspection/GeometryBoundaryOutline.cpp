@@ -19,6 +19,7 @@
 #include <array>
 #include <deque>
 #include <iterator>
+#include <optional>
 
 namespace Nereo::Inspection {
 
@@ -127,6 +128,11 @@ std::size_t sectionNumber(QStringView name)
 bool namesSection(QStringView line)
 {
     return sectionNumber(sectionNameIn(line)) < std::size(Io::gbiSections);
+}
+
+bool isListEnd(QStringView text)
+{
+    return text == QLatin1String(Io::gbiListEnd);
 }
 
 bool hasVersion(QStringView line)
@@ -264,6 +270,13 @@ private:
         listener_.item({address, type, text_.place(begin), length, spelling, value});
     }
 
+    /// What bad characters in a part are about, if nothing else is said of it.
+    void addPart(const QString& address, QStringView part)
+    {
+        const qint64 begin = line_.begin + placeOf(part);
+        text_.addPart(begin, begin + part.size(), address);
+    }
+
     void tellText(const QString& address, QStringView part)
     {
         if (!listener_.wantsItems())
@@ -323,6 +336,7 @@ private:
         if (isAtEnd() || (!isWhole && isWellWritten(line()) && namesSection(line())))
             return reportHeader(expected);
         tellText(QLatin1String(address), line());
+        addPart(QLatin1String(address), line());
         return true;
     }
 
@@ -445,20 +459,31 @@ private:
     /// What this library writes empty others fill. But a list ends as it does here, and a number is one.
     void readFixed(const GbiSection& section)
     {
-        const QLatin1String listEnd(Io::gbiListEnd);
-        const bool isList = QLatin1String(section.lines).startsWith(listEnd);
+        const bool isList = QLatin1String(section.lines).startsWith(QLatin1String(Io::gbiListEnd));
         bool isEmpty = true;
         bool isEnded = false;
+        std::optional<Discovery> behindEnd; // of the last list, if there are several
         for (; hasLine(); nextLine()) {
-            const QStringView word = wordFrom(line(), 0);
-            if (word.isEmpty())
+            const QStringView text = line().trimmed();
+            if (text.isEmpty())
                 continue;
             isEmpty = false;
-            isEnded = word == listEnd;
+            if (isList && isListEnd(wordFrom(text, 0))) {
+                isEnded = true;
+                behindEnd.reset();
+            } else if (isEnded && namesSection(text)) {
+                reportUnknownSection();
+                return skipLines();
+            } else if (isEnded && !behindEnd) {
+                behindEnd = Discovery {
+                    Rule::GeometryTrailingLines, text_.place(line_.begin + placeOf(text)), {}, excerpt(text)};
+            }
         }
         if (isList && !isEnded)
             reportMissingEnd();
-        if (!isList && isEmpty && *section.lines != '\0')
+        else if (behindEnd)
+            listener_.finding(*behindEnd);
+        else if (isEmpty && *section.lines != '\0')
             reportMissingValue({}, line_.begin);
     }
 
@@ -477,7 +502,8 @@ private:
             reportMissingValue(address, lineEnd());
         else if (second != first)
             report(Rule::CoordinateSystemsDiffer, address, second, {first.toString()});
-        readEndOfSection(rest, address);
+        readEndOfLine(rest, address);
+        readEndOfSection();
     }
 
     void readUnits()
@@ -491,7 +517,7 @@ private:
             reportMissingValue(address, lineEnd());
         else if (!isOneOf(Io::unitsWords, word))
             reportWord(address, word, listOf(Io::unitsWords));
-        readEndOfSection({}, address);
+        readEndOfSection();
     }
 
     void reportWord(const QString& address, QStringView word, const QStringList& known)
@@ -499,11 +525,15 @@ private:
         report(Rule::UnknownWord, address, word, {known.join(QLatin1String(", "))}, &known);
     }
 
-    /// What stands behind the one line of a section.
-    void readEndOfSection(QStringView rest, const QString& address)
+    void readEndOfLine(QStringView rest, const QString& address = {})
     {
         if (!rest.isEmpty())
             report(Rule::GeometryTrailingText, address, rest);
+    }
+
+    /// What stands behind the last line of a section.
+    void readEndOfSection()
+    {
         nextLine();
         skipStrayLines(Rule::GeometryTrailingLines);
     }
@@ -512,16 +542,18 @@ private:
 
     void readList(void (GeometryBoundaryWalk::*readRow)())
     {
-        const QLatin1String listEnd(Io::gbiListEnd);
         for (; hasLine(); nextLine()) {
             const QStringView row = line().trimmed();
-            if (row == listEnd) {
-                nextLine();
-                return skipStrayLines(Rule::GeometryTrailingLines);
-            }
             if (row.isEmpty())
                 continue;
-            if (isLastRow(row)) {
+            if (isListEnd(row))
+                return readEndOfSection();
+            const QStringView word = wordFrom(row, 0);
+            if (isListEnd(word) && isLastRow()) {
+                readEndOfLine(row.mid(word.size()).trimmed(), QLatin1String(list_));
+                return nextLine();
+            }
+            if (word.size() == row.size() && isLastRow()) {
                 report(Rule::BadListEnd, QLatin1String(list_), row);
                 return nextLine();
             }
@@ -532,11 +564,9 @@ private:
         reportMissingEnd();
     }
 
-    /// Whether a row stands where the end of the list should: a single word, and nothing more of the list.
-    bool isLastRow(QStringView row)
+    /// Whether the row stands where the end of the list should, since nothing more of the list follows.
+    bool isLastRow()
     {
-        if (row.size() != wordFrom(row, 0).size())
-            return false;
         lookAhead(1);
         return ahead_.empty() || isTitle(ahead_.front().text);
     }
@@ -586,13 +616,15 @@ private:
         listener_.element(row_);
         const int open = line_.text.indexOf(quote);
         const int close = line_.text.lastIndexOf(quote);
-        const QStringView id = open < 0 ? wordFrom(line(), 0) : line().left(open).trimmed();
+        const bool isQuoted = open < close;
+        const QStringView beforeName = open < 0 ? line() : line().left(open);
+        const QStringView id = isQuoted ? beforeName.trimmed() : wordFrom(beforeName, 0);
         if (id.isEmpty())
             reportMissingValue(address("id"), line_.begin + open);
         else
             readId(id);
-        if (open == close)
-            return reportUnquoted(open < 0 ? wordFrom(line(), endOf(id)) : line().mid(open).trimmed());
+        if (!isQuoted)
+            return reportUnquoted(open < 0 ? wordFrom(line(), endOf(id)) : line().mid(endOf(id)).trimmed());
 
         readName(line().mid(open + 1, close - open - 1));
         const QStringView fluid = wordFrom(line(), close + 1);
@@ -603,9 +635,7 @@ private:
         if (resistance.isEmpty())
             return reportMissingValue(address("resistance"), lineEnd());
         readInteger(resistance, "resistance");
-        const QStringView rest = line().mid(endOf(resistance)).trimmed();
-        if (!rest.isEmpty())
-            report(Rule::GeometryTrailingText, {}, rest);
+        readEndOfLine(line().mid(endOf(resistance)).trimmed());
     }
 
     void readId(QStringView id)
@@ -622,6 +652,8 @@ private:
         tellText(address("name"), name);
         if (!name.isEmpty() && names_.add(name) > 0)
             report(Rule::RepeatedMaterial, address("name"), name);
+        else
+            addPart(address("name"), name);
     }
 
     void reportUnquoted(QStringView name)
@@ -634,8 +666,13 @@ private:
     /// The entity, the name, the value; as many more values as there are; the flag and the time curve.
     void readCondition()
     {
-        const QStringView entity = wordFrom(line(), 0);
-        readInteger(entity, "entity");
+        const QStringView first = wordFrom(line(), 0);
+        const bool hasEntity = !integerFault(first) || !isVariable(first);
+        const QStringView entity = hasEntity ? first : first.left(0);
+        if (hasEntity)
+            readInteger(entity, "entity");
+        else
+            reportMissingValue(address("entity"), line_.begin + placeOf(first));
         const QStringView name = wordFrom(line(), endOf(entity));
         if (name.isEmpty())
             return reportMissingValue(address("name"), lineEnd());

@@ -100,6 +100,7 @@ TEST(GeometryBoundaryCheckTest, FindsNothingWrongInGoodFiles)
         {"Summary\n0\n",         "Summary\n2\n1 2 3\n"                            },
         {"Thermostats\n",        "Thermostats\n4 kT 293.15\n"                     },
         {"initial conditions\n", "initial conditions\n1 kT 293.15\n"              },
+        {"initial conditions\n", "initial conditions\n1 kT 293.15\n-1\n2 kT 1\n"  }, // in two lists
     };
     for (const auto& [text, other] : cases)
         expectClean("job.gbi", with(text, other));
@@ -215,6 +216,7 @@ TEST(GeometryBoundaryCheckTest, FindsWhatIsWrongWithMaterials)
         warning(with("\"Air\" 1 0", "\"Air\" 1 0 [[7 8]]"), "trailing-text", Ignored),
         error(with("\"Air\" 1 0", "[[Air]] 1 0"), "missing-value", "properties/1/name", "in double quotes"),
         error(with("\"Air\" 1 0", "[[\"Air 1 0]]"), "missing-value", "properties/1/name"),
+        error(with("\"Air\" 1 0", "[[Air\" 1 0]]"), "missing-value", "properties/1/name", "in double quotes"),
         error(with("1 \"Air\" 1 0", "1[[]]\n7 \"b\" 1 0"), "missing-value", "properties/1/name"),
         warning(with("2 \"Stain", "[[1]] \"Stain"), "repeated-id", None, "properties/2/id", "the id 1"),
         warning(with("2 \"Stain", "[[+01]] \"Stain"), "repeated-id", None, "properties/2/id"),
@@ -222,6 +224,7 @@ TEST(GeometryBoundaryCheckTest, FindsWhatIsWrongWithMaterials)
                 "properties/2/name", "another material \"Air\""),
         error(with("-1\n*** Units", "[[]]*** Units"), "missing-end", "properties"),
         error(with("-1\n*** Units", "[[-l]]\n*** Units"), "missing-end", "properties", "end with -1"),
+        warning(with("-1\n*** Units", "-1 [[2 3]]\n*** Units"), "trailing-text", Ignored, "properties"),
         warning(with("-1\n*** Units", "-1\n[[3 \"lost\" 1 0]]\n-1\n*** Units"), "trailing-text", Ignored),
     };
     for (const Fault& fault : faults)
@@ -233,6 +236,7 @@ TEST(GeometryBoundaryCheckTest, FindsWhatIsWrongWithConditions)
     const Fault faults[] = {
         error(with("12 kP 2.5", "[[12.0]] kP 2.5"), "not-an-integer", "conditions/1/entity"),
         error(with("12 kP 2.5", "[[-2147483649]] kP 2.5"), "out-of-range", "conditions/1/entity"),
+        error(with("12 kP 2.5", " [[]]kP 2.5"), "missing-value", "conditions/1/entity"),
         error(with("12 kP 2.5", "12 [[kPressure]] 2.5"), "unknown-variable", "conditions/1/name"),
         error(with("12 kP 2.5", "12 [[kp]] 2.5"), "unknown-variable", "conditions/1/name",
               "did you mean \"kP\"?"),
@@ -255,9 +259,15 @@ TEST(GeometryBoundaryCheckTest, FindsWhatIsWrongWithConditions)
         error(with("5\n-1\n", "5\n[[]]"), "missing-end", "conditions", "no -1"),
         error(with("5\n-1\n", "5\n[[1]]\n"), "missing-end", "conditions"),
         warning(with("5\n-1\n", "5\n-1\n[[12 kT 5 0 0]]\n13 kT 5 0 0\n"), "trailing-text", Ignored),
+        warning(with("5\n-1\n", "5\n-1 [[.]]\n"), "trailing-text", Ignored, "conditions"),
         error(with("PCB Regions\n-1 kP 0.0\n", "PCB Regions\n[[]]"), "missing-end"),
         error(with("PCB Regions\n-1 kP 0.0\n", "PCB Regions\n3 kP 0.0\n[[]]"), "missing-end"),
         error(good.substr(0, good.size() - 3) + "[[]]", "missing-end"),
+        warning(good + "\n [[lost  1]] \nand more\n", "trailing-text", Ignored),
+        warning(with("PCB Regions\n-1 kP 0.0\n", "PCB Regions\n1\n-1\n2\n-1\n[[3]]\n"), "trailing-text",
+                Ignored),
+        warning(with("*** PCB Regions", "[[PCB Regions]]"), "unknown-section", Ignored, "",
+                "did you mean \"PCB Regions\"?"),
     };
     for (const Fault& fault : faults)
         expectFault(fault);
@@ -266,16 +276,23 @@ TEST(GeometryBoundaryCheckTest, FindsWhatIsWrongWithConditions)
 TEST(GeometryBoundaryCheckTest, FindsBadCharacters)
 {
     using namespace std::string_literals;
+    const std::string names = "2 \"Air\" 1 0\n3 \"A\xFFir\" 1 0\n4 \"A\xFFir\" 1 0\n";
+    const std::string repeatedNames = "10:4 warning repeated-material none [Air] properties/2/name\n"
+                                      "11:5 warning not-utf8 none [FF] properties/3/name\n"
+                                      "12:4 warning repeated-material none [A\xEF\xBF\xBDir] "
+                                      "properties/4/name\n";
+    const std::string version = "3:9 warning bad-version ignored [2024.0.0.\xEF\xBF\xBD] version\n";
     const std::pair<std::string, std::string> cases[] = {
-        {with("cavity",         "cav\xFFity"),                                            "1:4 warning not-utf8 none [FF] \n"},
-        {with("\"Air",          "\"\xFF\xFE"),                                            "9:4 warning not-utf8 none [FF] \n"},
+        {with("cavity",         "cav\xFFity"),                                            "1:4 warning not-utf8 none [FF] job\n"              },
+        {with("NEREO 2024",     "NEREO\xFF"),                                             "2:6 warning not-utf8 none [FF] program\n"          },
+        {with("\"Air",          "\"\xFF\xFE"),                                            "9:4 warning not-utf8 none [FF] properties/1/name\n"},
+        {with("2 \"Stain",      names + "5 \"Stain"),                                     repeatedNames                                       },
         {good + "\xC3",         "48:1 warning not-utf8 none [C3] \n"                    },
-        {with("cavity",          "cav\rity"),                 "1:4 warning stray-character none [] \n"                                   },
-        {with("cavity",         "cav\0ity"s),                 "1:4 warning stray-character none [] \n"},
-        {with("meter",           "met\xFF"), "13:1 error unknown-word none [met\xEF\xBF\xBD] units\n"                                   },
+        {with("cavity",          "cav\rity"),              "1:4 warning stray-character none [] job\n"                                                    },
+        {with("cavity",         "cav\0ity"s),              "1:4 warning stray-character none [] job\n"},
+        {with("meter",           "met\xFF"), "13:1 error unknown-word none [met\xEF\xBF\xBD] units\n"                                                    },
         {with("*** Nodes\n", "*** Nodes\n\xFF\n"),                     "17:1 warning not-utf8 none [FF] \n"},
-        {with("2024.0.0.0",     "2024.0.0.\xFF"),
-         "3:9 warning bad-version ignored [2024.0.0.\xEF\xBF\xBD] version\n"                                   },
+        {with("2024.0.0.0",     "2024.0.0.\xFF"),                                                  version                                                    },
     };
     for (const auto& [bytes, lines] : cases)
         EXPECT_EQ(foundIn(bytes), lines) << bytes;
