@@ -5,6 +5,9 @@
 #include <QTextCodec>
 #include <QXmlStreamReader>
 
+#include <algorithm>
+#include <optional>
+
 namespace Nereo::Inspection {
 
 namespace {
@@ -39,6 +42,53 @@ const char* codecName(Encoding encoding)
     }
 }
 
+/// The encoding of a document whose characters take several bytes each, as its first ones tell.
+std::optional<Encoding> wideEncodingOf(const InputFile& file)
+{
+    struct Start {
+        QByteArray bytes;
+        Encoding encoding;
+    };
+    static const Start starts[] = {
+        {QByteArray("\0\0\xFE\xFF", 4), Encoding::Utf32            },
+        {QByteArray("\xFF\xFE\0\0", 4), Encoding::Utf32LittleEndian},
+        {QByteArray("\0\0\0<",      4), Encoding::Utf32            },
+        {QByteArray("<\0\0\0",      4), Encoding::Utf32LittleEndian},
+        {QByteArray("\xFE\xFF",     2), Encoding::Utf16            },
+        {QByteArray("\xFF\xFE",     2), Encoding::Utf16LittleEndian},
+        {QByteArray("\0<",          2), Encoding::Utf16            },
+        {QByteArray("<\0",          2), Encoding::Utf16LittleEndian},
+    };
+    const QByteArray bytes = file.openBytes()->read(4);
+    for (const Start& start : starts) {
+        if (bytes.startsWith(start.bytes))
+            return start.encoding;
+    }
+    return {};
+}
+
+/// The first byte that is a carriage return; negative if there is none.
+qint64 offsetOfReturn(const InputFile& file)
+{
+    constexpr qint64 blockSize = 64 * 1024;
+    const auto device = file.openBytes();
+    qint64 offset = 0;
+    for (QByteArray block; !(block = device->read(blockSize)).isEmpty(); offset += block.size()) {
+        const int at = block.indexOf('\r');
+        if (at >= 0)
+            return offset + at;
+    }
+    return -1;
+}
+
+/// The place behind a text.
+Place placeBehind(const QString& text)
+{
+    const QStringRef line = text.midRef(text.lastIndexOf(QLatin1Char('\n')) + 1);
+    const auto pairs = std::count_if(line.begin(), line.end(), [](QChar c) { return c.isHighSurrogate(); });
+    return {text.count(QLatin1Char('\n')) + 1, line.size() - pairs + 1, Place::Absent};
+}
+
 /// What the declaration of a document says.
 QString declaredEncoding(const InputFile& file)
 {
@@ -65,25 +115,8 @@ FileEncoding FileEncoding::ofDocument(const InputFile& file)
 
 FileEncoding FileEncoding::ofDocument(const InputFile& file, const QString& declared)
 {
-    struct Start {
-        QByteArray bytes;
-        Encoding encoding;
-    };
-    static const Start starts[] = {
-        {QByteArray("\0\0\xFE\xFF", 4), Encoding::Utf32            },
-        {QByteArray("\xFF\xFE\0\0", 4), Encoding::Utf32LittleEndian},
-        {QByteArray("\0\0\0<",      4), Encoding::Utf32            },
-        {QByteArray("<\0\0\0",      4), Encoding::Utf32LittleEndian},
-        {QByteArray("\xFE\xFF",     2), Encoding::Utf16            },
-        {QByteArray("\xFF\xFE",     2), Encoding::Utf16LittleEndian},
-        {QByteArray("\0<",          2), Encoding::Utf16            },
-        {QByteArray("<\0",          2), Encoding::Utf16LittleEndian},
-    };
-    const QByteArray bytes = file.openBytes()->read(4);
-    for (const Start& start : starts) {
-        if (bytes.startsWith(start.bytes))
-            return FileEncoding(start.encoding);
-    }
+    if (const std::optional<Encoding> encoding = wideEncodingOf(file))
+        return offsetOfReturn(file) < 0 ? FileEncoding(*encoding) : FileEncoding();
     constexpr int utf8Mib = 106; // in the Internet's register of encodings
     const QTextCodec* const codec =
         declared.isEmpty() ? nullptr : QTextCodec::codecForName(declared.toLatin1());
@@ -95,6 +128,19 @@ FileEncoding FileEncoding::ofDocument(const InputFile& file, const QString& decl
         encoding.codec_ = codec;
     }
     return encoding;
+}
+
+Place FileEncoding::lostByteOfDocument(const InputFile& file)
+{
+    const std::optional<Encoding> kind = wideEncodingOf(file);
+    const qint64 offset = kind ? offsetOfReturn(file) : -1;
+    if (offset < 0)
+        return {};
+    const FileEncoding encoding(*kind);
+    QString before = encoding.decoded(file.openBytes()->read(offset - offset % encoding.unitSize()));
+    if (before.startsWith(QChar(QChar::ByteOrderMark)))
+        before.remove(0, 1);
+    return placeBehind(before);
 }
 
 int FileEncoding::unitSize() const

@@ -3,6 +3,8 @@
 #include "InputFile.h"
 #include "TextPlaces.h"
 
+#include <NereoInspection/Place.h>
+
 #include <QByteArray>
 #include <QString>
 
@@ -21,7 +23,13 @@ public:
     /// The same, where it is known what the declaration of the document says; empty if nothing.
     static FileEncoding ofDocument(const InputFile& file, const QString& declared);
 
-    /// False where characters can't be told apart by looking. Then there is no codec.
+    /// The first character of a document that has a carriage return among its bytes, if there are several: a
+    /// load leaves that byte out, and takes the bytes from there on for other characters. Absent if there is
+    /// none.
+    static Place lostByteOfDocument(const InputFile& file);
+
+    /// False where characters can't be told apart by looking, or aren't what a load takes them for. Then
+    /// there is no codec.
     bool isKnown() const { return codec_ != nullptr; }
 
     TextPlaces::Encoding kind() const { return kind_; }

@@ -240,9 +240,12 @@ void XmlFile::reportEnd()
         return;
     }
     TextPlaces& places = this->places();
+    const Place lostByte = hasExactPlaces_ ? Place() : FileEncoding::lostByteOfDocument(file_);
     if (!xml_.hasError()) {
         if (hasExactPlaces_)
             places.reportFaults(listener_);
+        else if (lostByte.hasLine())
+            listener_.finding({Rule::LostByte, lostByte});
         return;
     }
     if (InputFile::hasFailed(*device_))
@@ -259,7 +262,14 @@ void XmlFile::reportEnd()
     }
     if (words.endsWith(QLatin1Char('.')))
         words.chop(1);
-    listener_.finding({Rule::MalformedXml, place, {}, {}, {words}});
+    Discovery malformed {Rule::MalformedXml, place, {}, {}, {words}};
+    if (lostByte.hasLine()) {
+        malformed.consequence =
+            QCoreApplication::translate("Nereo::Inspection",
+                                        "a load leaves out bytes 0D of characters, the first in line %1")
+                .arg(lostByte.line);
+    }
+    listener_.finding(malformed);
 }
 
 TextPlaces& XmlFile::places()

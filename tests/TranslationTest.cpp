@@ -273,6 +273,10 @@ Texts allTexts()
         "so are those behind it",
         "the version is read as %1",
         "what is left of it is read for the values behind it:",
+        "a load leaves out bytes 0D of characters, the first in line %1",
+        "a load stops the process",
+        "a load throws",
+        "what a load doesn't find is read as 0",
     });
     texts["Nereo::Inspection"].erase("");
     return texts;

@@ -1320,5 +1320,29 @@
         <source>something is missing that a writer puts there</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>characters without the byte 0D</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a byte of the character is 0D, which a load leaves out; from there on it reads other characters</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a load leaves out bytes 0D of characters, the first in line %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a load stops the process</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>a load throws</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>what a load doesn&apos;t find is read as 0</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -1320,5 +1320,29 @@
         <source>something is missing that a writer puts there</source>
         <translation>Es fehlt etwas, das beim Schreiben dort steht</translation>
     </message>
+    <message>
+        <source>characters without the byte 0D</source>
+        <translation>Zeichen ohne das Byte 0D</translation>
+    </message>
+    <message>
+        <source>a byte of the character is 0D, which a load leaves out; from there on it reads other characters</source>
+        <translation>ein Byte des Zeichens ist 0D, das das Laden auslässt; von da an liest es andere Zeichen</translation>
+    </message>
+    <message>
+        <source>a load leaves out bytes 0D of characters, the first in line %1</source>
+        <translation>das Laden lässt Bytes 0D von Zeichen aus, das erste in Zeile %1</translation>
+    </message>
+    <message>
+        <source>a load stops the process</source>
+        <translation>das Laden hält den Prozess an</translation>
+    </message>
+    <message>
+        <source>a load throws</source>
+        <translation>das Laden wirft eine Ausnahme</translation>
+    </message>
+    <message>
+        <source>what a load doesn&apos;t find is read as 0</source>
+        <translation>was das Laden nicht findet, wird als 0 gelesen</translation>
+    </message>
 </context>
 </TS>

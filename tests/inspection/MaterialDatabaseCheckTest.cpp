@@ -359,6 +359,37 @@ TEST(MaterialDatabaseCheckTest, KnowsThePlacesInOtherEncodings)
                  "not-an-integer", {2, 57, Place::Absent});
 }
 
+/// A load leaves out carriage returns before it puts bytes together to characters. Of two that are left out,
+/// the second one puts right where characters begin.
+TEST(MaterialDatabaseCheckTest, FindsThatALoadLosesBytesOfCharacters)
+{
+    const std::string document = "<?xml version='1.0'?>\n<!-- \xF0\x9F\x98\x80 --><material_database>"
+                                 "<material type='fluid'><name>[[\xC4\x8D\xC4\x8D]]</name><id>7</id>"
+                                 "</material></material_database>\n";
+    const Marked marked(document);
+    for (const Marked::ByteOrder order : {Marked::BigEndian, Marked::LittleEndian}) {
+        const CheckedFile checked = checkedBytes("materials.xml", marked.inUtf16(order).bytes());
+        ASSERT_EQ(checked.findings.size(), 1U) << linesOf(checked);
+        const Finding& finding = checked.findings.front();
+        EXPECT_EQ(finding.code, "stray-character");
+        EXPECT_EQ(finding.effect, Effect::Replaced);
+        EXPECT_EQ(finding.place.line, marked.place().line);
+        EXPECT_EQ(finding.place.column, marked.place().column);
+        EXPECT_FALSE(finding.place.hasOffset());
+    }
+}
+
+TEST(MaterialDatabaseCheckTest, SaysWhyWideCharactersWithCarriageReturnsAreNoXml)
+{
+    const Marked marked("<?xml version='1.0'?>\n<!-- -->\n<material_database>\n</material_database>[[]]\n");
+    const CheckedFile checked = checkedBytes("materials.xml", marked.withCarriageReturns().inUtf16().bytes());
+    ASSERT_EQ(checked.findings.size(), 1U) << linesOf(checked);
+    EXPECT_EQ(checked.findings.front().code, "malformed-xml");
+    EXPECT_TRUE(checked.findings.front().message.endsWith(
+        "a load fails; a load leaves out bytes 0D of characters, the first in line 1"))
+        << linesOf(checked);
+}
+
 TEST(MaterialDatabaseCheckTest, KnowsNoOffsetsInEntities)
 {
     const std::string declaration = "<!DOCTYPE a [<!ENTITY p '<point><x>a</x></point>'>"

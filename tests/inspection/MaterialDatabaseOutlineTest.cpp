@@ -115,6 +115,15 @@ TEST(MaterialDatabaseOutlineTest, CountsThePointsOfAPropertyThatComesTwice)
                             "a/density/points/2/x=1", "#2/density/points/1/x=1"));
 }
 
+/// Of "\u010D" in UTF-16 a load leaves out one byte, and here two of them.
+TEST(MaterialDatabaseOutlineTest, TellsWhatALoadReadsWhereItLosesBytesOfCharacters)
+{
+    const Marked marked("<material_database><material type='fluid'><name>[[\xC4\x8D\xC4\x8D]]</name>"
+                        "<id>77</id></material></material_database>");
+    EXPECT_THAT(valuesOf(marked.inUtf16().bytes()),
+                ElementsAre("\xC4\x81/type=fluid", "\xC4\x81/name=\xC4\x81", "\xC4\x81/id=77"));
+}
+
 /// A check knows the names before it reads the materials, and an outline finds them out on its way.
 TEST(MaterialDatabaseOutlineTest, HasTheAddressesOfACheck)
 {
