@@ -47,7 +47,6 @@ TEST(ConfigurationXmlEditTest, ChangesTheBytesOfTheValueOnly)
     expectSet("<JobPrefix>a</JobPrefix>\n", "JobPrefix", "\xC3\xA4", "<JobPrefix>\xC3\xA4</JobPrefix>\n");
     expectSet("<JobPrefix>a</JobPrefix>\n", "JobPrefix", "\xF0\x9F\x98\x80",
               "<JobPrefix>\xF0\x9F\x98\x80</JobPrefix>\n");
-    expectSet("<JobPrefix>a</JobPrefix>\n", "JobPrefix", "a\rb", "<JobPrefix>a&#13;b</JobPrefix>\n");
 }
 
 TEST(ConfigurationXmlEditTest, ChangesTheVersionBetweenItsQuotes)
@@ -130,6 +129,7 @@ TEST(ConfigurationXmlEditTest, RefusesWhatCannotBe)
         {"JobPrefix",   QString(QChar(0xFFFE)), "refused: CannotCarry"   },
         {"JobPrefix",   QString(QChar(0xD800)), "refused: CannotCarry"   },
         {"JobPrefix",   QString(QChar(0xFEFF)), "refused: CannotCarry"   },
+        {"JobPrefix",   "a\rb",                 "refused: NewFinding"    }, // a save would lose it
         {"Width",       "5",                    "refused: Doubtful"      }, // an element is in it
         {"Maxiter",     "5",                    "refused: UnknownAddress"},
         {"AnalyzePath", QString(QChar(1)),      "refused: CannotCarry"   }, // which isn't there
