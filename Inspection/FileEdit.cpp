@@ -65,7 +65,7 @@ private:
         QStringList addresses;
         for (const Item& item : file().items())
             addresses.append(item.address);
-        if (!isRemoval_ && editor_)
+        if (!isRemoval_) // so that an editor has been asked to add it
             addresses += editor_->addableAddresses();
         return addresses;
     }
@@ -102,7 +102,7 @@ private:
         const NewText text = editor().newTextOf(item, given);
         pending_.push_back({item.address, text});
         pendingAddresses_.insert(item.address);
-        written_.push_back({item.address, text.text});
+        written_.push_back({item.address, item.type == Item::Type::Text ? text.value.toString() : text.text});
         if (isNameOfMaterial(file().kind(), item.address))
             flush(); // since addresses change
     }
@@ -144,7 +144,8 @@ private:
         step.replacements = std::move(addition.replacements);
         step.added = std::move(addition.values);
         step.isRenamed = isNameOfMaterial(file().kind(), address);
-        written_.push_back({address, step.added.front().text.text});
+        const NewText& text = step.added.front().text;
+        written_.push_back({address, isText(text) ? text.value.toString() : text.text});
         take(step);
     }
 
@@ -172,9 +173,10 @@ private:
         changed_ = std::move(changed);
     }
 
+    static bool isText(const NewText& text) { return text.value.userType() == QMetaType::QString; }
+
     [[noreturn]] static void refuse(const EditStep& step)
     {
-        const auto isText = [](const NewText& text) { return text.value.userType() == QMetaType::QString; };
         const bool isOfTexts =
             std::any_of(step.set.begin(), step.set.end(), [&](const auto& one) { return isText(one.second); })
             || std::any_of(step.added.begin(), step.added.end(),

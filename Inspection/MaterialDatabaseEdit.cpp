@@ -30,21 +30,21 @@ NewText newTextOfAddress(const QString& address, Item::Type type, const QString&
     return text;
 }
 
-/// The code of the property in an address; -1 if there is none.
-int propertyCode(const QString& address)
+/// The code of the property in an address, if there is one.
+std::optional<int> propertyCode(const QString& address)
 {
     const QStringList parts = address.split(QLatin1Char('/'));
     constexpr int partsOfProperty = 3;
     const auto type = parts.size() < partsOfProperty ? Clt::PropertyType::fromName({})
                                                      : Clt::PropertyType::fromName(parts[1]);
-    return type.isValid() ? type.code() : -1;
+    return type.isValid() ? std::optional(type.code()) : std::nullopt;
 }
 
 /// Two properties that have one place in memory override each other's values.
 void checkCounts(const EditedFile& file, const Item& item)
 {
-    const int code = propertyCode(item.address);
-    if (code < 0)
+    const std::optional<int> code = propertyCode(item.address);
+    if (!code)
         return;
     const QString material = item.address.section(QLatin1Char('/'), 0, 0) + QLatin1Char('/');
     const QString property = item.address.section(QLatin1Char('/'), 0, 1) + QLatin1Char('/');

@@ -88,6 +88,73 @@ TEST(MaterialDatabaseEditTest, AddsElementsInTheOrderOfAWriter)
               database(water(curve + "<x>1</x></point><point><x>4</x><y>2</y></point></property>")));
 }
 
+/// Elements that aren't those of the address stand before them.
+TEST(MaterialDatabaseEditTest, FindsTheElementsOfAnAddress)
+{
+    const std::string ice = " <material type=\"fluid\"><name>Ice</name></material>\n";
+    const std::string before = "<other>" + ice + "</other><note/>" + ice + "<x:note xmlns:x=\"y\"/>";
+    const std::string steel = " <material type=\"solid\"><name>Steel</name>";
+    expectEdited(materials, database(before + water("") + steel + "</material>\n"), setTo("Water/id", "1"),
+                 database(before + water("  <id>1</id>\n") + steel + "</material>\n"));
+    expectEdited(materials, database(before + water("") + steel + "</material>\n"), setTo("Steel/id", "1"),
+                 database(before + water("") + steel + "<id>1</id></material>\n"));
+    EXPECT_EQ(edited(materials,
+                     "<material><material_database "
+                     "version='1.0'><material><name>Ice</name></material></material_database></material>",
+                     setTo("Ice/id", "1")),
+              "<material><material_database "
+              "version='1.0'><material><name>Ice</name><id>1</id></material></material_database></material>");
+
+    const auto density = [](const std::string& content) {
+        return "<property type=\"density\">" + content + "</property>";
+    };
+    const std::string others = "<property type=\"viscosity\"><point><x>1</x></point></property>"
+        + density("<point><x>2</x></point>") + "<point/>";
+    expectEdited(
+        materials,
+        database(water(others + density("<other/><point><x>3</x></point><point><x>4</x></point>"))),
+        setTo("Water/density/points/3/y", "5"),
+        database(water(others + density("<other/><point><x>3</x></point><point><x>4</x><y>5</y></point>"))));
+    expectEdited(materials, database(water(others + density("<other/><value>1</value>"))),
+                 setTo("Water/density/variation_type", "constant"),
+                 database(water(
+                     others + density("<variation_type>constant</variation_type><other/><value>1</value>"))));
+}
+
+/// Where a load ends early, what follows isn't there for it.
+TEST(MaterialDatabaseEditTest, AddsWhatALoadReads)
+{
+    const std::string start = "<material_database version='1.0'><material type='fluid'><name>Water</name>";
+    const std::string end = "&n;<id>1</id></material></material_database>";
+    EXPECT_EQ(edited(materials, start + end, setTo("Water/id", "2")), start + "<id>2</id>" + end);
+}
+
+/// A load gives the name of a variable back as that of its code.
+TEST(MaterialDatabaseEditTest, TakesAnyNameOfAVariable)
+{
+    const auto curve = [](const std::string& variable) {
+        return database(water("<property type=\"density\"><variation_type>piecewise_linear</variation_type>"
+                              "<independent_variable>"
+                              + variable
+                              + "</independent_variable>"
+                                "<point><x>1</x><y>2</y></point></property>"));
+    };
+    for (const char* variable : {"kT", "kCond", "kKXX", "kVeff"})
+        EXPECT_EQ(edited(materials, curve("kP"), setTo("Water/density/independent_variable", variable)),
+                  curve(variable));
+}
+
+TEST(MaterialDatabaseEditTest, KeepsTheEncodingOfTheDeclaration)
+{
+    const std::string declaration = "<?xml version='1.0' encoding='ISO-8859-1'?>";
+    const auto named = [&](const std::string& name) {
+        return declaration + database(" <material type=\"fluid\"><name>" + name + "</name></material>\n");
+    };
+    EXPECT_EQ(edited(materials, named("\xF6"),
+                     setTo(QString::fromUtf8("\xC3\xB6/name"), QString::fromUtf8("\xC3\xA4"))),
+              named("\xE4"));
+}
+
 TEST(MaterialDatabaseEditTest, RefusesWhatCannotBe)
 {
     const std::string file = database(
@@ -113,6 +180,15 @@ TEST(MaterialDatabaseEditTest, RefusesWhatCannotBe)
         {"Water/type",                         "unheard of",       "refused: NewFinding"    },
         {"Steel/vapor_pressure",               "1",                "refused: NewFinding"    }, // a solid has none
         {"Ice/id",                             "1",                "refused: NotThere"      },
+        {"Ice/colour",                         "1",                "refused: UnknownAddress"},
+        {"Ice/type",                           "1",                "refused: NotThere"      },
+        {"Ice/density/colour",                 "1",                "refused: NotThere"      },
+        {"Ice/density/lines/1/x",              "1",                "refused: NotThere"      },
+        {"Water/density/type",                 "1",                "refused: UnknownAddress"},
+        {"Water/density/points/x/x",           "1",                "refused: NotThere"      },
+        {"type/colour",                        "1",                "refused: UnknownAddress"},
+        {"Ice",                                "1",                "refused: NotThere"      },
+        {"Water",                              "1",                "refused: UnknownAddress"},
         {"Water/type",                         "a\tb\nc",          "refused: NewFinding"    },
         {"Water/density/points/1",             "1",                "refused: UnknownAddress"},
         {"Water/density/lines/1/x",            "1",                "refused: UnknownAddress"},
@@ -144,6 +220,13 @@ TEST(MaterialDatabaseEditTest, RefusesAValueThatAnotherPropertyMayOverride)
                                     "<property type=\"x_conductivity\"><value>2</value></property>")),
                      setTo("Water/conductivity/value", "3")),
               "refused: Doubtful");
+    const std::string steel = " <material type=\"solid\"><name>Steel</name>"
+                              "<property type=\"x_conductivity\"><value>2</value></property></material>\n";
+    const std::string conductivity = "<property type=\"conductivity\"><value>";
+    EXPECT_EQ(
+        edited(materials, database(water(conductivity + "1</value></property>") + steel),
+               setTo("Water/conductivity/value", "3")),
+        database(water(conductivity + "3</value></property>") + steel)); // in another material it doesn't
 }
 
 } // namespace
