@@ -48,18 +48,13 @@ public:
     /// the last one goes with it.
     Removal remove(const Item& item) const override
     {
+        const auto isGone = [&](int line) { return lines_.firstWord(line) == item.address; };
         Replacements replacements;
-        int lastKept = -1;
-        int lastGone = -1;
         for (int i = 0; i < lines_.count(); ++i) {
-            if (lines_.firstWord(i) == item.address) {
+            if (isGone(i))
                 replacements.push_back(lines_.without(i));
-                lastGone = i;
-            } else if (!lines_.isBlank(i)) {
-                lastKept = i;
-            }
         }
-        for (int i = lastKept + 1; i < lastGone; ++i) {
+        for (int i = lines_.lastFilled(0, lines_.count()); i >= 0 && (lines_.isBlank(i) || isGone(i)); --i) {
             if (lines_.isBlank(i))
                 replacements.push_back(lines_.without(i));
         }

@@ -18,7 +18,6 @@ namespace {
 namespace SectionName = Io::SectionName;
 using Type = Item::Type;
 
-constexpr int longestName = 64;
 constexpr int firstTitle = 2; ///< the line that may be one
 constexpr char constantsAddress[] = "constants";
 constexpr char flagsAddress[] = "flags";
@@ -67,7 +66,7 @@ public:
                 sections_.back().behind = i;
             constexpr int titleLength = 5;
             const QStringView name = hasName ? QStringView(line).mid(titleLength) : QStringView();
-            sections_.push_back({simplified(name, longestName), i, count()});
+            sections_.push_back({simplified(name, int(name.size())), i, count()});
         }
     }
 
@@ -126,32 +125,31 @@ public:
         for (int i = section.title + 1; i < section.behind; ++i) {
             if (lines.isBlank(i))
                 continue;
-            if (numberLine_ < 0)
+            if (!numberLine_)
                 numberLine_ = i;
             else
                 ++count_;
         }
     }
 
-    bool hasNumber() const { return numberLine_ >= 0; }
-    int numberLine() const { return numberLine_; }
+    bool hasNumber() const { return numberLine_.has_value(); }
     int count() const { return count_; }
 
     Replacement newNumber(int number) const
     {
-        const QString line = lines_.text(numberLine_);
-        const QString word = lines_.firstWord(numberLine_);
+        const QString line = lines_.text(*numberLine_);
+        const QString word = lines_.firstWord(*numberLine_);
         try {
             newText(FileKind::Control, Type::Integer, word);
         } catch (const Refusal&) {
             refuseDoubt(); // it is a flag, perhaps
         }
-        return lines_.part(numberLine_, line.indexOf(word), word, QString::number(number));
+        return lines_.part(*numberLine_, line.indexOf(word), word, QString::number(number));
     }
 
 private:
     const SectionedLines& lines_;
-    int numberLine_ = -1;
+    std::optional<int> numberLine_;
     int count_ = 0;
 };
 
@@ -217,9 +215,9 @@ Replacement lineInList(const SectionedLines& lines, const char* name, const QStr
 {
     const Section* const section = lines.last(name);
     if (section == nullptr)
-        return lines.linesBehind(lines.lineBefore(name), {Io::titleStart + QLatin1String(name), line}, -1);
+        return lines.linesBehind(lines.lineBefore(name), {Io::titleStart + QLatin1String(name), line});
     const int last = lines.lastFilled(section->title + 1, section->behind);
-    return lines.linesBehind(last, {line}, last > section->title ? last : -1);
+    return lines.linesBehind(last, {line}, last > section->title ? last : TextLines::noLine);
 }
 
 Addition addConstant(const SectionedLines& lines, const QString& address, const QString& given)
@@ -247,11 +245,11 @@ Addition addFlag(const SectionedLines& lines, const QString& address, const QStr
         const int before = lines.lineBefore(SectionName::flags);
         const QStringList made {Io::titleStart + QLatin1String(SectionName::flags), QStringLiteral("1"),
                                 line};
-        return {{lines.linesBehind(before, made, -1)}, {{address, text}}};
+        return {{lines.linesBehind(before, made)}, {{address, text}}};
     }
     const FlagList flags(lines, *section);
     if (!flags.hasNumber())
-        return {{lines.linesBehind(section->title, {QStringLiteral("1"), line}, -1)}, {{address, text}}};
+        return {{lines.linesBehind(section->title, {QStringLiteral("1"), line})}, {{address, text}}};
     const int last = lines.lastFilled(section->title + 1, section->behind);
     return {
         {flags.newNumber(flags.count() + 1), lines.linesBehind(last, {line}, last)},
@@ -333,10 +331,9 @@ public:
     QStringList addableAddresses() const override
     {
         QStringList addresses;
-        for (int code = 1; code <= Io::ControlFile::ConstantCount; ++code) {
-            const QString name = nameOf(code);
-            if (constantCode(name) == code && !isRecord(code))
-                addresses.append(QLatin1String(constantsAddress) + QLatin1Char('/') + name);
+        for (int code = Io::firstListedConstant; code <= Io::ControlFile::ConstantCount; ++code) {
+            if (!isRecord(code))
+                addresses.append(QLatin1String(constantsAddress) + QLatin1Char('/') + nameOf(code));
         }
         return addresses;
     }

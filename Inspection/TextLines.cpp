@@ -80,7 +80,7 @@ int TextLines::lastFilled(int first, int behind) const
 Replacement TextLines::linesBehind(int i, const QStringList& texts, int likeLine) const
 {
     QString indentation;
-    if (likeLine >= 0) {
+    if (likeLine != noLine) {
         const QString line = text(likeLine);
         indentation = line.left(int(std::find_if_not(line.begin(), line.end(), isSpace) - line.begin()));
     }

@@ -31,8 +31,10 @@ public:
     /// The last line from one up to another that isn't blank; the one before the first if all are.
     int lastFilled(int first, int behind) const;
 
-    /// Puts lines behind another, or before all where that is -1. They are indented as a line.
-    Replacement linesBehind(int i, const QStringList& texts, int likeLine) const;
+    static constexpr int noLine = -1;
+
+    /// Puts lines behind another, or before all where there is none. They are indented as a line.
+    Replacement linesBehind(int i, const QStringList& texts, int likeLine = noLine) const;
 
     /// Replaces a part of a line, which begins at a character of it.
     Replacement part(int i, int begin, const QString& before, const QString& after) const;

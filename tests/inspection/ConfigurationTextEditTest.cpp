@@ -47,6 +47,7 @@ TEST(ConfigurationTextEditTest, AddsASettingAtTheEnd)
         {"  Width 2\n",       "  Width 2\n  MaxIter 5\n"    },
         {"Width 2\n\n",       "Width 2\nMaxIter 5\n\n"      }, // which a load trips over as before
         {"",                  "MaxIter 5\n"                 },
+        {"\n \n",             "MaxIter 5\n\n \n"            },
     };
     for (const auto& [before, after] : cases)
         EXPECT_EQ(edited(text, before, setTo("MaxIter", "5")), after);
@@ -68,9 +69,16 @@ TEST(ConfigurationTextEditTest, RemovesASettingWithItsLine)
         {"MaxIter 5\nWidth 2\nMaxIter 6\n",    "Width 2\n"              }, // or an earlier one would come back
         {"Width 2\n\n  \nMaxIter 5\n",         "Width 2\n"              }, // blanks at the end would make a load throw
         {"Width 2\n\nMaxIter 5\n\nHeight 3\n", "Width 2\n\n\nHeight 3\n"},
+        {"Width 2\n\nHeight 3\n\nMaxIter 5\n", "Width 2\n\nHeight 3\n"  },
+        {"Width 2\nMaxIter 5\n\nMaxIter 6\n",  "Width 2\n"              },
     };
     for (const auto& [before, after] : cases)
         expectEdited(text, before, removed("MaxIter"), after);
+    const std::vector<Edit> exchange {
+        {"MaxIter", std::nullopt},
+        {"Width",   QString("2")}
+    };
+    EXPECT_EQ(edited(text, "\n \nMaxIter 5\n", exchange), "Width 2\n"); // nothing is left in between
 }
 
 TEST(ConfigurationTextEditTest, KeepsNumbersThatAreNone)
@@ -113,6 +121,10 @@ TEST(ConfigurationTextEditTest, RefusesWhatCannotBe)
 
 TEST(ConfigurationTextEditTest, KeepsTheEncodingOfTheMark)
 {
+    const std::string declaration =
+        "<?xml version='1.0' encoding='ISO-8859-1'?>\n"; // which is none of a text
+    EXPECT_EQ(edited(text, declaration + "JobPrefix a\n", setTo("JobPrefix", QString::fromUtf8("\xC3\xA4"))),
+              declaration + "JobPrefix \xC3\xA4\n");
     const auto inUtf16 = [](const QString& content) {
         return std::string("\xFF\xFE")
             + std::string(reinterpret_cast<const char*>(content.utf16()), std::size_t(content.size()) * 2);

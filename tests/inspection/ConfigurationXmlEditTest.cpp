@@ -104,14 +104,18 @@ TEST(ConfigurationXmlEditTest, RemovesASettingWithItsLine)
         const char* after;
     } cases[] = {
         {"  <Height>1</Height>\n  <MaxIter>5</MaxIter>  \n  <Width>2</Width>\n",
-         "  <Height>1</Height>\n  <Width>2</Width>\n"                                                  },
-        {"  <MaxIter>\n  5\n  </MaxIter>\n",                                     ""                    },
-        {"  <MaxIter>5</MaxIter> <!-- it -->\n",                                 "   <!-- it -->\n"    },
-        {"<Height>1</Height><MaxIter>5</MaxIter>\n",                             "<Height>1</Height>\n"},
-        {"<MaxIter>5</MaxIter>\n<Width>2</Width>\n<MaxIter/>\n",                 "<Width>2</Width>\n"  },
+         "  <Height>1</Height>\n  <Width>2</Width>\n"                                                         },
+        {"  <MaxIter>\n  5\n  </MaxIter>\n",                                     ""                           },
+        {"  <MaxIter>5</MaxIter> <!-- it -->\n",                                 "   <!-- it -->\n"           },
+        {"<Height>1</Height><MaxIter>5</MaxIter>\n",                             "<Height>1</Height>\n"       },
+        {"<MaxIter>5</MaxIter>\n<Width>2</Width>\n<MaxIter/>\n",                 "<Width>2</Width>\n"         },
+        {"<MaxIter>5</MaxIter><Other><MaxIter/></Other>\n",                      "<Other><MaxIter/></Other>\n"},
     };
     for (const auto& [before, after] : cases)
         expectEdited(xml, document(before), removed("MaxIter"), document(after));
+    EXPECT_EQ(edited(xml, "<MaxIter><Nereo2Config><MaxIter>5</MaxIter></Nereo2Config></MaxIter>",
+                     removed("MaxIter")),
+              "<MaxIter><Nereo2Config></Nereo2Config></MaxIter>"); // the outer one is no setting
 }
 
 TEST(ConfigurationXmlEditTest, RefusesWhatCannotBe)
@@ -158,6 +162,8 @@ TEST(ConfigurationXmlEditTest, EditsWhatStandsBeforeAnErrorOfTheDocument)
     EXPECT_EQ(edited(xml, "<Nereo2Config><Width>1</Width>\xFF\n</Nereo2Config>", setTo("Width", "2")),
               "refused: Doubtful");
     EXPECT_EQ(edited(xml, "<Nereo2Config><Width>1</Width>", setTo("MaxIter", "2")), "refused: Doubtful");
+    EXPECT_EQ(edited(xml, "<Nereo2Config>&n;<MaxIter>1</MaxIter></Nereo2Config>", setTo("MaxIter", "2")),
+              "<Nereo2Config><MaxIter>2</MaxIter>&n;<MaxIter>1</MaxIter></Nereo2Config>");
     EXPECT_EQ(edited(xml, "<Nereo2Config><Height>1</Height><MaxIter>2", removed("MaxIter")),
               "refused: Doubtful");
     EXPECT_EQ(edited(xml, "<Nereo2Config>\n<Width>1</Width>\n<MaxIter>2</MaxIter> ", removed("MaxIter")),

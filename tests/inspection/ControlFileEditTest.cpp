@@ -1,5 +1,8 @@
 #include "Edited.h"
 
+#include <FileIO/ControlFileRecords.h>
+#include <FileIO/ControlFileSections.h>
+#include <NereoFileIO/CodeNameTable.h>
 #include <NereoFileIO/ControlFile.h>
 #include <NereoFileIO/FieldVariable.h>
 
@@ -93,6 +96,37 @@ TEST(ControlFileEditTest, AddsAConstantAtTheEndOfTheList)
                    " *** Constants\nkTRef 5\n *** Units\n3\n *** Constants\nkPRef 101325\n");
 }
 
+TEST(ControlFileEditTest, AddsAnyConstantThatAWriterWrites)
+{
+    const Io::CodeNameTable& table = Io::CodeNameTable::instance();
+    const Io::ControlFile any;
+    for (int code = Io::firstListedConstant; code <= Io::ControlFile::ConstantCount; ++code) {
+        if (Io::visitRecord(any, code, [](const auto&, const auto&) {}))
+            continue;
+        const QString name = table.nameForCode(code, false);
+        EXPECT_EQ(edited(control, fileWith(""), setTo("constants/" + name, "0.25")),
+                  fileWith(" *** Constants\n" + name.toStdString() + " 0.25\n"));
+    }
+}
+
+/// What is added has the indentation of a neighbour; where it has none, that of no other line.
+TEST(ControlFileEditTest, IndentsNothingLikeTheFirstLine)
+{
+    const struct {
+        const char* before;
+        const char* address;
+        const char* after;
+    } cases[] = {
+        {"",                      "constants/kPRef", " *** Constants\nkPRef 5\n"    },
+        {" *** Constants\n\n",    "constants/kPRef", " *** Constants\nkPRef 5\n\n"  },
+        {"",                      "flags/x",         " *** Flag section\n1\nx 5\n"  },
+        {" *** Flag section\n\n", "flags/x",         " *** Flag section\n1\nx 5\n\n"},
+    };
+    for (const auto& [before, address, after] : cases)
+        EXPECT_EQ(edited(control, std::string("  1\n2\n *** Title\na\n") + before, setTo(address, "5")),
+                  std::string("  1\n2\n *** Title\na\n") + after);
+}
+
 TEST(ControlFileEditTest, MakesAMissingSectionWhereAWriterWritesIt)
 {
     const std::vector<Edit> pressure = setTo("constants/kPRef", "101325");
@@ -119,6 +153,9 @@ TEST(ControlFileEditTest, AddsAFlagAndPutsTheNumberRight)
     expectSections(" *** Flag section\n7\ny 6", flag, " *** Flag section\n2\ny 6\nx 5"); // which was wrong
     expectSections(" *** Flag section\ny 6\nz 7\n", flag, "refused: Doubtful");          // there is no number
     expectSections(" *** Flag section\n0\n", setTo("flags/a%2Fb%23", ""), " *** Flag section\n1\na/b#\n");
+    expectSections(" *** Flag section\n0\n", setTo("flags/%252F%25", ""), " *** Flag section\n1\n%2F%\n");
+    expectSections(" *** Flag section\n1\ny 6\n *** \nz 7\n", flag,
+                   " *** Flag section\n2\ny 6\nx 5\n *** \nz 7\n"); // which has a title without a name
 }
 
 TEST(ControlFileEditTest, RemovesConstantsAndFlagsWithTheirLines)
@@ -127,6 +164,10 @@ TEST(ControlFileEditTest, RemovesConstantsAndFlagsWithTheirLines)
                    " *** Constants\nkTRef 5\n *** Units\n3\n");
     expectSections(" *** Constants\nkPRef 5\nkTRef 5\nkPRef 6", removed("constants/kPRef"),
                    " *** Constants\nkTRef 5\n"); // or an earlier one would come back
+    expectSections(" *** Relaxation\nkP 0.5 0\n *** Constants\nkP 5\nkFoo 1\n *** Mine\nkP 7\n",
+                   removed("constants/kP"),
+                   " *** Relaxation\nkP 0.5 0\n *** Constants\nkFoo 1\n *** Mine\nkP 7\n");
+    expectSections(" *** Constants\nkU 5\nkFoo 1\n", removed("constants/kU"), " *** Constants\nkFoo 1\n");
     expectSections(" *** Flag section\n2\nx 5\ny 6\n", removed("flags/x"), " *** Flag section\n1\ny 6\n");
     expectSections(" *** Flag section\n3\nx 5\nx 6\nx\n", removed("flags/x#2"),
                    " *** Flag section\n2\nx 5\nx\n");
@@ -174,6 +215,12 @@ TEST(ControlFileEditTest, RefusesWhatCannotBe)
         {"flags/a b",                  "1",          "refused: CannotCarry"   },
         {"flags/x#2",                  "1",          "refused: UnknownAddress"},
         {"flags/x%20",                 "1",          "refused: UnknownAddress"},
+        {"flags/x/y",                  "1",          "refused: NotThere"      },
+        {"constants",                  "1",          "refused: NotThere"      },
+        {"constants/kSmokeOn",         "1",          "refused: UnknownAddress"}, // it has several values
+        {"constants/kCond",            "1",          "refused: UnknownAddress"}, // a load gives it another name
+        {"constants/kSlipNode",        "1",          "refused: UnknownAddress"},
+        {"constants/kSmokeOn/9",       "1",          "refused: NotThere"      },
         {"title/1",                    "1",          "refused: NotThere"      },
         {"header/9",                   "1",          "refused: NotThere"      },
         {"nothing",                    "1",          "refused: UnknownAddress"},
@@ -201,9 +248,37 @@ TEST(ControlFileEditTest, RefusesWhatALaterSectionOverrides)
 {
     expectSections(" *** Flag section\n1\nx 5\n *** Flag section\n1\ny 5\n", setTo("flags/x", "6"),
                    "refused: Doubtful");
+    expectSections(" *** Flag section\n1\nx 5\n *** Flag section\n1\ny 5\n", removed("flags/x"),
+                   "refused: Doubtful");
     expectSections(" *** Units\n1\n *** Units\n2\n", setTo("units", "3"), " *** Units\n1\n *** Units\n3\n");
     EXPECT_EQ(edited(control, "1\n2\n *** Title\na\n *** Title\n *** Units\n3\n", setTo("title", "b")),
               "refused: Doubtful");
+}
+
+/// Sections that are lists leave what they don't say themselves.
+TEST(ControlFileEditTest, SetsWhatALaterSectionLeaves)
+{
+    const struct {
+        const char* section;
+        const char* address;
+        const char* first;
+        const char* second;
+        const char* changed;
+    } cases[] = {
+        {"Solution Control",  "solution-control/kU/1",               "kU 1 0 0 0.5\n", "kV 1 0 0 0.5\n", "kU 7 0 0 0.5\n"},
+        {"Relaxation",        "relaxation/kU/under",                 "kU 1 0\n",       "kV 1 0\n",       "kU 7 0\n"      },
+        {"Constants",         "constants/kPRef",                     "kPRef 1\n",      "kTRef 2\n",      "kPRef 7\n"     },
+        {"Property Settings", "property-settings/A/ref_temperature", "1 0 1 2 A\n3\n", "",               "1 0 1 2 A\n7\n"},
+    };
+    for (const auto& [section, address, first, second, changed] : cases) {
+        const std::string title = " *** " + std::string(section) + '\n';
+        expectSections(title + first + title + second, setTo(address, "7"), title + changed + title + second);
+    }
+    const std::string longName(70, 'x'); // of which each letter counts
+    const std::string other = " *** " + longName + "z\n3\n";
+    expectSections(" *** " + longName + "y\n1 2\n" + other,
+                   setTo(QString::fromStdString(longName) + "y/1", "7"),
+                   " *** " + longName + "y\n7\n" + other);
 }
 
 TEST(ControlFileEditTest, GivesALoadTheNewValues)

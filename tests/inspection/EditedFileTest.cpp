@@ -43,6 +43,7 @@ TEST(EditedFileTest, RefusesPlacesThatOverlapOrAreNotThere)
             FAIL() << replacements.front().begin;
         } catch (const Refusal& refusal) {
             EXPECT_EQ(refusal.problem(), EditProblem::Doubtful);
+            EXPECT_EQ(refusal.message(), "two values stand at one place of the file");
         }
     }
 }
