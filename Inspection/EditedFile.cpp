@@ -53,7 +53,7 @@ const Item* EditedFile::find(const QString& address) const
 
 QString EditedFile::newFindingIn(const EditedFile& changed, bool isRenamed) const
 {
-    const auto shortened = [this, isRenamed](const Findings& findings) {
+    const auto shortened = [&](const Findings& findings) {
         if (!isRenamed)
             return findings;
         Findings shorter;

@@ -351,8 +351,7 @@ QString XmlMarkup::indentationOf(int element) const
 bool XmlMarkup::beginsLine(int element) const
 {
     const int begin = elements_[std::size_t(element)].begin;
-    const int line = lineBegin(begin);
-    return line > 0 && std::all_of(text_.begin() + line, text_.begin() + begin, isBlank);
+    return std::all_of(text_.begin() + lineBegin(begin), text_.begin() + begin, isBlank);
 }
 
 int XmlMarkup::lineBegin(int at) const

@@ -47,6 +47,60 @@ TEST(ConfigurationXmlEditTest, ChangesTheBytesOfTheValueOnly)
     expectSet("<JobPrefix>a</JobPrefix>\n", "JobPrefix", "\xC3\xA4", "<JobPrefix>\xC3\xA4</JobPrefix>\n");
     expectSet("<JobPrefix>a</JobPrefix>\n", "JobPrefix", "\xF0\x9F\x98\x80",
               "<JobPrefix>\xF0\x9F\x98\x80</JobPrefix>\n");
+    expectSet("<MaxIter> </MaxIter>\n", "MaxIter", "7", "<MaxIter>7 </MaxIter>\n");
+    expectSet("<MaxIter><!-- a --> </MaxIter>\n", "MaxIter", "7", "<MaxIter>7<!-- a --> </MaxIter>\n");
+    expectSet("<StopTime> 1 <!-- a --> </StopTime>\n", "StopTime", "2",
+              "<StopTime> 2 <!-- a --> </StopTime>\n");
+}
+
+/// Whatever stands in them, and wherever they stand.
+TEST(ConfigurationXmlEditTest, PassesCommentsOver)
+{
+    const char* const comments[] = {
+        "<!---->",
+        "<!--> <MaxIter> -->",
+        "<!---> <MaxIter> -->",
+        "<!-- ' --><!-- \" -->",
+        "<!--]]>--><!--?>-->",
+    };
+    for (const std::string comment : comments) {
+        const auto commented = [&](const std::string& value, const std::string& added) {
+            return comment + "<!DOCTYPE a [" + comment + "<!ENTITY n '1'>" + comment + "]>\n" + comment
+                + "<Nereo2Config>" + comment + "\n <MaxIter>" + comment + value + comment + "</MaxIter>"
+                + comment + added + "\n</Nereo2Config>" + comment;
+        };
+        EXPECT_EQ(edited(xml, commented("5", ""), setTo("MaxIter", "7")), commented("7", ""));
+        EXPECT_EQ(edited(xml, commented("5", ""), setTo("Width", "7")),
+                  commented("5", "\n <Width>7</Width>"));
+    }
+    for (const std::string skipped :
+         {"<![CDATA[<MaxIter> ' ]]>", "<?p <MaxIter> ' ?>", "<Other a='>' b=\"'/>\"/>"}) {
+        const auto document = [&](const char* value) {
+            return "<Nereo2Config>" + skipped + "<MaxIter>" + value + "</MaxIter></Nereo2Config>";
+        };
+        EXPECT_EQ(edited(xml, document("5"), setTo("MaxIter", "7")), document("7"));
+    }
+}
+
+/// As far as XML has them, and a load gives them back.
+TEST(ConfigurationXmlEditTest, WritesAnyCharacter)
+{
+    const auto withText = [](const std::string& text) {
+        return document("<JobPrefix>a" + text + "</JobPrefix>\n");
+    };
+    for (const uint allowed :
+         {0x9U, 0xAU, 0x20U, 0x7FU, 0xD7FFU, 0xE000U, 0xFEFFU, 0xFFFDU, 0x10000U, 0x10FFFFU}) {
+        const QString text = QString::fromUcs4(&allowed, 1);
+        EXPECT_EQ(edited(xml, withText(""), setTo("JobPrefix", "a" + text)), withText(text.toStdString()))
+            << allowed;
+    }
+    const QString message =
+        "\" has a character that XML doesn't allow, or begins with a byte-order mark, which a "
+        "load doesn't keep";
+    for (const int refused : {0x1, 0x8, 0xB, 0xC, 0xE, 0x1F, 0xFFFE, 0xFFFF}) {
+        FileEdit file("file.xml", QByteArray::fromStdString(withText("")));
+        EXPECT_EQ(file.set("JobPrefix", QChar(refused)).message.mid(1), QChar(refused) + message);
+    }
 }
 
 TEST(ConfigurationXmlEditTest, ChangesTheVersionBetweenItsQuotes)
@@ -82,6 +136,10 @@ TEST(ConfigurationXmlEditTest, AddsASettingInTheOrderOfAWriter)
                  document("<Height>1</Height><MaxIter>5</MaxIter> <!-- of\nit -->\n"));
 
     EXPECT_EQ(edited(xml, "<Nereo2Config/>", edits), "<Nereo2Config><MaxIter>5</MaxIter></Nereo2Config>");
+    EXPECT_EQ(edited(xml, "<Nereo2Config/>\n  <!-- a -->", edits),
+              "<Nereo2Config>\n    <MaxIter>5</MaxIter>\n</Nereo2Config>\n  <!-- a -->");
+    EXPECT_EQ(edited(xml, "<Nereo2Config><Height>1</Height>\n</Nereo2Config>", edits),
+              "<Nereo2Config><Height>1</Height><MaxIter>5</MaxIter>\n</Nereo2Config>");
     EXPECT_EQ(edited(xml, "\n<Nereo2Config/>", edits),
               "\n<Nereo2Config>\n    <MaxIter>5</MaxIter>\n</Nereo2Config>");
     EXPECT_EQ(edited(xml, "<!-- a -->\r\n<Nereo2Config/>", edits),
@@ -198,12 +256,12 @@ TEST(ConfigurationXmlEditTest, KeepsTheEncoding)
     const struct {
         const char* codec;
         const char* declared;
-        const char* written; ///< for a text in German, Polish and Czech
+        const char* written; ///< for German, Polish, Czech (a load would lose a byte in UTF-16), a face
     } cases[] = {
-        {"UTF-16LE",   "UTF-16",     "\xC3\xA4\xC5\x82&#269;"  }, // a load would lose a byte of the last one
-        {"UTF-16BE",   "UTF-16",     "\xC3\xA4\xC5\x82&#269;"  },
-        {"ISO-8859-1", "ISO-8859-1", "\xC3\xA4&#322;&#269;"    },
-        {"ISO-8859-2", "ISO-8859-2", "\xC3\xA4\xC5\x82\xC4\x8D"},
+        {"UTF-16LE",   "UTF-16",     "\xC3\xA4\xC5\x82&#269;\xF0\x9F\x98\x80"},
+        {"UTF-16BE",   "UTF-16",     "\xC3\xA4\xC5\x82&#269;\xF0\x9F\x98\x80"},
+        {"ISO-8859-1", "ISO-8859-1", "\xC3\xA4&#322;&#269;&#128512;"         },
+        {"ISO-8859-2", "ISO-8859-2", "\xC3\xA4\xC5\x82\xC4\x8D&#128512;"     },
     };
     for (const auto& [codec, declared, written] : cases) {
         const auto encoded = [codec = codec](const QString& text) {
@@ -217,10 +275,9 @@ TEST(ConfigurationXmlEditTest, KeepsTheEncoding)
         const QString start = QStringLiteral("<?xml version='1.0' encoding='%1'?>\n<Nereo2Config>\n")
                                   .arg(QLatin1String(declared));
         const QString end = QString::fromUtf8("<!-- \xC3\xA4 --></Nereo2Config>\n");
-        const QString german = QString::fromUtf8("\xC3\xA4\xC5\x82\xC4\x8D");
-        EXPECT_EQ(
-            edited(xml, encoded(start + "<JobPrefix>a</JobPrefix>\n" + end), setTo("JobPrefix", german)),
-            encoded(start + "<JobPrefix>" + QString::fromUtf8(written) + "</JobPrefix>\n" + end))
+        const QString texts = QString::fromUtf8("\xC3\xA4\xC5\x82\xC4\x8D\xF0\x9F\x98\x80");
+        EXPECT_EQ(edited(xml, encoded(start + "<JobPrefix>a</JobPrefix>\n" + end), setTo("JobPrefix", texts)),
+                  encoded(start + "<JobPrefix>" + QString::fromUtf8(written) + "</JobPrefix>\n" + end))
             << codec;
         EXPECT_EQ(edited(xml, encoded(start + " <Width>1</Width>\n" + end), setTo("Height", "2")),
                   encoded(start + " <Height>2</Height>\n <Width>1</Width>\n" + end))

@@ -153,7 +153,8 @@ TEST(ControlFileEditTest, AddsAFlagAndPutsTheNumberRight)
     expectSections(" *** Flag section\n7\ny 6", flag, " *** Flag section\n2\ny 6\nx 5"); // which was wrong
     expectSections(" *** Flag section\ny 6\nz 7\n", flag, "refused: Doubtful");          // there is no number
     expectSections(" *** Flag section\n0\n", setTo("flags/a%2Fb%23", ""), " *** Flag section\n1\na/b#\n");
-    expectSections(" *** Flag section\n0\n", setTo("flags/%252F%25", ""), " *** Flag section\n1\n%2F%\n");
+    expectSections(" *** Flag section\n0\n", setTo("flags/%252F%2523%25", ""),
+                   " *** Flag section\n1\n%2F%23%\n");
     expectSections(" *** Flag section\n1\ny 6\n *** \nz 7\n", flag,
                    " *** Flag section\n2\ny 6\nx 5\n *** \nz 7\n"); // which has a title without a name
 }

@@ -121,6 +121,36 @@ TEST(MaterialDatabaseEditTest, FindsTheElementsOfAnAddress)
                      others + density("<variation_type>constant</variation_type><other/><value>1</value>"))));
 }
 
+/// Those of tags that are near don't count, nor what stands in quotes.
+TEST(MaterialDatabaseEditTest, FindsTheAttributesOfAProperty)
+{
+    const char* const tags[] = {
+        "<property type='density'>",
+        "<property\ttype\n=\r\n\"density\">",
+        "<property a='\">' b=\"/'=>\" type='density'>",
+        "<property  xtype='viscosity' typ='b' type='density' typed='viscosity'  >",
+    };
+    for (const std::string tag : tags) {
+        const auto withValues = [&](const std::string& values) {
+            return database(water(tag + values
+                                  + "</property><property><other type='density'/></property>"
+                                    "<property a='type='><other/></property>"));
+        };
+        EXPECT_EQ(edited(materials, withValues("<value>1</value>"),
+                         setTo("Water/density/variation_type", "constant")),
+                  withValues("<variation_type>constant</variation_type><value>1</value>"));
+    }
+}
+
+TEST(MaterialDatabaseEditTest, EscapesWhatAnAttributeCannotHold)
+{
+    const auto ofType = [](const std::string& type) {
+        return database("<material type='" + type + "'><name>Ice</name></material>\n");
+    };
+    EXPECT_EQ(edited(materials, ofType("odd"), setTo("Ice/type", "<>&\"' a\tb\nc\rd")),
+              ofType("&lt;&gt;&amp;&quot;&apos; a&#9;b&#10;c&#13;d")); // a check knew no such type before
+}
+
 /// Where a load ends early, what follows isn't there for it.
 TEST(MaterialDatabaseEditTest, AddsWhatALoadReads)
 {
