@@ -108,12 +108,14 @@ private:
     bool compareFiles()
     {
         const bool isOfResults = comparison_.kindOfA == FileKind::Results;
-        meter_.setBytesInAll(a_.size() + b_.size());
-        if (!isOfResults && comparison_.kindOfA == comparison_.kindOfB && haveSameBytes(a_, b_))
-            return true;
-        if (!compareValues(a_, b_, options_, meter_, comparison_))
+        const qint64 bytesInAll = a_.size() + b_.size();
+        meter_.setBytesInAll(bytesInAll);
+        const bool areSame =
+            !isOfResults && comparison_.kindOfA == comparison_.kindOfB && haveSameBytes(a_, b_);
+        if (!areSame && !compareValues(a_, b_, options_, meter_, comparison_))
             return false;
-        return !isOfResults || compareFields(a_, b_, options_, meter_, comparison_);
+        return isOfResults ? compareFields(a_, b_, options_, meter_, comparison_)
+                           : meter_.advanceTo(bytesInAll);
     }
 
     InputFile a_;

@@ -46,7 +46,7 @@ CONTROL_CHECKS = ["inspection/ControlFileCheckTest", "inspection/CaseCheckTest",
 GEOMETRY_CHECKS = ["inspection/GeometryBoundaryInspectionTest", "inspection/FindingsPageTest"]
 MATERIAL_CHECKS = ["inspection/MaterialDatabaseInspectionTest", "inspection/FindingsPageTest"]
 RESULTS_CHECKS = ["inspection/ResultsCheckTest", "inspection/FindingsPageTest", "inspection/ResultsAgreementTest"]
-COMPARISON_TESTS = ["inspection/ComparisonTest", "inspection/ResultsComparisonTest"]
+COMPARISON_TESTS = ["inspection/ComparisonTest", "inspection/ResultsComparisonTest", "inspection/InspectionFaultTest"]
 EDIT_TESTS = ["inspection/EditTest", "inspection/RandomEditTest"]
 RESULTS_TESTS = ["ResultsFileReaderTest", "ResultsFileTest", "FileTest"]
 WHOLE_SAVE_TESTS = ["WholeSaveTest", "faults/WholeSaveFaultTest", "faults/FullDiskTest"]
@@ -131,11 +131,12 @@ TESTS = {
     "Inspection/EditedFile.cpp": EDIT_TESTS,
     "Inspection/FieldComparison.cpp": COMPARISON_TESTS,
     "Inspection/FieldList.cpp": COMPARISON_TESTS,
-    "Inspection/FileEdit.cpp": EDIT_TESTS,
+    "Inspection/FileEdit.cpp": [*EDIT_TESTS, "inspection/InspectionFaultTest"],
     "Inspection/FileEncoding.cpp": [*EDIT_TESTS, *INSPECTION_TESTS],
     "Inspection/FileKind.cpp": ["inspection/FileKindTest"],
     "Inspection/FreeMemory.cpp": COMPARISON_TESTS,
     "Inspection/Finding.cpp": ["inspection/CheckTest"],
+    "Inspection/FreeMemory.cpp": ["inspection/InspectionFaultTest", "inspection/ResultsComparisonTest"],
     "Inspection/GeometryBoundaryOutline.cpp": GEOMETRY_CHECKS,
     "Inspection/InputFile.cpp": ["inspection/CheckTest", "inspection/InspectionFaultTest"],
     "Inspection/Json.cpp": ["inspection/CheckTest"],

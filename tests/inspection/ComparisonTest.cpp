@@ -407,13 +407,33 @@ TEST(ComparisonTest, TellsOfItsProgressAndCanBeCancelled)
     ASSERT_FALSE(calls.empty());
     EXPECT_TRUE(std::is_sorted(calls.begin(), calls.end()));
     EXPECT_EQ(calls.back().second, qint64(2 * flags.size() + 1));
-    EXPECT_LE(calls.back().first, calls.back().second);
+    EXPECT_EQ(calls.back().first, calls.back().second);
+
+    calls.clear();
+    EXPECT_TRUE(compare(a, a, options).areSame());
+    const auto both = qint64(2 * flags.size());
+    EXPECT_LE(calls.size(), 2U); // the same byte by byte
+    EXPECT_EQ(calls.back(), std::make_pair(both, both));
 
     options.progress = [](qint64, qint64) { return false; };
     const Comparison cancelled = compare(a, b, options);
     EXPECT_EQ(cancelled.outcome, Outcome::Cancelled);
     EXPECT_FALSE(cancelled.areSame());
     EXPECT_EQ(cancelled.message, "the comparison was cancelled");
+}
+
+/// However long a file is the same as another one before they differ.
+TEST(ComparisonTest, FindsADifferenceAnywhere)
+{
+    const std::string text = "JobPrefix " + std::string(300'000, 'a');
+    for (const std::size_t at : {std::size_t(10), std::size_t(131'071), std::size_t(131'072),
+                                 std::size_t(262'143), std::size_t(262'144), text.size() - 1}) {
+        std::string other = text;
+        other[at] = 'b';
+        EXPECT_NE(compared("file.cfg", text, "file.cfg", other), "") << at;
+    }
+    EXPECT_NE(compared("file.cfg", text, "file.cfg", text + 'a'), "");
+    EXPECT_EQ(compared("file.cfg", text, "file.cfg", text), "");
 }
 
 TEST(ComparisonTest, TellsAllAsJson)

@@ -54,6 +54,13 @@ TEST(OriginsTest, HasEverySetting)
     EXPECT_FALSE(configuration.endOfLoad);
 }
 
+TEST(OriginsTest, HasANameForEachOrigin)
+{
+    EXPECT_EQ(originName(Origin::Default), "default");
+    EXPECT_EQ(originName(Origin::File), "file");
+    EXPECT_EQ(originName(Origin::CommandLine), "command-line");
+}
+
 TEST(OriginsTest, TellsWhereAValueStands)
 {
     EXPECT_EQ(
@@ -97,6 +104,22 @@ TEST(OriginsTest, EndsWhereALoadEnds)
     EXPECT_EQ(effective("file.xml", "Width 3\n"), "fails malformed-xml\n"); // by its suffix
     EXPECT_EQ(effective("file.cfg", "<Nereo2Config/>"), "throws unknown-key\n");
     EXPECT_EQ(described(effectiveConfiguration("/no/such/file")), "fails cannot-open\n");
+    EXPECT_EQ(described(effectiveConfiguration("/no/such/file", {"/a/solver", "b"})),
+              "ExePath=/a command-line\nJobPrefix=b command-line\nfails cannot-open\n");
+}
+
+TEST(OriginsTest, SaysWhatEndsALoad)
+{
+    const TemporaryFolder folder;
+    const auto endOf = [](const std::string& path) {
+        const std::optional<Finding> end = effectiveConfiguration(path).endOfLoad;
+        return end ? end->address.toStdString() + ' ' + std::to_string(end->place.line) + ' '
+                + end->message.toStdString()
+                   : "";
+    };
+    EXPECT_EQ(endOf(folder.write("a.cfg", "Width 3\nUnheard 4\nOther 5\n")),
+              "Unheard 2 \"Unheard\" is no setting; a load throws");
+    EXPECT_EQ(endOf("/no/such/file"), " -1 the file can't be opened: No such file or directory");
 }
 
 TEST(OriginsTest, TakesTheKindThatItIsGiven)
@@ -104,6 +127,11 @@ TEST(OriginsTest, TakesTheKindThatItIsGiven)
     EXPECT_EQ(
         effective("file", "<Nereo2Config><Width>3</Width></Nereo2Config>", {}, FileKind::ConfigurationXml),
         "Width=3 file 1:22\n");
+    const std::string document = "<Nereo2Config><Width>3</Width></Nereo2Config>";
+    EXPECT_EQ(effective("file.cfg", document, {}, FileKind::ConfigurationXml), "Width=3 file 1:22\n");
+    EXPECT_EQ(effective("file.xml", "Width 3\n", {}, FileKind::ConfigurationText), "Width=3 file 1:7\n");
+    EXPECT_EQ(effective("file.xml", document, {}, FileKind::ConfigurationText), "throws unknown-key\n");
+    EXPECT_EQ(effective("file.xml", document, {}, FileKind::Materials), "");
 }
 
 /// What a load gives of any file up to where it ends.

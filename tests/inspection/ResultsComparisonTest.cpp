@@ -12,6 +12,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -622,6 +624,19 @@ TEST(ResultsComparisonTest, KeepsTheLimitOfMemory)
         }
     }
     EXPECT_GT(freeMemory(), 0);
+}
+
+TEST(ResultsComparisonTest, ReckonsWithTheMemoryThatTheSystemTellsOf)
+{
+    QFile facts("/proc/meminfo");
+    if (!facts.open(QIODevice::ReadOnly))
+        GTEST_SKIP() << "the system doesn't tell";
+    const QByteArray all = facts.readAll();
+    const QByteArray before = "MemAvailable:";
+    const int begin = all.indexOf(before) + before.size();
+    const qint64 kibibytes = all.mid(begin, all.indexOf(" kB", begin) - begin).trimmed().toLongLong();
+    EXPECT_GT(freeMemory(), kibibytes * 1024 / 2); // others take some meanwhile, or give it back
+    EXPECT_LT(freeMemory(), kibibytes * 1024 * 2);
 }
 
 TEST(ResultsComparisonTest, TellsOfItsProgressAndCanBeCancelled)
