@@ -4,13 +4,10 @@
 #include "XmlFile.h"
 
 #include <FileIO/ConfigurationForms.h>
-#include <NereoUtility/Version.h>
 
 namespace Nereo::Inspection {
 
 namespace {
-
-constexpr char versionAddress[] = "version";
 
 /// The way through one file.
 class ConfigurationXmlWalk {
@@ -27,7 +24,7 @@ public:
             if (!xml_.isStartElement() || xml_.name() != QLatin1String(Io::configurationElement))
                 continue;
             hasRoot = true;
-            readVersion();
+            version_.read(xml_, listener_);
             while (xml_.nextChild())
                 readSetting();
         }
@@ -37,23 +34,6 @@ public:
     }
 
 private:
-    void readVersion()
-    {
-        const QString name = QLatin1String(Io::configurationVersionAttribute);
-        if (!xml_.hasAttribute(name))
-            return;
-        const QString text = xml_.attribute(name);
-        const Place place = xml_.attributePlace(name);
-        if (!checkVersion(text, true, place, QLatin1String(versionAddress), listener_) && hasVersion_)
-            listener_.finding({Rule::RepeatedKey, place, QLatin1String(versionAddress), name});
-        hasVersion_ = hasVersion_ || !text.isEmpty();
-        if (listener_.wantsItems()) {
-            const auto version = text.isEmpty() ? Util::Version::Current : Util::Version(text);
-            listener_.item({QLatin1String(versionAddress), Item::Type::Version, place,
-                            xml_.attributeLength(name), xml_.attributeSpelling(name), version.toString()});
-        }
-    }
-
     void readSetting()
     {
         const QString key = xml_.name().toString();
@@ -91,7 +71,7 @@ private:
     XmlFile xml_;
     ConfigurationValues values_;
     Listener& listener_;
-    bool hasVersion_ = false; ///< of an earlier element
+    DocumentVersion version_ {Io::configurationVersionAttribute, Rule::RepeatedKey};
 };
 
 } // namespace

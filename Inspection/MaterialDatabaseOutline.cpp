@@ -11,7 +11,6 @@
 #include <NereoFileIO/CodeNameTable.h>
 #include <NereoFileIO/PropertyType.h>
 #include <NereoUtility/StringConversion.h>
-#include <NereoUtility/Version.h>
 
 #include <QStringBuilder>
 
@@ -199,7 +198,7 @@ private:
     void readDatabase()
     {
         prefix_.clear();
-        readVersion();
+        version_.read(xml_, listener_);
         while (xml_.nextChild()) {
             prefix_.clear();
             if (isAt(MaterialXml::material)) {
@@ -209,23 +208,6 @@ private:
             }
         }
         prefix_.clear();
-    }
-
-    void readVersion()
-    {
-        const QString name = QLatin1String(MaterialXml::versionAttribute);
-        if (!xml_.hasAttribute(name))
-            return;
-        const QString text = xml_.attribute(name);
-        const Place place = xml_.attributePlace(name);
-        if (!checkVersion(text, true, place, name, listener_) && hasVersion_)
-            listener_.finding({Rule::RepeatedElement, place, name, text});
-        hasVersion_ = hasVersion_ || !text.isEmpty();
-        if (listener_.wantsItems()) {
-            const auto version = text.isEmpty() ? Util::Version::Current : Util::Version(text);
-            listener_.item({name, Item::Type::Version, place, xml_.attributeLength(name),
-                            xml_.attributeSpelling(name), version.toString()});
-        }
     }
 
     void readMaterial()
@@ -594,7 +576,7 @@ private:
     QString typeOfStart_ = QStringLiteral("fluid");
     Io::Material start_; ///< a material of that type, with what such a one starts with
     std::unordered_set<int> ids_;
-    bool hasVersion_ = false;
+    DocumentVersion version_ {MaterialXml::versionAttribute, Rule::RepeatedElement};
 };
 
 } // namespace

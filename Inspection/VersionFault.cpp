@@ -11,6 +11,7 @@ namespace Nereo::Inspection {
 namespace {
 
 constexpr int versionNumbers = 4;
+constexpr char versionAddress[] = "version";
 
 bool isInteger(const QString& text)
 {
@@ -36,6 +37,24 @@ bool checkVersion(const QString& text, bool isEmptyIgnored, const Place& place, 
     const QStringList readAs {Util::Version(text).toString()};
     listener.finding({isIgnored ? Rule::IgnoredVersion : Rule::BadVersion, place, address, text, readAs});
     return true;
+}
+
+void DocumentVersion::read(XmlFile& xml, Listener& listener)
+{
+    const QString name = name_;
+    if (!xml.hasAttribute(name))
+        return;
+    const QString address = QLatin1String(versionAddress);
+    const QString text = xml.attribute(name);
+    const Place place = xml.attributePlace(name);
+    if (!checkVersion(text, true, place, address, listener) && isRead_)
+        listener.finding({repetition_, place, address, text});
+    isRead_ = isRead_ || !text.isEmpty();
+    if (listener.wantsItems()) {
+        const auto version = text.isEmpty() ? Util::Version::Current : Util::Version(text);
+        listener.item({address, Item::Type::Version, place, xml.attributeLength(name),
+                       xml.attributeSpelling(name), version.toString()});
+    }
 }
 
 } // namespace Nereo::Inspection
