@@ -186,7 +186,6 @@ bool ControlFileValues::readBroken(const QString& address, Fields fields, int at
 int ControlFileValues::judge(const QString& address, Fields fields, int at)
 {
     reads_.clear();
-    bool isFirstMissing = true;
     for (int i = 0; i < fields.count; ++i) {
         const Type type = fields[i].type;
         Read& read = reads_.emplace_back();
@@ -197,16 +196,42 @@ int ControlFileValues::judge(const QString& address, Fields fields, int at)
                               lines_.place(read.word.begin),     lines_.length(read.word),
                               lines_.text(read.word).toString(), {}};
         }
-        const std::optional<WordFault> fault =
+        read.fault =
             read.word.isEmpty() ? WordFault {Rule::MissingValue} : faultOf(type, read.word, read.alone);
-        if (!read.word.isEmpty() && fault)
+        if (!read.word.isEmpty() && read.fault)
             lines_.cover(read.word);
-        const bool isTold = fault && (!read.word.isEmpty() || isFirstMissing);
-        if (isTold && !listener_.onlyCounts(fault->rule))
-            read.discovery = found(fault->rule, fieldAddress(address, fields[i]), read.word, {fault->readAs});
-        isFirstMissing = isFirstMissing && !read.word.isEmpty();
     }
+    discover(address, fields);
     return at;
+}
+
+/// What is missing is told once. If it isn't the last, one of those behind it may be no value of its place.
+void ControlFileValues::discover(const QString& address, Fields fields)
+{
+    const bool isShort = reads_.back().word.isEmpty();
+    const int end = lines_.lineEnd();
+    bool isMissingTold = false;
+    for (int i = 0; i < fields.count; ++i) {
+        Read& read = reads_[std::size_t(i)];
+        if (!read.fault)
+            continue;
+        const bool isMissing = read.word.isEmpty() || (isShort && isOfLaterField(fields[i].type, read.word));
+        if (isMissing && isMissingTold)
+            continue;
+        isMissingTold = isMissingTold || isMissing;
+        const Rule rule = isMissing ? Rule::MissingValue : read.fault->rule;
+        if (!listener_.onlyCounts(rule)) {
+            read.discovery = found(rule, fieldAddress(address, fields[i]),
+                                   isMissing ? Range {end, end} : read.word, {read.fault->readAs});
+        }
+    }
+}
+
+/// Whether a word that is no whole number is another number: integers come before those.
+bool ControlFileValues::isOfLaterField(Item::Type type, Range word)
+{
+    double value = 0;
+    return type != Type::Number && !faultOf(Type::Number, word, value);
 }
 
 /// Reads what has been judged as a load reads it, which may go on in the next lines, or stay at a word.
@@ -216,6 +241,7 @@ void ControlFileValues::readJudged(Fields fields)
     Discovery* first = nullptr;
     QString left;
     bool isLeft = false;
+    bool hasShifted = false; // the word of another field stands where the first one is missing
     for (int i = 0; i < fields.count; ++i) {
         Read& read = reads_[std::size_t(i)];
         const bool isHere = lines_.begin() == line;
@@ -223,22 +249,27 @@ void ControlFileValues::readJudged(Fields fields)
         values_.push_back(value);
         if (read.item)
             read.item->value = variantOf(fields[i].type, value);
-        if (first != nullptr && !read.word.isEmpty()) {
+        if (first != nullptr && (!read.word.isEmpty() || hasShifted)) {
             isLeft = isLeft || !isSame(value, read.alone);
             left += (left.isEmpty() ? QLatin1String() : QLatin1String(", ")) + QString::number(value);
         }
         if (!read.discovery)
             continue;
-        if (read.word.isEmpty() && value != 0) {
+        const bool isMissing = read.discovery->rule == Rule::MissingValue;
+        if (isMissing && value != 0) {
             read.discovery->rule = Rule::MissingValueTaken;
             read.discovery->details = QStringList(QString::number(value));
         }
         if (read.word.isEmpty() && isHere && lines_.begin() != line && lines_.hasLine())
             read.discovery->consequence = takenInstead(lines_.text(lines_.restFrom(0)));
-        if (first == nullptr)
+        if (first == nullptr) {
             first = &*read.discovery;
+            hasShifted = isMissing && !read.word.isEmpty();
+        }
     }
-    if (isLeft) {
+    if (hasShifted) {
+        first->consequence = translated("those behind it are read as") + QLatin1Char(' ') + left;
+    } else if (isLeft) {
         first->consequence =
             translated("what is left of it is read for the values behind it:") + QLatin1Char(' ') + left;
     }

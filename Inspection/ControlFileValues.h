@@ -80,6 +80,7 @@ private:
     struct Read {
         Range word;
         double alone = 0; ///< what the word says by itself
+        std::optional<WordFault> fault = {};
         std::optional<Item> item = {};
         std::optional<Discovery> discovery = {};
     };
@@ -88,6 +89,8 @@ private:
     void variable(const QString& address, Range word);
     bool readBroken(const QString& address, Fields fields, int at);
     int judge(const QString& address, Fields fields, int at);
+    void discover(const QString& address, Fields fields);
+    bool isOfLaterField(Item::Type type, Range word);
     void readJudged(Fields fields);
     void readShifted(const QString& address, Fields fields);
     void missingAtEnd(const QString& address, Fields fields, int field);

@@ -1341,6 +1341,10 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
+        <source>those behind it are read as</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <source>what a load doesn&apos;t find is read as 0</source>
         <translation type="unfinished"></translation>
     </message>

@@ -1341,6 +1341,10 @@
         <translation>das Laden wirft eine Ausnahme</translation>
     </message>
     <message>
+        <source>those behind it are read as</source>
+        <translation>die dahinter werden gelesen als</translation>
+    </message>
+    <message>
         <source>what a load doesn&apos;t find is read as 0</source>
         <translation>was das Laden nicht findet, wird als 0 gelesen</translation>
     </message>

@@ -19,6 +19,7 @@
 QT_TRANSLATE_NOOP("Nereo::Inspection", "did you mean \"%1\"?")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "so are those behind it")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "a load takes the next line for it, and so on for those below")
+QT_TRANSLATE_NOOP("Nereo::Inspection", "those behind it are read as")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "what is left of it is read for the values behind it:")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "a load takes the next line for it:")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "the version is read as %1")
