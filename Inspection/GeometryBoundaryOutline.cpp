@@ -2,6 +2,7 @@
 #include "NumberFault.h"
 #include "SeenNames.h"
 #include "TextFile.h"
+#include "VariableNames.h"
 #include "VersionFault.h"
 #include "Walker.h"
 
@@ -181,20 +182,6 @@ QStringList sectionNames()
     QStringList names;
     for (const GbiSection& section : Io::gbiSections)
         names.append(QLatin1String(section.name));
-    return names;
-}
-
-/// The names of all that a condition may set.
-QStringList variableNames()
-{
-    QStringList names;
-    const Io::CodeNameTable& table = Io::CodeNameTable::instance();
-    for (int code = 1; code < Io::kNone; ++code) {
-        names.append(table.nameForCode(code, false));
-        const QString flag = table.nameForCode(code, true);
-        if (flag != names.last())
-            names.append(flag);
-    }
     return names;
 }
 
@@ -729,8 +716,7 @@ private:
         if (listener_.wantsItems())
             tellText(address("name"), word);
         if (!isKnown) {
-            static const QStringList names = variableNames();
-            report(Rule::UnknownCondition, address("name"), word, {}, &names);
+            report(Rule::UnknownCondition, address("name"), word, {}, &variableAndFlagNames());
         }
         return true;
     }

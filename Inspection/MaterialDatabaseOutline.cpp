@@ -3,6 +3,7 @@
 #include "MaterialNames.h"
 #include "NodeFlagName.h"
 #include "NumberFault.h"
+#include "VariableNames.h"
 #include "VersionFault.h"
 #include "Walker.h"
 #include "XmlFile.h"
@@ -79,15 +80,6 @@ const QStringList& variationTypeNames()
     static const QStringList names {
 #define VARIATION_TYPE(object, name, displayName, code, alias) QStringLiteral(name),
 #include <NereoFileIO/VariationType.def>
-    };
-    return names;
-}
-
-const QStringList& variableNames()
-{
-    static const QStringList names {
-#define FIELD_VARIABLE(name, code) QStringLiteral(#name),
-#include <NereoFileIO/FieldVariable.def>
     };
     return names;
 }
@@ -374,7 +366,7 @@ private:
         const int code = table.codeForName(name);
         if (code == Io::kNone) {
             reportText(Rule::UnknownIndependentVariable, reading, &variableNames());
-        } else if (isNodeFlag(name)) {
+        } else if (nodeFlagNames().contains(name)) {
             if (!listener_.onlyCounts(Rule::NodeFlagAsVariable))
                 listener_.finding({Rule::NodeFlagAsVariable,
                                    xml_.place(reading.text),

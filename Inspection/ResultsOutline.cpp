@@ -1,10 +1,10 @@
 #include "ResultsRecords.h"
+#include "VariableNames.h"
 #include "Walker.h"
 
 #include <FileIO/FieldMemory.h>
 #include <FileIO/ResultsFileHeaderReader.h>
 #include <FileIO/ResultsFileWalk.h>
-#include <NereoFileIO/CodeNameTable.h>
 #include <NereoFileIO/FieldVariable.h>
 
 #include <QCoreApplication>
@@ -131,22 +131,6 @@ BadBytes firstBadBytes(const QByteArray& text)
     if (begin == text.size())
         return {};
     return {begin, text.size() - begin, true};
-}
-
-/// All names that a field may have.
-const QStringList& fieldNames()
-{
-    static const QStringList names = [] {
-        QStringList all;
-        const Io::CodeNameTable& table = Io::CodeNameTable::instance();
-        for (int code = 1; code < Io::kNone; ++code) {
-            for (const bool isFlag : {false, true})
-                all.append(table.nameForCode(code, isFlag));
-        }
-        all.removeDuplicates();
-        return all;
-    }();
-    return names;
 }
 
 /// Whether a name may be one, rather than bytes of something else.
@@ -287,7 +271,7 @@ private:
             return;
         Discovery discovery {rule, at(offset), addressOf(name), name.text};
         if (rule == Rule::UnknownField)
-            discovery.knownNames = &fieldNames();
+            discovery.knownNames = &variableAndFlagNames();
         report(discovery);
     }
 

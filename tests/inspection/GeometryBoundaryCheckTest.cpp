@@ -242,6 +242,8 @@ TEST(GeometryBoundaryCheckTest, FindsWhatIsWrongWithConditions)
               "did you mean \"kP\"?"),
         error(with("kSlipNode", "[[kSlipNod]]"), "unknown-variable", "conditions/2/name",
               "did you mean \"kSlipNode\"?"),
+        error(with("12 kP 2.5", "12 [[kvolumerate]] 2.5"), "unknown-variable", "conditions/1/name",
+              "did you mean \"kVolumeRate\"?"),
         error(with("12 kP 2.5", "12 [[" + std::string(100, 'k') + "]] 2.5"), "unknown-variable",
               "conditions/1/name"),
         error(with("12 kP 2.5", "12 [[]] 2.5"), "missing-value", "conditions/1/name"),

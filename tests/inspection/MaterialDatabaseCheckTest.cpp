@@ -173,6 +173,9 @@ TEST(MaterialDatabaseCheckTest, FindsNamesThatNoTableHas)
     expectIgnored(inDensity("<variation_type>piecewise_linear</variation_type>"
                             "<independent_variable>[[kt]]</independent_variable>"),
                   "unknown-variable", "Water/density/independent_variable", "did you mean \"kT\"?");
+    expectIgnored(inDensity("<variation_type>piecewise_linear</variation_type>"
+                            "<independent_variable>[[kkxx]]</independent_variable>"),
+                  "unknown-variable", "Water/density/independent_variable", "did you mean \"kKXX\"?");
     expectIgnored(inDensity("<independent_variable>[[]]</independent_variable>"
                             "<variation_type>piecewise_linear</variation_type>"),
                   "unknown-variable", "Water/density/independent_variable", "kNone");

@@ -281,6 +281,12 @@ TEST(ResultsCheckTest, FindsWhatIsWrongWithNames)
         {"nearly known",
          [](Order order) { return start(order, 0, {"kKXx"}).bytes(); },
          {{"unknown-field", warning, Effect::Ignored, 350, "kKXx", "kKXx", "did you mean \"kKXX\"?"}}                                                                 },
+        {"nearly a name that is never written",
+         [](Order order) {
+             return start(order, 0, {"kVolumRate", "kCondd"}).bytes();
+         },                                                                              {{"unknown-field", warning, Effect::Ignored, 350, "kVolumRate", "kVolumRate",
+           "did you mean \"kVolumeRate\"?"},
+          {"unknown-field", warning, Effect::Ignored, 371, "kCondd", "kCondd", "did you mean \"kCond\"?"}}                                                 },
         {"no variable",
          [](Order order) { return start(order, 0, {"kNone"}).bytes(); },
          {{"unknown-field", warning, Effect::Ignored, 350, "kNone", "kNone"}}                                                                                         },
