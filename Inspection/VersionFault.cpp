@@ -24,8 +24,11 @@ bool isInteger(const QString& text)
 
 bool isVersion(const QString& text)
 {
-    const QStringList numbers = text.trimmed().split(QLatin1Char('.'));
-    return numbers.size() == versionNumbers && std::all_of(numbers.begin(), numbers.end(), isInteger);
+    const QLatin1Char dot('.');
+    if (text.count(dot) != versionNumbers - 1) // which spares a long one the list
+        return false;
+    const QStringList numbers = text.trimmed().split(dot);
+    return std::all_of(numbers.begin(), numbers.end(), isInteger);
 }
 
 bool checkVersion(const QString& text, bool isEmptyIgnored, const Place& place, const QString& address,

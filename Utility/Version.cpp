@@ -1,8 +1,6 @@
 #include <NereoUtility/Version.h>
 
-#include <QStringList>
-
-#include <algorithm>
+#include <QString>
 
 namespace Nereo::Util {
 
@@ -15,10 +13,15 @@ QString Version::Branch()
 
 Version::Version(const QString& text)
 {
-    const QStringList numbers = text.trimmed().split(QLatin1Char('.'));
-    const int count = std::min(numbers.size(), int(numbers_.size()));
-    std::transform(numbers.begin(), numbers.begin() + count, numbers_.begin(),
-                   [](const QString& number) { return number.toInt(); });
+    const QString trimmed = text.trimmed();
+    int begin = 0;
+    for (int& number : numbers_) {
+        const int dot = trimmed.indexOf(QLatin1Char('.'), begin);
+        number = trimmed.midRef(begin, dot < 0 ? -1 : dot - begin).toInt();
+        if (dot < 0)
+            return;
+        begin = dot + 1;
+    }
 }
 
 QString Version::toString() const

@@ -34,6 +34,10 @@ TEST(Version, IsReadFromAnyText)
         {"2023.1beta.5.6",    {2023, 0, 5, 6}},
         {"2023..5",           {2023, 0, 5, 0}},
         {".1",                {0, 1, 0, 0}   },
+        {"1.2.3.",            {1, 2, 3, 0}   },
+        {".",                 {0, 0, 0, 0}   },
+        {"....",              {0, 0, 0, 0}   },
+        {"1 . +2 .\t3.-4",    {1, 2, 3, -4}  }, // a number may have blanks and a sign
         {"1.2.3.4.5",         {1, 2, 3, 4}   }, // and what follows the fourth is dropped
         {"0x10.010.1e3.99",   {0, 10, 0, 99} }, // decimal numbers only
         {"99999999999.1.2.3", {0, 1, 2, 3}   }, // past 32 bits
