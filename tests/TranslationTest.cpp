@@ -271,6 +271,7 @@ Texts allTexts()
         "a load takes the next line for it, and so on for those below",
         "a load takes the next line for it:",
         "so are those behind it",
+        "those behind it are read as",
         "the version is read as %1",
         "what is left of it is read for the values behind it:",
         "a load leaves out bytes 0D of characters, the first in line %1",
