@@ -196,6 +196,14 @@ TEST(CaseCheckTest, ReadsTheVersionInTheFirstLineOfAControlFile)
     EXPECT_EQ(files.differences(),
               "b.ctl:1:1: warning: the version is 2023.1.0.0 in b.ctl, but 2024.0.0.0 in a.gbi "
               "[version-differs] header/1\n");
+
+    for (const char* start : {"", "NEREO Ver 2024.0.0.0"}) { // the last version counts
+        control.setHeaderLine1(start + std::string(" Ver 2023.1.0.0"));
+        Case others;
+        others.save("a.gbi", geometry("", {2024, 0, 0, 0}));
+        others.save("b.ctl", control);
+        EXPECT_EQ(others.differences(), files.differences()) << start;
+    }
 }
 
 TEST(CaseCheckTest, ComparesTheTransientData)
@@ -434,6 +442,18 @@ TEST(CaseCheckTest, ComparesNothingThatIsWrongAnyway)
     ASSERT_EQ(checked.size(), 4U);
     EXPECT_EQ(checked[0].findings.front().code, "bad-version");
     EXPECT_EQ(checked[2].findings.front().code, "unknown-kind");
+}
+
+TEST(CaseCheckTest, HasTheFindingsOfACaseInTheirPlaces)
+{
+    Case files;
+    files.save("b.gbi", geometry("channel"));
+    files.add("a.cfg", "MaxIter x\nJobPrefix cavity\nWidth y\n");
+    const std::vector<CheckedFile> checked = files.check();
+    std::string codes;
+    for (const Finding& finding : checked.back().findings)
+        codes += std::to_string(finding.place.line) + ' ' + finding.code.toStdString() + '\n';
+    EXPECT_EQ(codes, "1 not-an-integer\n2 job-differs\n3 not-an-integer\n");
 }
 
 TEST(CaseCheckTest, SaysWhichFileIsNotThere)
