@@ -628,9 +628,8 @@ private:
     void readId(QStringView id)
     {
         readInteger(id, "id");
-        bool isRead = false;
-        const int number = id.size() > longestName ? 0 : id.toString().toInt(&isRead);
-        if (isRead && number != 0 && ids_.add(QString::number(number)) > 0)
+        const int number = id.size() > longestName ? 0 : id.toString().toInt();
+        if (number != 0 && ids_.add(QString::number(number)) > 0)
             report(Rule::RepeatedId, address("id"), id);
     }
 

@@ -104,8 +104,7 @@ void InputFile::copy(QFile& pipe)
     for (qint64 count; isOpen_ && (count = pipe.read(block.data(), blockSize)) > 0;)
         isOpen_ = copy_->write(block.data(), count) == count;
     isOpen_ = isOpen_ && copy_->flush();
-    if (!isOpen_)
-        error_ = copy_->errorString();
+    error_ = copy_->errorString(); // which nobody asks for where there is none
     name_ = copy_->fileName();
     size_ = copy_->size();
 }
