@@ -49,6 +49,8 @@ Rule unread(Rule rule)
         return Rule::UnreadNotUtf8;
     case Rule::StrayCarriageReturn:
         return Rule::UnreadCarriageReturn;
+    case Rule::Nul:
+        return Rule::UnreadNul;
     default:
         return unreadNumber(rule);
     }

@@ -1348,5 +1348,9 @@
         <source>what a load doesn&apos;t find is read as 0</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>a NUL in the text</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -1348,5 +1348,9 @@
         <source>what a load doesn&apos;t find is read as 0</source>
         <translation>was das Laden nicht findet, wird als 0 gelesen</translation>
     </message>
+    <message>
+        <source>a NUL in the text</source>
+        <translation>ein NUL im Text</translation>
+    </message>
 </context>
 </TS>

@@ -298,6 +298,8 @@ TEST(GeometryBoundaryCheckTest, FindsBadCharacters)
     };
     for (const auto& [bytes, lines] : cases)
         EXPECT_EQ(foundIn(bytes), lines) << bytes;
+    const CheckedFile checked = checkedBytes("job.gbi", with("cavity", "\0"s), FileKind::GeometryBoundary);
+    EXPECT_EQ(checked.findings.at(0).message, "a NUL in the text"); // which nobody reads
 }
 
 TEST(GeometryBoundaryCheckTest, FindsAllFaultsInOnePass)
