@@ -211,7 +211,8 @@ QStringList namesOf(const List& list)
 class ControlFileWalk {
 public:
     ControlFileWalk(const InputFile& file, Listener& listener)
-        : lines_(file, listener), listener_(listener), values_(lines_, listener),
+        : lines_(file, listener), listener_(listener),
+          values_(lines_, listener, [this] { return lostTitle(); }),
           mostRepeated_(listener.wantsItems() ? std::numeric_limits<std::size_t>::max()
                                               : std::size_t(FindingListener::mostOfACode)),
           unknownSections_(mostRepeated_), materials_(lines_, values_, mostRepeated_)
@@ -279,7 +280,7 @@ private:
     void readFirstTitle();
     void readSection();
     void readUnknownSection(QStringView spelling, const QString& name);
-    std::optional<Discovery> lostTitle();
+    std::optional<Discovery> lostTitle(); // and notes whose it is
     void reportLostTitle();
     void skipLines();
 
@@ -380,6 +381,7 @@ void ControlFileWalk::readFirstTitle()
 
     Discovery discovery {Rule::MissingTitle, lines_.place(0), {}, excerpt(lines_.text())};
     lines_.cover({0, lines_.lineEnd()});
+    lostTitle(); // whose section isn't missing besides
     bool isIgnored = !lines_.text().trimmed().isEmpty();
     for (lines_.readLine(); lines_.hasLine(); lines_.nextLine())
         isIgnored = isIgnored || !lines_.isBlank();
@@ -504,7 +506,10 @@ void ControlFileWalk::readList(const List& list, FieldsOfCode fieldsOfCode)
     std::array<QString, ControlFile::ConstantCount + 1> addresses;
     while (lines_.hasLine()) {
         const Range name = lines_.wordFrom(0);
-        if (name.isEmpty()) {
+        const bool isTold = isBehindLostTitle_ && !listener_.wantsItems();
+        if (name.isEmpty() || isTold) {
+            if (isTold)
+                lines_.cover(lines_.restFrom(0));
             lines_.nextLine();
             lines_.reportCharacters();
             continue;
@@ -546,7 +551,7 @@ void ControlFileWalk::unknownVariable(const List& list, Range name)
 {
     std::optional<Discovery> discovery;
     QStringList names;
-    if (!isBehindLostTitle_) // where no name is one of this section
+    if (!isBehindLostTitle_)
         discovery = lostTitle();
     if (!isBehindLostTitle_ && !listener_.onlyCounts(Rule::UnknownVariable)) {
         const QStringView word = lines_.text(name);
@@ -689,7 +694,8 @@ void ControlFileWalk::readFlag(SeenNames& names)
     values_.byteOrderMark(address, name);
     values_.text(address, value);
     lines_.addPart({name.begin, value.end}, address);
-    values_.trailingText(address, value.end);
+    if (!lostTitle()) // which counts as a flag, and is told of with their number
+        values_.trailingText(address, value.end);
 }
 
 void ControlFileWalk::readMaterials(const Section& section)

@@ -59,6 +59,7 @@ void ControlFileValues::readSection(const QString& address, Fields fields)
 {
     values_.clear();
     blank_.reset();
+    isNameMissing_ = false;
     for (int i = 0, end; i < fields.count; i = end) {
         for (; lines_.hasLine() && lines_.isBlank(); lines_.nextLine()) {
             if (!blank_) {
@@ -159,7 +160,14 @@ void ControlFileValues::variable(const QString& address, Range word)
         || name == Io::CodeNameTable::instance().nameForCode(Io::kNone, false);
     if (isKnown)
         return lines_.addPart(word, address);
-    finding(Rule::UnknownVariableKept, address, word);
+    // A number at the end of the line is the one that belongs behind the name.
+    isNameMissing_ = isOfLaterField(Type::Text, word) && lines_.wordFrom(word.end).isEmpty();
+    if (isNameMissing_) {
+        const Range end {lines_.lineEnd(), lines_.lineEnd()};
+        listener_.finding(found(Rule::MissingValueTaken, address, end, {name}));
+    } else {
+        finding(Rule::UnknownVariableKept, address, word);
+    }
     lines_.cover(word);
 }
 
@@ -210,7 +218,7 @@ void ControlFileValues::discover(const QString& address, Fields fields)
 {
     const bool isShort = reads_.back().word.isEmpty();
     const int end = lines_.lineEnd();
-    bool isMissingTold = false;
+    bool isMissingTold = isNameMissing_;
     for (int i = 0; i < fields.count; ++i) {
         Read& read = reads_[std::size_t(i)];
         if (!read.fault)
@@ -227,7 +235,7 @@ void ControlFileValues::discover(const QString& address, Fields fields)
     }
 }
 
-/// Whether a word that is no whole number is another number: integers come before those.
+/// Whether a word that isn't of its field's type is a number: those come last.
 bool ControlFileValues::isOfLaterField(Item::Type type, Range word)
 {
     double value = 0;
@@ -348,7 +356,10 @@ void ControlFileValues::trailingLines(const QString& address)
         if (!isTold && !lines_.isBlank()) {
             const Range rest = lines_.restFrom(0);
             lines_.cover(rest);
-            finding(Rule::TrailingLines, address, rest);
+            if (const std::optional<Discovery> title = lostTitle_())
+                listener_.finding(*title);
+            else
+                finding(Rule::TrailingLines, address, rest);
             isTold = true;
         }
         lines_.reportCharacters();

@@ -3,7 +3,9 @@
 #include "ControlFileLines.h"
 #include "Listener.h"
 
+#include <functional>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace Nereo::Inspection {
@@ -35,8 +37,12 @@ struct Fields {
 /// its end.
 class ControlFileValues {
 public:
-    ControlFileValues(ControlFileLines& lines, Listener& listener)
-        : lines_(lines), listener_(listener), wantsItems_(listener.wantsItems())
+    /// What there is to say of the line if it was meant for a title.
+    using LostTitle = std::function<std::optional<Discovery>()>;
+
+    ControlFileValues(ControlFileLines& lines, Listener& listener, LostTitle lostTitle)
+        : lines_(lines), listener_(listener), lostTitle_(std::move(lostTitle)),
+          wantsItems_(listener.wantsItems())
     {
     }
 
@@ -101,11 +107,13 @@ private:
 
     ControlFileLines& lines_;
     Listener& listener_;
+    const LostTitle lostTitle_;
     const bool wantsItems_;
     std::vector<Read> reads_;    ///< of the line that is read
     std::vector<double> values_; ///< as a load has read them, of the section
     std::optional<Place> blank_; ///< the first line that it has skipped
     int fieldAtBlank_ = 0;
+    bool isNameMissing_ = false; ///< of the variable in the line
 };
 
 /// The address of a field of a line or section.

@@ -287,6 +287,8 @@ TEST(ControlFileCheckTest, FindsFaultsInSectionsOfLines)
              "transient-data/stop-time"),
         Case("Sequential Solver Iterations", solver + "100\n10\n0\n[[kFoo]] 1e-05\n", "unknown-variable",
              Warning, Effect::None, "sequential-solver/variable"),
+        Case("Sequential Solver Iterations", solver + "100\n10\n0\n1e-05 [[]]\n", "missing-value", Error,
+             Effect::None, "sequential-solver/variable", "1e-05 is read for it"),
         Case("Sequential Solver Iterations", solver + "100\n10\n0\nkP[[]]\n", "missing-value", Error,
              Effect::Zero, "sequential-solver/tolerance"),
         Case("Sequential Solver Iterations", solver + "100\n10\n0\nkP 1 [[2]]\n", "trailing-text", Warning,
@@ -660,16 +662,45 @@ TEST(ControlFileCheckTest, FindsTitlesThatALoadTakesForLinesOfTheSectionBefore)
         Case("Relaxation", " *** Relaxation\nkU 1 0\n[[***Constants]]\nkPRef 5\nkRhoRef 1\n",
              "unknown-section", Warning, Effect::Ignored, "constants",
              "a load takes the next line for it: \"kPRef 5\""),
+        Case("Relaxation", " *** Relaxation\nkU 1 0\n[[*** Solution Control]]\nkU 15 5 1 1\n",
+             "unknown-section", Warning, Effect::Ignored, "solution-control", message),
+        Case("Units", " *** Units\n0\n\n[[***Property Settings]]\n", "unknown-section", Warning,
+             Effect::Ignored, "property-settings", message),
     };
     for (const Case& row : cases)
         expectFinding(row);
+}
 
-    // Nobody has to be told that the section is missing, too.
+/// Nobody has to be told besides that the section is missing.
+TEST(ControlFileCheckTest, FindsNoSectionMissingWhoseTitleIsLost)
+{
+    struct Row {
+        const char* section; ///< that has the title as a line
+        std::string text;
+        const char* lost;
+        const char* code;
+        const char* address;
+    };
+    const Row rows[] = {
+        {"Solar Heating", " *** Solar Heating\n[[***Constants]]\nkPRef 5\n",   "Constants",          "unknown-section",
+         "constants"         },
+        {"Title",         " *** Title\na\n[[*** Equation Selection]]\n1\n",    "Equation Selection", "unknown-section",
+         "equation-selection"},
+        {"Flag section",  " *** Flag section\n[[0]]\n*** Monitor Points\n0\n", "Monitor Points",     "flag-count",
+         "flags"             },
+    };
+    for (const auto& [section, text, lost, code, address] : rows) {
+        Sections sections;
+        sections.section(lost) = "";
+        sections.section(section) = text;
+        const bool isCount = std::strcmp(code, "flag-count") == 0;
+        expectOnly(Case(section, text, code, isCount ? Error : Warning,
+                        isCount ? Effect::Stops : Effect::Ignored, address, "", isCount ? "2" : nullptr),
+                   Marked(sections.text()));
+    }
     Sections sections;
-    sections.section("Constants") = "";
-    sections.section("Solar Heating") = " *** Solar Heating\n[[***Constants]]\nkPRef 5\n";
-    expectOnly(Case("", "", "unknown-section", Warning, Effect::Ignored, "constants"),
-               Marked(sections.text()));
+    sections.section("Title") = "[[***Title]]\nCavity\n";
+    expectOnly(Case("Title", "", "missing-title", Error, Effect::Ignored), Marked(sections.text()));
 }
 
 TEST(ControlFileCheckTest, FindsWhatIsMissingAtTheEndOfTheFile)
