@@ -259,6 +259,26 @@ TEST(ResultsComparisonTest, KnowsAFieldByAnyOfItsNames)
 {
     EXPECT_EQ(compared(started(1, {"kCond"}).record(1, {1}), started(1, {"kKXX"}).record(1, {2})),
               "kCond: 1 value differs by 1 (node 1: 1 -> 2), 100% of the peak, rms 1\n");
+    // One that is named like a code is another one.
+    EXPECT_EQ(compared(started(1, {"kU", " 1", "1", "/1"}).record(1, {1, 2, 3, 4}),
+                       started(1, {"/1", "1", " 1", "kU"}).record(1, {4, 3, 2, 1})),
+              "");
+}
+
+TEST(ResultsComparisonTest, ListsSoManyFieldsThatNobodyKnows)
+{
+    constexpr int most = Io::ResultsFileHeader::mostFieldsListed;
+    ResultsBytes bytes;
+    bytes.header(1).run().integer(most + 3);
+    for (int i = 0; i <= most; ++i)
+        bytes.text("f" + std::to_string(i), 21);
+    bytes.text("kU", 21).text("other", 21).integer(0);
+    const TemporaryFolder folder;
+    const FieldList list(InputFile(folder.write("file.res", QByteArray(bytes).toStdString())));
+    ASSERT_EQ(list.fields.size(), std::size_t(most) + 1);
+    EXPECT_EQ(list.fields[most - 1].address, QString("f%1").arg(most - 1));
+    EXPECT_EQ(list.fields[most].address, "kU"); // known fields are listed wherever they stand
+    EXPECT_EQ(list.fields[most].column, most + 1);
 }
 
 TEST(ResultsComparisonTest, ComparesChosenFields)
@@ -282,6 +302,13 @@ TEST(ResultsComparisonTest, ComparesChosenFields)
     const Comparison comparison = comparedBytes(a, b, options);
     EXPECT_EQ(comparison.outcome, Outcome::NoSuchField);
     EXPECT_EQ(comparison.message, "neither file has a field \"kW\"");
+    EXPECT_EQ(comparison.file, "");
+    options.fields = {"Unheard"};
+    EXPECT_EQ(comparedBytes(a, b, options).message, "neither file has a field \"Unheard\"");
+    options.fields = {"kKXX"};
+    EXPECT_EQ(compared(started(1, {"kU", "kCond"}).record(1, {1, 2}),
+                       started(1, {"kU", "kCond"}).record(1, {2, 3}), options),
+              "kCond: 1 value differs by 1 (node 1: 2 -> 3), 50% of the peak, rms 1\n");
 }
 
 TEST(ResultsComparisonTest, TellsOfNodesInOneFileOnly)
@@ -611,7 +638,14 @@ TEST(ResultsComparisonTest, KeepsTheLimitOfMemory)
     options.memoryLimit = 1;
     Comparison comparison = comparedBytes(a, b, options);
     EXPECT_EQ(comparison.outcome, Outcome::OverLimit);
-    EXPECT_TRUE(comparison.message.contains("may take 1")) << comparison.message.toStdString();
+    const QString needed = comparison.message.section(' ', 3, 3);
+    EXPECT_EQ(comparison.message, "the comparison needs " + needed + " bytes of memory, and may take 1");
+    EXPECT_EQ(comparison.file, "");
+    EXPECT_LT(needed.toInt(), 300'000);
+    options.memoryLimit = needed.toInt() - 1;
+    EXPECT_EQ(comparedBytes(a, b, options).outcome, Outcome::OverLimit);
+    options.memoryLimit = needed.toInt();
+    EXPECT_EQ(comparedBytes(a, b, options).outcome, Outcome::Compared);
     for (const qint64 limit : {300'000, 400'000, 1'000'000, 100'000'000}) {
         options.memoryLimit = limit;
         for (const bool byPeak : {false, true}) {
