@@ -65,6 +65,8 @@ TEST(ComparisonTest, ComparesConfigurationsInText)
         {"one that it lacks",   "Width 1\n",                 "MaxIter 5\nMaxIter 6\nWidth 1\n", "+ MaxIter: 6\n"            },
         {"blanks of a text",    "JobPrefix a  b\n",          "JobPrefix a b\n",                 ""                          },
         {"a text",              "JobPrefix \xC3\xA4\n",      "JobPrefix b\n",                   "JobPrefix: \xC3\xA4 -> b\n"},
+        {"ASCII behind it",     "ExePath \xC3\xA4z\n",       "ExePath y\n",                     "ExePath: \xC3\xA4z -> y\n" },
+        {"a control character", "JobPrefix \xC2\x80\n",      "JobPrefix b\n",                   "JobPrefix: \\u0080 -> b\n" },
         {"minus zero",          "StopTime -0\n",             "StopTime 0\n",                    ""                          },
         {"unlike numbers",      "StopTime inf\nWidth 1\n",   "StopTime nan\nWidth 1\n",         "StopTime: inf -> nan\n"    },
         {"like ones",           "StopTime nan\nWidth 1\n",   "StopTime NaN\nWidth 1\n",         ""                          },
@@ -332,6 +334,9 @@ TEST(ComparisonTest, AllowsWholeNumbersNone)
     options.absolute = options.relative = options.peak = 1e9;
     EXPECT_EQ(compared("file.cfg", "MaxIter 5\nWidth 1\n", "file.cfg", "MaxIter 6\nWidth 1\n", options),
               "MaxIter: 5 -> 6\n");
+    const std::string section = "NEREO Ver 1\n\n *** Auto Convergence Control\n";
+    EXPECT_EQ(compared("file.ctl", section + "0 1\n0.5\n", "file.ctl", section + "1 1\n0.75\n", options),
+              "auto-convergence/on: 0 -> 1\n"); // a switch
 }
 
 TEST(ComparisonTest, SaysWhyFilesAreNotCompared)
