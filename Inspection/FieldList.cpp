@@ -48,8 +48,7 @@ public:
         int code = codeOf(item.spelling);
         if (code != Io::kNone && met_.test(std::size_t(code)))
             code = Io::kNone; // a repetition
-        if (code != Io::kNone)
-            met_.set(std::size_t(code));
+        met_.set(std::size_t(code));
         const bool isListed = fields_.size() < std::size_t(Io::ResultsFileHeader::mostFieldsListed);
         if (code != Io::kNone || isListed)
             fields_.push_back({item.address, code, column});

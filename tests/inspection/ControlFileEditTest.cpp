@@ -57,6 +57,7 @@ TEST(ControlFileEditTest, ChangesTheBytesOfTheValueOnly)
     expectSet(" *** Flag section\n1\nx\n", "flags/x", "6", " *** Flag section\n1\nx 6\n");
     expectSet(" *** Flag section\n1\nx \n", "flags/x", "6", " *** Flag section\n1\nx 6\n");
     expectSet(" *** Flag section\n1\nx 5\n", "flags/x", "", " *** Flag section\n1\nx \n");
+    expectSet(" *** Flag section\n1\nx\n", "flags/x", "", " *** Flag section\n1\nx\n");
     expectSet(" *** Flag section\n2\nx 5\nx 6\n", "flags/x", "7", " *** Flag section\n2\nx 7\nx 6\n");
     expectSet(" *** Flag section\n2\nx 5\nx 6\n", "flags/x#2", "7", " *** Flag section\n2\nx 5\nx 7\n");
     expectSet(" *** Flag section\n3\nx#2 5\n", "flags/x%232", "7",
@@ -82,6 +83,7 @@ TEST(ControlFileEditTest, TakesTheTitleAsItIs)
     EXPECT_EQ(edited(control, "1\n2\n *** Title\nCavity\n", setTo("title", "a\nb")), "refused: CannotCarry");
     EXPECT_EQ(edited(control, "1\n2\n *** Title\nCavity\n", setTo("header/2", "3")),
               "1\n3\n *** Title\nCavity\n");
+    expectEdited(control, "1\n2\n *** Title\nCavity\n", setTo("header/1", "3"), "3\n2\n *** Title\nCavity\n");
 }
 
 TEST(ControlFileEditTest, AddsAConstantAtTheEndOfTheList)
