@@ -258,10 +258,11 @@ TEST(ConfigurationXmlEditTest, KeepsTheEncoding)
         const char* declared;
         const char* written; ///< for German, Polish, Czech (a load would lose a byte in UTF-16), a face
     } cases[] = {
-        {"UTF-16LE",   "UTF-16",     "\xC3\xA4\xC5\x82&#269;\xF0\x9F\x98\x80"},
-        {"UTF-16BE",   "UTF-16",     "\xC3\xA4\xC5\x82&#269;\xF0\x9F\x98\x80"},
-        {"ISO-8859-1", "ISO-8859-1", "\xC3\xA4&#322;&#269;&#128512;"         },
-        {"ISO-8859-2", "ISO-8859-2", "\xC3\xA4\xC5\x82\xC4\x8D&#128512;"     },
+        {"UTF-8",      "UTF-8",      "\xC3\xA4\xC5\x82\xC4\x8D\xF0\x9F\x98\x80"},
+        {"UTF-16LE",   "UTF-16",     "\xC3\xA4\xC5\x82&#269;\xF0\x9F\x98\x80"  },
+        {"UTF-16BE",   "UTF-16",     "\xC3\xA4\xC5\x82&#269;\xF0\x9F\x98\x80"  },
+        {"ISO-8859-1", "ISO-8859-1", "\xC3\xA4&#322;&#269;&#128512;"           },
+        {"ISO-8859-2", "ISO-8859-2", "\xC3\xA4\xC5\x82\xC4\x8D&#128512;"       },
     };
     for (const auto& [codec, declared, written] : cases) {
         const auto encoded = [codec = codec](const QString& text) {
