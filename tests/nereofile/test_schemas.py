@@ -59,6 +59,8 @@ WRONG = [
     ("repeated-element", PROPERTY.format("<independent_variable>kT</independent_variable>" * 2)),
     ("repeated-element", PROPERTY.format("<point><x>1</x><x>1</x><y>1</y></point>")),
     ("missing-coordinate", PROPERTY.format("<point><y>1</y></point>")),
+    ("stray-character", CONFIGURATION.format("<JobPrefix>cavity&#13;</JobPrefix>")),
+    ("stray-character", MATERIAL.format("<name>&#xD;Air</name>")),
     ("unknown-element", PROPERTY.format("<points/>")),
     ("unknown-element", MATERIAL.replace("material ", "Material ").replace("/material>", "/Material>").format("")),
     ("unknown-variation", PROPERTY.format("<variation_type> constant</variation_type>")),
@@ -70,6 +72,7 @@ WRONG = [
 RIGHT = [
     CONFIGURATION.format(""),
     CONFIGURATION.replace(' Version="2024.0.0.0"', "").format("<Width>1</Width><AdvScheme>1</AdvScheme><ExePath/>"),
+    CONFIGURATION.format("<JobPrefix>two\r\nlines</JobPrefix><ExePath>\t&#10;</ExePath>"),
     CONFIGURATION.format("<!-- a remark --><MaxIter><!-- a remark -->1</MaxIter>"),
     '<?xml-model href="solver-configuration.xsd"?>' + CONFIGURATION.format(""),
     CONFIGURATION.replace(
@@ -188,8 +191,8 @@ class SchemasTest(CommandTest):
             ("DumpIter", "integer", "-1"),
             ("StopTime", "number", "1e20"),
             ("TimeStepSize", "number", "0.0"),
-            ("AwsRegion", "xs:string", '"us-east-1"'),
-            ("ExePath", "xs:string", '""'),
+            ("AwsRegion", "text", '"us-east-1"'),
+            ("ExePath", "text", '""'),
         ]:
             self.assertRegex(
                 settings,
