@@ -207,6 +207,12 @@ QStringList namesOf(const List& list)
     return names;
 }
 
+/// What a title says; null where the line is none.
+QStringView titleOf(QStringView line)
+{
+    return Io::hasSectionName(line) ? line.mid(titleLength).trimmed() : QStringView();
+}
+
 /// The way through one file.
 class ControlFileWalk {
 public:
@@ -275,7 +281,9 @@ private:
 
     void readHeader();
     void readSecondHeader();
-    void badHeader(const char* address, const QString& consequence = {});
+    bool isSecondHeader(QStringView line) const;
+    Discovery badHeader(const char* address, const QString& consequence = {});
+    void titleAsHeader(const Section& section);
     void checkVersion(int at);
     void readFirstTitle();
     void readSection();
@@ -316,6 +324,8 @@ private:
     qint64 title_ = 0; ///< the number of the first character of the section's name
     int sectionCount_ = 0;
     bool isBehindLostTitle_ = false;
+    std::optional<Discovery> movedUp_; ///< of the second header in the first line
+    bool isHeaderMissing_ = false;
 };
 
 void ControlFileWalk::readHeader()
@@ -326,35 +336,68 @@ void ControlFileWalk::readHeader()
     const QLatin1String mark(Io::versionMark);
     const QStringView line = lines_.text();
     const auto at = line.lastIndexOf(mark);
-    if (at < 0)
-        return badHeader("header/1", translated("the version is read as %1").arg(versionReadFrom(line)));
+    if (at < 0) {
+        Discovery discovery =
+            badHeader("header/1", translated("the version is read as %1").arg(versionReadFrom(line)));
+        if (isSecondHeader(line))
+            movedUp_ = std::move(discovery);
+        else
+            listener_.finding(discovery);
+        return;
+    }
     const QString written = Util::toQString(new_.headerLine1());
     if (!isLike(withoutMark(line.left(at)), QStringView(written).left(written.lastIndexOf(mark))))
-        badHeader("header/1");
+        listener_.finding(badHeader("header/1"));
     checkVersion(int(at) + mark.size());
 }
 
 void ControlFileWalk::readSecondHeader()
 {
-    if (!lines_.readLine())
+    const bool hasLine = lines_.readLine();
+    const Section* const section =
+        hasLine ? sectionOf(simplified(titleOf(lines_.text()), longestName)) : nullptr;
+    if (section != nullptr)
+        titleAsHeader(*section);
+    else if (movedUp_)
+        listener_.finding(*movedUp_);
+    if (!hasLine)
         return;
     values_.text(QStringLiteral("header/2"), {0, lines_.lineEnd()});
-    const QLatin1String branchStart(" (");
-    const QStringView line = lines_.text();
-    const auto at = line.indexOf(branchStart);
-    const QString written = Util::toQString(new_.headerLine2());
-    const bool isWritten = at >= 0 && line.endsWith(QLatin1Char(')'))
-        && isLike(withoutMark(line.left(at)), QStringView(written).left(written.indexOf(branchStart)));
-    if (!isWritten)
-        badHeader("header/2");
+    if (section == nullptr && !isSecondHeader(lines_.text()))
+        listener_.finding(badHeader("header/2"));
     lines_.addPart({0, lines_.lineEnd()}, QStringLiteral("header/2"));
 }
 
-void ControlFileWalk::badHeader(const char* address, const QString& consequence)
+bool ControlFileWalk::isSecondHeader(QStringView line) const
+{
+    const QLatin1String branchStart(" (");
+    const auto at = line.indexOf(branchStart);
+    const QString written = Util::toQString(new_.headerLine2());
+    return at >= 0 && line.endsWith(QLatin1Char(')'))
+        && isLike(withoutMark(line.left(at)), QStringView(written).left(written.indexOf(branchStart)));
+}
+
+Discovery ControlFileWalk::badHeader(const char* address, const QString& consequence)
 {
     Discovery discovery {Rule::BadHeader, lines_.place(0), address, excerpt(lines_.text())};
     discovery.consequence = consequence;
     lines_.cover({0, lines_.lineEnd()});
+    return discovery;
+}
+
+/// The first title stands where the second header should: one of the headers is missing, and nothing else is
+/// wrong with the first lines.
+void ControlFileWalk::titleAsHeader(const Section& section)
+{
+    isHeaderMissing_ = true;
+    isMeant(section) = true;
+    Discovery discovery = movedUp_ ? *movedUp_ : badHeader("header/2");
+    lines_.cover({0, lines_.lineEnd()});
+    discovery.effect = Effect::Ignored;
+    if (!discovery.consequence.isEmpty())
+        discovery.consequence += QLatin1String("; ");
+    discovery.consequence += translated(
+        "a line is missing before it, and the first title with what stands up to the next one is ignored");
     listener_.finding(discovery);
 }
 
@@ -387,14 +430,15 @@ void ControlFileWalk::readFirstTitle()
         isIgnored = isIgnored || !lines_.isBlank();
     if (!isIgnored)
         discovery.effect = Effect::None;
-    listener_.finding(discovery);
+    if (!isHeaderMissing_)
+        listener_.finding(discovery);
     lines_.reportCharacters();
 }
 
 void ControlFileWalk::readSection()
 {
     const QStringView line = lines_.text();
-    const QStringView spelling = Io::hasSectionName(line) ? line.mid(titleLength).trimmed() : QStringView();
+    const QStringView spelling = titleOf(line);
     const int begin = spelling.isEmpty() ? lines_.lineEnd() : int(spelling.data() - line.data());
     const QString name = simplified(spelling, longestName);
     title_ = lines_.begin() + begin;

@@ -16,6 +16,7 @@ namespace {
 
 using Type = Item::Type;
 
+constexpr int longestName = 64; // of variables, and more
 constexpr ushort mark = 0xFEFF; // which a std::string that becomes a QString loses at its start
 
 QVariant variantOf(Type type, double value)
@@ -34,6 +35,12 @@ QVariant variantOf(Type type, double value)
 bool isSame(double left, double right)
 {
     return left == right || (std::isnan(left) && std::isnan(right));
+}
+
+bool isVariable(const QString& name)
+{
+    const Io::CodeNameTable& names = Io::CodeNameTable::instance();
+    return names.codeForName(name) != Io::kNone || name == names.nameForCode(Io::kNone, false);
 }
 
 Discovery missing(const QString& address, const Place& place, double readAs)
@@ -59,6 +66,7 @@ void ControlFileValues::readSection(const QString& address, Fields fields)
 {
     values_.clear();
     blank_.reset();
+    held_.clear();
     isNameMissing_ = false;
     for (int i = 0, end; i < fields.count; i = end) {
         for (; lines_.hasLine() && lines_.isBlank(); lines_.nextLine()) {
@@ -69,21 +77,75 @@ void ControlFileValues::readSection(const QString& address, Fields fields)
         }
         if (!lines_.hasLine())
             return missingAtEnd(address, fields, i);
-        for (end = i; !fields[end].endsLine;)
-            ++end;
-        ++end;
-        if (!readLine(address, fields.mid(i, end), 0))
+        end = i + firstLine(fields.mid(i, fields.count)).count;
+        isHeld_ = held_.empty() && !blank_ && isLike(firstLine(fields.mid(end, fields.count)));
+        if (isHeld_) {
+            fieldHeld_ = i;
+            placeHeld_ = lines_.place(lines_.wordFrom(0).begin);
+        }
+        const bool isWhole = readLine(address, fields.mid(i, end), 0);
+        isHeld_ = false;
+        if (!isWhole) {
+            tellHeld();
             return readShifted(address, fields.mid(end, fields.count));
+        }
         lines_.nextLine();
     }
+    tellHeld();
     trailingLines(address);
 }
 
-/// The section ends before the field. A blank line is where the value that is missing should stand, since
-/// those below it have moved up for a load.
+/// The fields of the first line.
+Fields ControlFileValues::firstLine(Fields fields)
+{
+    int end = 0;
+    while (end < fields.count && !fields[end++].endsLine) {}
+    return fields.mid(0, end);
+}
+
+/// Whether the current line is as one of these fields should be.
+bool ControlFileValues::isLike(Fields fields)
+{
+    int at = 0;
+    for (int i = 0; i < fields.count; ++i) {
+        const Range word = lines_.wordFrom(at);
+        double value = 0;
+        if (word.isEmpty()
+            || (fields[i].type == Type::Text ? !isVariable(lines_.text(word).left(longestName).toString())
+                                             : faultOf(fields[i].type, word, value).has_value()))
+            return false;
+        at = word.end;
+    }
+    return fields.count > 0 && lines_.restFrom(at).isEmpty();
+}
+
+void ControlFileValues::tell(const Discovery& discovery)
+{
+    if (isHeld_)
+        held_.push_back(discovery);
+    else
+        listener_.finding(discovery);
+}
+
+void ControlFileValues::tellHeld()
+{
+    for (const Discovery& discovery : held_)
+        listener_.finding(discovery);
+    held_.clear();
+}
+
+/// The section ends before the field. A blank line, or one that is as the line behind it should be, is where
+/// the value that is missing should stand, since those below it have moved up for a load.
 void ControlFileValues::missingAtEnd(const QString& address, Fields fields, int field)
 {
-    readShifted(address, fields.mid(field, fields.count));
+    const Fields rest = fields.mid(field, fields.count);
+    if (!held_.empty() && firstLine(rest).count == rest.count) {
+        blank_ = placeHeld_;
+        fieldAtBlank_ = fieldHeld_;
+        held_.clear();
+    }
+    tellHeld();
+    readShifted(address, rest);
     if (!blank_) {
         Discovery discovery = missing(fieldAddress(address, fields[field]), lines_.place(0), 0);
         if (field + 1 < fields.count)
@@ -153,12 +215,9 @@ Discovery ControlFileValues::found(Rule rule, const QString& address, Range rang
 /// A load keeps the name, whatever it is.
 void ControlFileValues::variable(const QString& address, Range word)
 {
-    constexpr int longestName = 64;
     text(address, word);
     const QString name = lines_.text(word).left(longestName).toString();
-    const bool isKnown = Io::CodeNameTable::instance().codeForName(name) != Io::kNone
-        || name == Io::CodeNameTable::instance().nameForCode(Io::kNone, false);
-    if (isKnown)
+    if (isVariable(name))
         return lines_.addPart(word, address);
     // A number at the end of the line is the one that belongs behind the name.
     isNameMissing_ = isOfLaterField(Type::Text, word) && lines_.wordFrom(word.end).isEmpty();
@@ -183,10 +242,10 @@ bool ControlFileValues::readBroken(const QString& address, Fields fields, int at
         if (read.item)
             listener_.item(*read.item);
         if (read.discovery)
-            listener_.finding(*read.discovery);
+            tell(*read.discovery);
     }
     if (rest)
-        listener_.finding(*rest);
+        tell(*rest);
     return lines_.begin() == line;
 }
 

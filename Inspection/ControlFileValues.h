@@ -91,6 +91,10 @@ private:
         std::optional<Discovery> discovery = {};
     };
 
+    static Fields firstLine(Fields fields);
+    bool isLike(Fields fields);
+    void tell(const Discovery& discovery);
+    void tellHeld();
     bool readField(const QString& address, const Field& field, Range word);
     void variable(const QString& address, Range word);
     bool readBroken(const QString& address, Fields fields, int at);
@@ -114,6 +118,13 @@ private:
     std::optional<Place> blank_; ///< the first line that it has skipped
     int fieldAtBlank_ = 0;
     bool isNameMissing_ = false; ///< of the variable in the line
+
+    // What is wrong with a line that is as the one behind it should be is told at the end of the section: if
+    // that comes a line early, this is where a line is missing, and nothing else is wrong.
+    bool isHeld_ = false; ///< what is told now
+    std::vector<Discovery> held_;
+    Place placeHeld_; ///< of the first word in the line
+    int fieldHeld_ = 0;
 };
 
 /// The address of a field of a line or section.

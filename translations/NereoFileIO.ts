@@ -1352,5 +1352,9 @@
         <source>a NUL in the text</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>a line is missing before it, and the first title with what stands up to the next one is ignored</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

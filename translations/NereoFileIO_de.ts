@@ -1352,5 +1352,9 @@
         <source>a NUL in the text</source>
         <translation>ein NUL im Text</translation>
     </message>
+    <message>
+        <source>a line is missing before it, and the first title with what stands up to the next one is ignored</source>
+        <translation>davor fehlt eine Zeile; der erste Titel und was bis zum nächsten steht, wird übergangen</translation>
+    </message>
 </context>
 </TS>

@@ -23,6 +23,9 @@ QT_TRANSLATE_NOOP("Nereo::Inspection", "those behind it are read as")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "what is left of it is read for the values behind it:")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "a load takes the next line for it:")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "the version is read as %1")
+QT_TRANSLATE_NOOP(
+    "Nereo::Inspection",
+    "a line is missing before it, and the first title with what stands up to the next one is ignored")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "a load leaves out bytes 0D of characters, the first in line %1")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "a load stops the process")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "a load throws")

@@ -294,9 +294,69 @@ TEST(ControlFileCheckTest, FindsFaultsInSectionsOfLines)
         Case("Sequential Solver Iterations", solver + "100\n10\n0\nkP 1 [[2]]\n", "trailing-text", Warning,
              Effect::Ignored, "sequential-solver"),
         Case("Title", " *** Title\nfirst\n[[second]]\n", "trailing-text", Warning, Effect::Ignored, "title"),
+
+        // A line is missing, and what stands there is as the next one should be.
+        Case("Transient Data", transient + "[[]]0.001\n-1\n", "missing-value", Error, Effect::Zero,
+             "transient-data/form", "a load takes the next line for it, and so on for those below"),
+        Case("Transient Data", transient + "[[]]7.001\n-1\n", "missing-value", Error, Effect::None,
+             "transient-data/form", "7 is read for it; a load takes the next line for it"),
+        Case("Sequential Solver Iterations", solver + "100\n10\n[[]]kP 1e-06\n", "missing-value", Error,
+             Effect::Zero, "sequential-solver/3", "a load takes the next line for it, and so on"),
+        Case("Sequential Solver Iterations", solver + "100\n10\n[[]]kNone 5\n \n", "missing-value", Error,
+             Effect::Zero, "sequential-solver/3", "a load takes the next line for it, and so on"),
     };
     for (const Case& row : cases)
         expectFinding(row);
+}
+
+TEST(ControlFileCheckTest, TellsOfALineAsItStandsUnlessOneIsMissing)
+{
+    struct Row {
+        const char* section;
+        std::string text;
+        std::vector<std::string> expected;
+    };
+    const Row rows[] = {
+  // As the next line should be, but that is there.
+        {"Sequential Solver Iterations",
+         "100\n10\nkP 1e-06\nkP 1e-06\n",                    {"4:1 not-an-integer sequential-solver/3", "4:4 trailing-text sequential-solver"}         },
+        {"Transient Data",               "0.001\n0.1\n-1\n", {"2:6 missing-value transient-data/form"}                                                 },
+ // Not as the next line should be.
+        {"Sequential Solver Iterations",
+         "100\n10\nkPP 1e-06\n",                             {"4:1 not-an-integer sequential-solver/3", "4:5 trailing-text sequential-solver",
+          "5:1 missing-value sequential-solver/variable"}                                                              },
+        {"Sequential Solver Iterations",
+         "100\n10\nkP 1e-06 0\n",                            {"4:1 not-an-integer sequential-solver/3", "4:4 trailing-text sequential-solver",
+          "5:1 missing-value sequential-solver/variable"}                                                             },
+        {"Sequential Solver Iterations",
+         "100\n10\nkP\n",                                    {"4:1 not-an-integer sequential-solver/3", "5:1 missing-value sequential-solver/variable"}},
+        {"Equation Selection",
+         "1\n1 a\n1.5\n0\n",                                 {"3:3 trailing-text equation-selection/2", "4:1 not-an-integer equation-selection/3",
+          "6:1 missing-value equation-selection/5"}                                                                        },
+ // More than one line is missing, or one of them is told of by the blank one in its place.
+        {"Transient Data",
+         "0.001\n",                                          {"2:6 missing-value transient-data/form", "3:1 missing-value transient-data/step-size"}   },
+        {"Sequential Solver Iterations",
+         "100\n\nkP 1e-06\n",                                {"3:1 missing-value sequential-solver/2", "4:1 not-an-integer sequential-solver/2",
+          "4:4 trailing-text sequential-solver"}                                                                          },
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        const QString title = QLatin1String(" *** ") + QLatin1String(row.section);
+        Sections sections;
+        sections.section(row.section) = title.toStdString() + '\n' + row.text;
+        const std::string text = sections.text();
+        const int before =
+            int(std::count(text.begin(), text.begin() + long(text.find(title.toStdString())), '\n'));
+        std::vector<std::string> found;
+        for (const Finding& finding : checkedBytes("file.ctl", text).findings) {
+            if (finding.severity != Severity::Note)
+                found.push_back(std::to_string(finding.place.line - before) + ':'
+                                + std::to_string(finding.place.column) + ' ' + finding.code.toStdString()
+                                + ' ' + finding.address.toStdString());
+        }
+        EXPECT_EQ(found, row.expected);
+    }
 }
 
 TEST(ControlFileCheckTest, FindsFaultsInListsOfVariables)
@@ -647,6 +707,58 @@ TEST(ControlFileCheckTest, FindsFaultsInHeadersAndTitles)
     };
     for (const Case& row : cases)
         expectFinding(row);
+}
+
+/// The first title is taken for the second line then.
+TEST(ControlFileCheckTest, FindsAMissingHeaderOnce)
+{
+    const std::string version = "NEREO control file rev 07 NEREO Ver 2024.0.0.0\n";
+    const char message[] =
+        "a line is missing before it, and the first title with what stands up to the next one is ignored";
+    const Case cases[] = {
+        Case("header", version + "[[ *** Title]]\nCavity\n", "bad-header", Warning, Effect::Ignored,
+             "header/2", message),
+        Case("header", version + "[[ *** Units ]]\n", "bad-header", Warning, Effect::Ignored, "header/2",
+             message),
+        Case("header", "[[NEREO 2024 (release)]]\n *** Title\nCavity\n", "bad-header", Warning,
+             Effect::Ignored, "header/1", message),
+        Case("header", "[[NEREO 2023 ()]]\n *** Constants\n", "bad-header", Warning, Effect::Ignored,
+             "header/1", "the version is read as 0.0.0.0; a line is missing before it"),
+    };
+    for (const Case& row : cases)
+        expectFinding(row);
+}
+
+TEST(ControlFileCheckTest, FindsNoSectionMissingWhoseTitleIsTakenForAHeader)
+{
+    Sections sections;
+    sections.header() = "NEREO 2024 (release)\n";
+    const std::string wholeFile = sections.text();
+    EXPECT_EQ(linesOf(checkedBytes("file.ctl", wholeFile)).find("missing-section"), std::string::npos);
+}
+
+TEST(ControlFileCheckTest, TellsOfTwoBadHeaders)
+{
+    struct Row {
+        std::string text;
+        std::vector<std::string> expected;
+    };
+    const Row rows[] = {
+        {"NEREO 2024 (release)\nNEREO control file rev 07 NEREO Ver 2024.0.0.0\n", {"header/1", "header/2"}},
+        {"NEREO 2024 (release)\n *** Something\n",                                 {"header/1", "header/2"}},
+        {"anything\n *** Title\nCavity\n",                                         {"header/1", "header/2"}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.text);
+        Sections sections;
+        sections.header() = row.text;
+        std::vector<std::string> found;
+        for (const Finding& finding : checkedBytes("file.ctl", sections.text(), FileKind::Control).findings) {
+            if (finding.code == "bad-header")
+                found.push_back(finding.address.toStdString());
+        }
+        EXPECT_EQ(found, row.expected);
+    }
 }
 
 TEST(ControlFileCheckTest, FindsTitlesThatALoadTakesForLinesOfTheSectionBefore)
