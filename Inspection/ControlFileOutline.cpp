@@ -218,7 +218,7 @@ class ControlFileWalk {
 public:
     ControlFileWalk(const InputFile& file, Listener& listener)
         : lines_(file, listener), listener_(listener),
-          values_(lines_, listener, [this] { return lostTitle(); }),
+          values_(lines_, listener, [this](int at) { return lostTitle(at); }),
           mostRepeated_(listener.wantsItems() ? std::numeric_limits<std::size_t>::max()
                                               : std::size_t(FindingListener::mostOfACode)),
           unknownSections_(mostRepeated_), materials_(lines_, values_, mostRepeated_)
@@ -288,7 +288,7 @@ private:
     void readFirstTitle();
     void readSection();
     void readUnknownSection(QStringView spelling, const QString& name);
-    std::optional<Discovery> lostTitle(); // and notes whose it is
+    std::optional<Discovery> lostTitle(int at = 0); // and notes whose it is
     void reportLostTitle();
     void skipLines();
 
@@ -496,10 +496,10 @@ void ControlFileWalk::readUnknownSection(QStringView spelling, const QString& na
 
 /// What there is to say of a line that names a section and would be its title with other blanks and
 /// asterisks. The section isn't missing besides.
-std::optional<Discovery> ControlFileWalk::lostTitle()
+std::optional<Discovery> ControlFileWalk::lostTitle(int at)
 {
     constexpr QLatin1Char asterisk('*');
-    const Range range = lines_.restFrom(0);
+    const Range range = lines_.restFrom(at);
     const QStringView line = lines_.text(range);
     if (!line.startsWith(asterisk))
         return {};

@@ -68,6 +68,7 @@ void ControlFileValues::readSection(const QString& address, Fields fields)
     blank_.reset();
     held_.clear();
     isNameMissing_ = false;
+    isBehindTitle_ = false;
     for (int i = 0, end; i < fields.count; i = end) {
         for (; lines_.hasLine() && lines_.isBlank(); lines_.nextLine()) {
             if (!blank_) {
@@ -398,6 +399,10 @@ std::optional<Discovery> ControlFileValues::trailing(const QString& address, int
     if (rest.isEmpty())
         return {};
     lines_.cover(rest);
+    if (std::optional<Discovery> title = lostTitle_(at)) {
+        isBehindTitle_ = true;
+        return title;
+    }
     if (listener_.onlyCounts(Rule::TrailingText))
         return {};
     return found(Rule::TrailingText, address, rest);
@@ -411,11 +416,11 @@ void ControlFileValues::trailingText(const QString& address, int at)
 
 void ControlFileValues::trailingLines(const QString& address)
 {
-    for (bool isTold = false; lines_.hasLine(); lines_.nextLine()) {
+    for (bool isTold = isBehindTitle_; lines_.hasLine(); lines_.nextLine()) {
         if (!isTold && !lines_.isBlank()) {
             const Range rest = lines_.restFrom(0);
             lines_.cover(rest);
-            if (const std::optional<Discovery> title = lostTitle_())
+            if (const std::optional<Discovery> title = lostTitle_(0))
                 listener_.finding(*title);
             else
                 finding(Rule::TrailingLines, address, rest);

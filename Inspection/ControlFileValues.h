@@ -37,8 +37,8 @@ struct Fields {
 /// its end.
 class ControlFileValues {
 public:
-    /// What there is to say of the line if it was meant for a title.
-    using LostTitle = std::function<std::optional<Discovery>()>;
+    /// What there is to say of the line from a place on if that was meant for a title.
+    using LostTitle = std::function<std::optional<Discovery>(int at)>;
 
     ControlFileValues(ControlFileLines& lines, Listener& listener, LostTitle lostTitle)
         : lines_(lines), listener_(listener), lostTitle_(std::move(lostTitle)),
@@ -118,6 +118,7 @@ private:
     std::optional<Place> blank_; ///< the first line that it has skipped
     int fieldAtBlank_ = 0;
     bool isNameMissing_ = false; ///< of the variable in the line
+    bool isBehindTitle_ = false; ///< that stands behind a value
 
     // What is wrong with a line that is as the one behind it should be is told at the end of the section: if
     // that comes a line early, this is where a line is missing, and nothing else is wrong.

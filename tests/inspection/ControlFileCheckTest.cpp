@@ -778,6 +778,14 @@ TEST(ControlFileCheckTest, FindsTitlesThatALoadTakesForLinesOfTheSectionBefore)
              "unknown-section", Warning, Effect::Ignored, "solution-control", message),
         Case("Units", " *** Units\n0\n\n[[***Property Settings]]\n", "unknown-section", Warning,
              Effect::Ignored, "property-settings", message),
+
+        // behind a value, since the end of its line is missing
+        Case("Units", " *** Units\n0 [[*** Transient Data]] \n0 0\n0.001\n-1\n", "unknown-section", Warning,
+             Effect::Ignored, "transient-data", message),
+        Case("Relaxation", " *** Relaxation\nkU 0.4 0  [[*** Solution Control]]\nkU 15 5 1 1\nkPSrc 1 1\n",
+             "unknown-section", Warning, Effect::Ignored, "solution-control", message),
+        Case("Constants", " *** Constants\nkPRef 5 [[***Flag section]]\n1\nx 1\n", "unknown-section", Warning,
+             Effect::Ignored, "flags", message),
     };
     for (const Case& row : cases)
         expectFinding(row);
