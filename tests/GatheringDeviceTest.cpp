@@ -76,6 +76,14 @@ TEST(GatheringDevice, TakesNoMoreBehindAFailure)
     EXPECT_EQ(device.taken, bytes + bytes.left(10'000));
 }
 
+TEST(GatheringDevice, SaysWhenALargePieceFindsNoRoom)
+{
+    LimitedDevice device(250'000);
+    const QByteArray bytes = bytesOf(250'001);
+    EXPECT_EQ(device.write(bytes), -1);
+    EXPECT_EQ(device.taken, bytes.left(250'000));
+}
+
 TEST(GatheringDevice, GivesNothing)
 {
     char byte;

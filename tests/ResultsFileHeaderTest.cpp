@@ -101,6 +101,18 @@ TEST(ResultsFileHeader, GivesEveryFactInEitherByteOrder)
     }
 }
 
+TEST(ResultsFileHeader, UsesTheFirstFieldOfACode)
+{
+    const ResultsFileHeader header =
+        headerOf(ResultsBytes().header(0).run().names({"kU", "kCond", "kU", "kKXX"}));
+    ASSERT_THAT(header.fields(), SizeIs(4));
+    const bool expected[] = {true, true, false, false};
+    for (std::size_t i = 0; i < 4; ++i) {
+        EXPECT_EQ(header.fields()[i].isRepeat, !expected[i]) << i;
+        EXPECT_EQ(header.fields()[i].isUsed(), expected[i]) << i;
+    }
+}
+
 TEST(ResultsFileHeader, ListsTheNamesAsTheyStand)
 {
     const ResultsFileHeader header =

@@ -1,4 +1,5 @@
 #include "faults/FileKind.h"
+#include "support/FileSizeLimit.h"
 #include "support/Folder.h"
 #include "support/OwnProcess.h"
 #include "support/TemporaryFolder.h"
@@ -19,7 +20,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <csignal>
 #include <functional>
 #include <new>
 #include <stdexcept>
@@ -27,7 +27,6 @@
 #include <vector>
 
 #include <grp.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -256,9 +255,7 @@ TEST_F(WholeSaves, SayThatTheDiskIsFull)
 {
     const std::string path = folder.write("file", "kept");
     inAProcessOfItsOwn([&] {
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit {1000, 1000};
-        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+        const FileSizeLimit limit(1000);
         EXPECT_TRUE(writeText(folder.path("small"), std::string(1000, 'x')));
         EXPECT_THAT(writeText(path, std::string(1001, 'x')), Fails(SaveResult::DiskFull, EFBIG));
         EXPECT_THAT(writeText(path, std::string(1000000, 'x')), Fails(SaveResult::DiskFull, EFBIG));
@@ -696,9 +693,7 @@ TEST_F(QtReplacement, SaysWhatFailed)
     EXPECT_THAT(write(folder.path(), "new"), Fails(SaveResult::NoRegularFile, 0));
     EXPECT_THAT(write(folder.path("missing/file"), "new"), Fails(SaveResult::CannotCreate, ENOENT));
     inAProcessOfItsOwn([&] {
-        std::signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit {1000, 1000};
-        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
+        const FileSizeLimit limit(1000);
         EXPECT_TRUE(write(folder.path("small"), QByteArray(1000, 'x')));
         for (const int size : {1001, 100000}) // of which QSaveFile takes a thousand
             EXPECT_THAT(write(path, QByteArray(size, 'x')), Fails(SaveResult::WriteFailed, EFBIG));

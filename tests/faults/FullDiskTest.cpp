@@ -1,5 +1,6 @@
 #include "faults/FileKind.h"
 #include "faults/ForkedProcess.h"
+#include "support/FileSizeLimit.h"
 #include "support/Folder.h"
 #include "support/TemporaryFolder.h"
 
@@ -10,13 +11,11 @@
 #include <QFile>
 
 #include <cerrno>
-#include <csignal>
 #include <fstream>
 #include <vector>
 
 #include <sched.h>
 #include <sys/mount.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -25,29 +24,6 @@ namespace {
 
 using Nereo::Io::SaveResult;
 using ::testing::ElementsAre;
-
-/// While it lives, no file of this process can grow beyond a size.
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(std::size_t bytes) : signalHandler_(std::signal(SIGXFSZ, SIG_IGN))
-    {
-        getrlimit(RLIMIT_FSIZE, &before_);
-        rlimit limit = before_;
-        limit.rlim_cur = bytes;
-        EXPECT_EQ(setrlimit(RLIMIT_FSIZE, &limit), 0);
-    }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-    ~FileSizeLimit()
-    {
-        setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, signalHandler_);
-    }
-
-private:
-    rlimit before_;
-    void (*signalHandler_)(int);
-};
 
 constexpr int cannotMount = 77; // an exit code
 

@@ -54,7 +54,7 @@ protected:
     {
         const pid_t process = fork();
         if (process == 0)
-            _exit(file.saveWholeTo(path) ? EXIT_SUCCESS : EXIT_FAILURE);
+            endCopy(file.saveWholeTo(path) ? EXIT_SUCCESS : EXIT_FAILURE);
         return process;
     }
 
@@ -116,7 +116,7 @@ TEST_P(KilledSaves, OfTwoProcessesAtOnceGiveOneOfBothFiles)
             bool areSaved = true;
             for (int i = 0; i < saves; ++i)
                 areSaved = example.file->saveWholeTo(path) && areSaved;
-            _exit(areSaved ? EXIT_SUCCESS : EXIT_FAILURE);
+            endCopy(areSaved ? EXIT_SUCCESS : EXIT_FAILURE);
         }
     }
     const std::vector<std::string> contents {examples[0].content, examples[1].content};

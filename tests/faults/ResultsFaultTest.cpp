@@ -2,6 +2,7 @@
 #include "faults/FileKind.h"
 #include "faults/SystemCallFaults.h"
 #include "faults/Trials.h"
+#include "support/Pipe.h"
 #include "support/TemporaryFolder.h"
 
 #include <NereoFileIO/CodeNameTable.h>
@@ -130,6 +131,14 @@ TEST_F(FailingReads, EndALoadByChoice)
             EXPECT_EQ(result.problem.kind, ResultsProblem::ReadFailed);
         }
         return result.outcome;
+    });
+}
+
+TEST_F(FailingReads, EndALoadFromAPipe)
+{
+    eachReadFails([this] {
+        const Pipe pipe(folder.path("pipe"), bytes);
+        return ResultsFile().loadFrom(pipe.path(), ResultsLoadOptions()).outcome;
     });
 }
 

@@ -1,10 +1,12 @@
 #include "Trials.h"
 
+#include "ForkedProcess.h"
 #include "Shared.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <new>
 
@@ -58,7 +60,7 @@ struct Record {
             std::strncpy(record.complaint, complaint, sizeof record.complaint - 1);
         record.isComplete = true;
     } while (isolation == Isolation::None && !record.areAllDone && record.complaint[0] == '\0');
-    _exit(0);
+    endCopy(EXIT_SUCCESS);
 }
 
 std::string describeEnd(int status)

@@ -154,6 +154,8 @@ TEST_P(WholeSaveFaults, SayWhatFailed)
         {SystemCall::Write,      1, EIO,     SaveResult::WriteFailed  },
         {SystemCall::Stat,       2, EIO,     SaveResult::WriteFailed  }, // the new file
         {SystemCall::Attribute,  0, EIO,     SaveResult::WriteFailed  },
+        {SystemCall::Attribute,  1, EIO,     SaveResult::WriteFailed  },
+        {SystemCall::Attribute,  2, EIO,     SaveResult::WriteFailed  },
         {SystemCall::ChangeMode, 0, EPERM,   SaveResult::NoPermission },
         {SystemCall::ChangeMode, 0, EIO,     SaveResult::WriteFailed  },
         {SystemCall::Force,      0, EIO,     SaveResult::WriteFailed  },

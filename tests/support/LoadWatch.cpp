@@ -10,7 +10,7 @@
 namespace {
 
 #if defined NEREO_SANITIZER || defined NEREO_EMULATED || defined NEREO_COVERAGE
-constexpr int secondsAllowed = 10; // the sanitizers, emulators and counters take their part
+constexpr int secondsAllowed = 30; // the sanitizers, emulators and counters take their part
 #else
 constexpr int secondsAllowed = 1;
 #endif
