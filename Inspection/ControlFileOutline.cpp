@@ -2,8 +2,8 @@
 #include "ControlFileLines.h"
 #include "ControlFileMaterials.h"
 #include "NearestName.h"
-#include "NodeFlagName.h"
 #include "SeenNames.h"
+#include "VariableNames.h"
 #include "VersionFault.h"
 #include "Walker.h"
 
@@ -37,6 +37,7 @@ constexpr int longestName = 64; // of sections and variables, and more
 constexpr int longestHeader = 1000;
 constexpr int longestAddressPart = 200;
 constexpr int titleLength = 5; ///< up to the name
+constexpr QLatin1Char asterisk('*');
 constexpr char solutionAddress[] = "solution-control";
 
 template <std::size_t size>
@@ -184,6 +185,14 @@ QString nameOf(int code)
     return CodeNameTable::instance().nameForCode(code, false);
 }
 
+/// Whether a name that has the code is a flag of nodes, which a load doesn't tell from the variable of that
+/// code.
+bool isNodeFlag(QStringView name, int code)
+{
+    const QString variable = nameOf(code);
+    return name != variable && nodeFlagNames().contains(name.toString());
+}
+
 /// Without a byte-order mark at its start, which is told of by itself.
 QStringView withoutMark(QStringView line)
 {
@@ -213,12 +222,19 @@ QStringView titleOf(QStringView line)
     return Io::hasSectionName(line) ? line.mid(titleLength).trimmed() : QStringView();
 }
 
+QString withoutAsterisks(const QString& words)
+{
+    const auto name = std::find_if(words.begin(), words.end(), [](QChar c) { return c != asterisk; });
+    return words.mid(int(name - words.begin())).trimmed();
+}
+
 /// The way through one file.
 class ControlFileWalk {
 public:
     ControlFileWalk(const InputFile& file, Listener& listener)
         : lines_(file, listener), listener_(listener),
-          values_(lines_, listener, [this](int at) { return lostTitle(at); }),
+          values_(lines_, listener,
+                  [this](int at) { return lostTitle(at, at == 0 ? TitleMark::Any : TitleMark::Asterisks); }),
           mostRepeated_(listener.wantsItems() ? std::numeric_limits<std::size_t>::max()
                                               : std::size_t(FindingListener::mostOfACode)),
           unknownSections_(mostRepeated_), materials_(lines_, values_, mostRepeated_)
@@ -259,6 +275,9 @@ private:
         const char* lines = "";
     };
 
+    /// What stands before a name that is meant for a title: asterisks, or a word or nothing in their place.
+    enum class TitleMark { Asterisks, Any };
+
     struct Sections {
         const Section* first;
         const Section* behind;
@@ -269,6 +288,10 @@ private:
 
     static Sections sections();
     static const Section* sectionOf(const QString& name);
+    static const Section* titledSection(QStringView line)
+    {
+        return sectionOf(simplified(titleOf(line), longestName));
+    }
     std::bitset<32>::reference isSeen(const Section& section)
     {
         return seenSections_[std::size_t(&section - sections().first)];
@@ -287,8 +310,10 @@ private:
     void checkVersion(int at);
     void readFirstTitle();
     void readSection();
+    bool isTitleOf(const Section& section) const;
     void readUnknownSection(QStringView spelling, const QString& name);
-    std::optional<Discovery> lostTitle(int at = 0); // and notes whose it is
+    std::optional<Discovery> lostTitle(int at = 0, TitleMark mark = TitleMark::Any); // and notes whose it is
+    static const Section* meantSection(QStringView title, TitleMark mark);
     void reportLostTitle();
     void skipLines();
 
@@ -326,6 +351,7 @@ private:
     bool isBehindLostTitle_ = false;
     std::optional<Discovery> movedUp_; ///< of the second header in the first line
     bool isHeaderMissing_ = false;
+    bool isSecondHeaderBad_ = false;
 };
 
 void ControlFileWalk::readHeader()
@@ -354,8 +380,7 @@ void ControlFileWalk::readHeader()
 void ControlFileWalk::readSecondHeader()
 {
     const bool hasLine = lines_.readLine();
-    const Section* const section =
-        hasLine ? sectionOf(simplified(titleOf(lines_.text()), longestName)) : nullptr;
+    const Section* const section = hasLine ? titledSection(lines_.text()) : nullptr;
     if (section != nullptr)
         titleAsHeader(*section);
     else if (movedUp_)
@@ -363,7 +388,8 @@ void ControlFileWalk::readSecondHeader()
     if (!hasLine)
         return;
     values_.text(QStringLiteral("header/2"), {0, lines_.lineEnd()});
-    if (section == nullptr && !isSecondHeader(lines_.text()))
+    isSecondHeaderBad_ = section == nullptr && !isSecondHeader(lines_.text());
+    if (isSecondHeaderBad_)
         listener_.finding(badHeader("header/2"));
     lines_.addPart({0, lines_.lineEnd()}, QStringLiteral("header/2"));
 }
@@ -425,12 +451,13 @@ void ControlFileWalk::readFirstTitle()
     Discovery discovery {Rule::MissingTitle, lines_.place(0), {}, excerpt(lines_.text())};
     lines_.cover({0, lines_.lineEnd()});
     lostTitle(); // whose section isn't missing besides
-    bool isIgnored = !lines_.text().trimmed().isEmpty();
+    const bool isMovedDown = isSecondHeaderBad_ && isSecondHeader(lines_.text()); // by the line that is bad
+    bool isIgnored = !isMovedDown && !lines_.text().trimmed().isEmpty();
     for (lines_.readLine(); lines_.hasLine(); lines_.nextLine())
         isIgnored = isIgnored || !lines_.isBlank();
     if (!isIgnored)
         discovery.effect = Effect::None;
-    if (!isHeaderMissing_)
+    if (!isHeaderMissing_ && (isIgnored || !isMovedDown))
         listener_.finding(discovery);
     lines_.reportCharacters();
 }
@@ -455,9 +482,16 @@ void ControlFileWalk::readSection()
             {Rule::RepeatedSection, lines_.placeOf(title_), section->address, excerpt(spelling)});
     isSeen(*section) = true;
     lines_.readLine();
-    (this->*section->read)(*section);
+    if (!isTitleOf(*section)) // a title that is doubled is told of by itself
+        (this->*section->read)(*section);
     skipLines();
     lines_.reportCharacters();
+}
+
+/// Whether the current line is a title of the section.
+bool ControlFileWalk::isTitleOf(const Section& section) const
+{
+    return lines_.hasTitle() && titledSection(lines_.text()) == &section;
 }
 
 void ControlFileWalk::skipLines()
@@ -496,26 +530,34 @@ void ControlFileWalk::readUnknownSection(QStringView spelling, const QString& na
 
 /// What there is to say of a line that names a section and would be its title with other blanks and
 /// asterisks. The section isn't missing besides.
-std::optional<Discovery> ControlFileWalk::lostTitle(int at)
+std::optional<Discovery> ControlFileWalk::lostTitle(int at, TitleMark mark)
 {
-    constexpr QLatin1Char asterisk('*');
     const Range range = lines_.restFrom(at);
-    const QStringView line = lines_.text(range);
-    if (!line.startsWith(asterisk))
-        return {};
-    const auto name = std::find_if(line.begin(), line.end(), [=](QChar c) { return c != asterisk; });
-    const Section* const section = sectionOf(simplified(line.mid(name - line.begin()), longestName));
+    const Section* const section = meantSection(lines_.text(range), mark);
     if (section == nullptr)
         return {};
     isBehindLostTitle_ = true;
     isMeant(*section) = true;
     lines_.cover(range);
-    return Discovery {Rule::LostTitle, lines_.place(range.begin), section->address, excerpt(line)};
+    return Discovery {Rule::LostTitle, lines_.place(range.begin), section->address,
+                      excerpt(lines_.text(range))};
+}
+
+const ControlFileWalk::Section* ControlFileWalk::meantSection(QStringView title, TitleMark mark)
+{
+    const bool hasAsterisks = title.startsWith(asterisk);
+    if (mark == TitleMark::Asterisks && !hasAsterisks)
+        return nullptr;
+    const QString words = simplified(title, longestName);
+    const Section* const section = sectionOf(withoutAsterisks(words));
+    if (section != nullptr || hasAsterisks)
+        return section;
+    return sectionOf(withoutAsterisks(words.section(QLatin1Char(' '), 1)));
 }
 
 void ControlFileWalk::reportLostTitle()
 {
-    if (const std::optional<Discovery> discovery = lostTitle())
+    if (const std::optional<Discovery> discovery = lostTitle(0, TitleMark::Asterisks))
         listener_.finding(*discovery);
 }
 
@@ -565,7 +607,7 @@ void ControlFileWalk::readList(const List& list, FieldsOfCode fieldsOfCode)
             QString& address = addresses[std::size_t(code)];
             if (address.isEmpty())
                 address = list.address + (QLatin1Char('/') + nameOf(code));
-            const bool isFlag = lines_.text(name) != nameOf(code) && isNodeFlag(lines_.text(name).toString());
+            const bool isFlag = isNodeFlag(lines_.text(name), code);
             if (isFlag)
                 nodeFlag(address, name, code);
             if (seen[std::size_t(code)])
@@ -580,15 +622,12 @@ void ControlFileWalk::readList(const List& list, FieldsOfCode fieldsOfCode)
     }
 }
 
-/// A load doesn't tell such a flag from the variable of that code.
 void ControlFileWalk::nodeFlag(const QString& address, Range name, int code)
 {
-    if (!listener_.onlyCounts(Rule::NodeFlagAsVariable))
-        listener_.finding({Rule::NodeFlagAsVariable,
-                           lines_.place(name.begin),
-                           address,
-                           lines_.text(name).toString(),
-                           {nameOf(code)}});
+    if (listener_.onlyCounts(Rule::NodeFlagAsVariable))
+        return;
+    const QString flag = lines_.text(name).toString();
+    listener_.finding({Rule::NodeFlagAsVariable, lines_.place(name.begin), address, flag, {nameOf(code)}});
 }
 
 void ControlFileWalk::unknownVariable(const List& list, Range name)

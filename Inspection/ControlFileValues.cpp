@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QStringList>
 
+#include <algorithm>
 #include <cmath>
 
 namespace Nereo::Inspection {
@@ -79,7 +80,7 @@ void ControlFileValues::readSection(const QString& address, Fields fields)
         if (!lines_.hasLine())
             return missingAtEnd(address, fields, i);
         end = i + firstLine(fields.mid(i, fields.count)).count;
-        isHeld_ = held_.empty() && !blank_ && isLike(firstLine(fields.mid(end, fields.count)));
+        isHeld_ = held_.empty() && isLike(firstLine(fields.mid(end, fields.count)));
         if (isHeld_) {
             fieldHeld_ = i;
             placeHeld_ = lines_.place(lines_.wordFrom(0).begin);
@@ -141,8 +142,10 @@ void ControlFileValues::missingAtEnd(const QString& address, Fields fields, int 
 {
     const Fields rest = fields.mid(field, fields.count);
     if (!held_.empty() && firstLine(rest).count == rest.count) {
-        blank_ = placeHeld_;
-        fieldAtBlank_ = fieldHeld_;
+        if (!blank_ || fieldAtBlank_ > fieldHeld_) {
+            blank_ = placeHeld_;
+            fieldAtBlank_ = fieldHeld_;
+        }
         held_.clear();
     }
     tellHeld();
@@ -235,7 +238,8 @@ void ControlFileValues::variable(const QString& address, Range word)
 bool ControlFileValues::readBroken(const QString& address, Fields fields, int at)
 {
     const int behind = judge(address, fields, at);
-    const std::optional<Discovery> rest = trailing(address, behind);
+    const std::optional<Discovery> rest =
+        isWordTooMany(fields, behind) ? std::nullopt : trailing(address, behind);
     const qint64 line = lines_.begin();
     lines_.goTo(at);
     readJudged(fields);
@@ -293,6 +297,28 @@ void ControlFileValues::discover(const QString& address, Fields fields)
                                    isMissing ? Range {end, end} : read.word, {read.fault->readAs});
         }
     }
+}
+
+/// Whether the first bad word is no number and the others would fit without it. Then the last one, which is
+/// behind those that are read, isn't too many besides.
+bool ControlFileValues::isWordTooMany(Fields fields, int behind)
+{
+    double value = 0;
+    const Range last = lines_.wordFrom(behind);
+    const auto bad =
+        std::find_if(reads_.begin(), reads_.end(), [](const Read& read) { return bool(read.fault); });
+    if (bad->word.isEmpty() || last.isEmpty() || !lines_.restFrom(last.end).isEmpty()
+        || !faultOf(Type::Number, bad->word, value))
+        return false;
+    for (auto read = bad; read != reads_.end(); ++read) {
+        const Range next = read + 1 == reads_.end() ? last : (read + 1)->word;
+        if (faultOf(fields[int(read - reads_.begin())].type, next, value))
+            return false;
+    }
+    for (auto read = bad + 1; read != reads_.end(); ++read)
+        read->discovery.reset();
+    lines_.cover(last);
+    return true;
 }
 
 /// Whether a word that isn't of its field's type is a number: those come last.

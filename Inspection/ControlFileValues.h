@@ -100,6 +100,7 @@ private:
     bool readBroken(const QString& address, Fields fields, int at);
     int judge(const QString& address, Fields fields, int at);
     void discover(const QString& address, Fields fields);
+    bool isWordTooMany(Fields fields, int behind);
     bool isOfLaterField(Item::Type type, Range word);
     void readJudged(Fields fields);
     void readShifted(const QString& address, Fields fields);

@@ -1,7 +1,6 @@
 #include "LateMaterialNames.h"
 #include "MaterialDatabaseValues.h"
 #include "MaterialNames.h"
-#include "NodeFlagName.h"
 #include "NumberFault.h"
 #include "VariableNames.h"
 #include "VersionFault.h"

@@ -126,6 +126,16 @@ TEST(ComparisonTest, ComparesWhatCanBeReadOfFaultyDocuments)
         EXPECT_EQ(compared("a.xml", five, "b.xml", other), differences) << other;
 }
 
+/// The kind is found out without reading all of the document.
+TEST(ComparisonTest, ComparesDocumentsWhoseRootIsAnotherAfterAll)
+{
+    const std::string comment = "<!-- " + std::string(3 << 20, '.') + " -->";
+    for (const std::string root : {"Nereo2Config", "material_database"}) {
+        const std::string document = "<!-- <" + root + "/> -->" + comment + "<a><MaxIter>5</MaxIter></a>";
+        EXPECT_EQ(compared("a.xml", document, "b.xml", "<" + root + "/>"), "") << root;
+    }
+}
+
 TEST(ComparisonTest, WritesADifferenceOnOneLine)
 {
     EXPECT_EQ(compared("file.xml", configuration("<JobPrefix>a\nb</JobPrefix><Width>1</Width>"), "file.xml",

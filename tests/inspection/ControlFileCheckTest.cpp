@@ -304,59 +304,84 @@ TEST(ControlFileCheckTest, FindsFaultsInSectionsOfLines)
              Effect::Zero, "sequential-solver/3", "a load takes the next line for it, and so on"),
         Case("Sequential Solver Iterations", solver + "100\n10\n[[]]kNone 5\n \n", "missing-value", Error,
              Effect::Zero, "sequential-solver/3", "a load takes the next line for it, and so on"),
+
+        // So where the line is blank.
+        Case("Sequential Solver Iterations", solver + "[[]]\n10\n0\nkP 1e-05\n", "missing-value", Error,
+             Effect::None, "sequential-solver/1", "10 is read for it; a load takes the next line for it"),
+        Case("Sequential Solver Iterations", solver + "50\n10\n [[]]\nkP 1e-05\n", "missing-value", Error,
+             Effect::Zero, "sequential-solver/3", "a load takes the next line for it"),
+
+        // A word is too many.
+        Case("Equation Selection", equations + "1\n[[yes]] 1\n0\n1\n0\n", "not-an-integer", Error,
+             Effect::Zero, "equation-selection/2", "read as 0"),
+        Case("Transient Data", transient + "0 0\n[[dt]] 0.1\n-1\n", "not-a-number", Error, Effect::Zero,
+             "transient-data/step-size", "read as 0"),
+        Case("Transient Data", transient + "[[to]] 1 5\n0.1\n-1\n", "not-an-integer", Error, Effect::Zero,
+             "transient-data/form", "what is left of it is read for the values behind it: 0"),
     };
     for (const Case& row : cases)
         expectFinding(row);
 }
 
+/// What is wrong in a section, by line (from 1 on), column, code and address.
+std::string faultsIn(const std::string& section, const std::string& lines)
+{
+    Sections sections;
+    const std::string title = " *** " + section + '\n';
+    sections.section(section) = title + lines;
+    const std::string text = sections.text();
+    const auto begin = text.begin() + long(text.find(title) + title.size());
+    const auto linesBefore = std::count(text.begin(), begin, '\n');
+    std::string faults;
+    for (const Finding& finding : checkedBytes("file.ctl", text).findings) {
+        if (!isUsual(finding))
+            faults += std::to_string(finding.place.line - linesBefore) + ':'
+                + std::to_string(finding.place.column) + ' ' + finding.code.toStdString() + ' '
+                + finding.address.toStdString() + '\n';
+    }
+    return faults;
+}
+
 TEST(ControlFileCheckTest, TellsOfALineAsItStandsUnlessOneIsMissing)
 {
-    struct Row {
-        const char* section;
-        std::string text;
-        std::vector<std::string> expected;
-    };
-    const Row rows[] = {
-  // As the next line should be, but that is there.
-        {"Sequential Solver Iterations",
-         "100\n10\nkP 1e-06\nkP 1e-06\n",                    {"4:1 not-an-integer sequential-solver/3", "4:4 trailing-text sequential-solver"}         },
-        {"Transient Data",               "0.001\n0.1\n-1\n", {"2:6 missing-value transient-data/form"}                                                 },
- // Not as the next line should be.
-        {"Sequential Solver Iterations",
-         "100\n10\nkPP 1e-06\n",                             {"4:1 not-an-integer sequential-solver/3", "4:5 trailing-text sequential-solver",
-          "5:1 missing-value sequential-solver/variable"}                                                              },
-        {"Sequential Solver Iterations",
-         "100\n10\nkP 1e-06 0\n",                            {"4:1 not-an-integer sequential-solver/3", "4:4 trailing-text sequential-solver",
-          "5:1 missing-value sequential-solver/variable"}                                                             },
-        {"Sequential Solver Iterations",
-         "100\n10\nkP\n",                                    {"4:1 not-an-integer sequential-solver/3", "5:1 missing-value sequential-solver/variable"}},
-        {"Equation Selection",
-         "1\n1 a\n1.5\n0\n",                                 {"3:3 trailing-text equation-selection/2", "4:1 not-an-integer equation-selection/3",
-          "6:1 missing-value equation-selection/5"}                                                                        },
- // More than one line is missing, or one of them is told of by the blank one in its place.
-        {"Transient Data",
-         "0.001\n",                                          {"2:6 missing-value transient-data/form", "3:1 missing-value transient-data/step-size"}   },
-        {"Sequential Solver Iterations",
-         "100\n\nkP 1e-06\n",                                {"3:1 missing-value sequential-solver/2", "4:1 not-an-integer sequential-solver/2",
-          "4:4 trailing-text sequential-solver"}                                                                          },
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
-        const QString title = QLatin1String(" *** ") + QLatin1String(row.section);
-        Sections sections;
-        sections.section(row.section) = title.toStdString() + '\n' + row.text;
-        const std::string text = sections.text();
-        const int before =
-            int(std::count(text.begin(), text.begin() + long(text.find(title.toStdString())), '\n'));
-        std::vector<std::string> found;
-        for (const Finding& finding : checkedBytes("file.ctl", text).findings) {
-            if (finding.severity != Severity::Note)
-                found.push_back(std::to_string(finding.place.line - before) + ':'
-                                + std::to_string(finding.place.column) + ' ' + finding.code.toStdString()
-                                + ' ' + finding.address.toStdString());
-        }
-        EXPECT_EQ(found, row.expected);
-    }
+    const char solver[] = "Sequential Solver Iterations";
+    // As the next line should be, but that is there.
+    EXPECT_EQ(faultsIn(solver, "100\n10\nkP 1e-06\nkP 1e-06\n"),
+              "3:1 not-an-integer sequential-solver/3\n3:4 trailing-text sequential-solver\n");
+    EXPECT_EQ(faultsIn("Transient Data", "0.001\n0.1\n-1\n"), "1:6 missing-value transient-data/form\n");
+    // Not as the next line should be.
+    EXPECT_EQ(faultsIn(solver, "100\n10\nkPP 1e-06\n"),
+              "3:1 not-an-integer sequential-solver/3\n3:5 trailing-text sequential-solver\n"
+              "4:1 missing-value sequential-solver/variable\n");
+    EXPECT_EQ(faultsIn(solver, "100\n10\nkP 1e-06 0\n"),
+              "3:1 not-an-integer sequential-solver/3\n3:4 trailing-text sequential-solver\n"
+              "4:1 missing-value sequential-solver/variable\n");
+    EXPECT_EQ(faultsIn(solver, "100\n10\nkP\n"),
+              "3:1 not-an-integer sequential-solver/3\n"
+              "4:1 missing-value sequential-solver/variable\n");
+    EXPECT_EQ(faultsIn("Equation Selection", "1\n1 a\n1.5\n0\n"),
+              "2:3 trailing-text equation-selection/2\n3:1 not-an-integer equation-selection/3\n"
+              "5:1 missing-value equation-selection/5\n");
+    // More than one line is missing.
+    EXPECT_EQ(faultsIn("Transient Data", "0.001\n"),
+              "1:6 missing-value transient-data/form\n2:1 missing-value transient-data/step-size\n");
+    EXPECT_EQ(faultsIn(solver, "100\n\nkP 1e-06\n"),
+              "2:1 missing-value sequential-solver/2\n3:1 not-an-integer sequential-solver/2\n"
+              "3:4 trailing-text sequential-solver\n");
+}
+
+/// A bad word is too many only if the others fit without it.
+TEST(ControlFileCheckTest, TellsOfAWordBehindTheOthersUnlessOneIsTooMany)
+{
+    const std::string rest = "\n1\n0\n1\n0\n";
+    const std::string both =
+        "1:1 not-an-integer equation-selection/1\n1:5 trailing-text equation-selection\n";
+    EXPECT_EQ(faultsIn("Equation Selection", "yes 1.5" + rest), both);
+    EXPECT_EQ(faultsIn("Equation Selection", "yes 1 0" + rest), both);
+    EXPECT_EQ(faultsIn("Equation Selection", "1.5 1" + rest), both);
+    EXPECT_EQ(faultsIn("Transient Data", "to 0.5 0\n0.1\n-1\n"),
+              "1:1 not-an-integer transient-data/form\n1:4 not-an-integer transient-data/steps\n"
+              "1:8 trailing-text transient-data\n");
 }
 
 TEST(ControlFileCheckTest, FindsFaultsInListsOfVariables)
@@ -377,6 +402,10 @@ TEST(ControlFileCheckTest, FindsFaultsInListsOfVariables)
              "solution-control/kU/3"),
         Case("Solution Control", solution + "[[kTotalP]] 15 5 1 1e-06\n", "unused-value", Warning,
              Effect::Lost, "solution-control/kTotalP"),
+        Case("Solution Control", solution + "kU [[n]] 15 5 1 1e-05\n", "not-an-integer", Error, Effect::Zero,
+             "solution-control/kU/1", "read for the values behind it: 0, 0, 0"),
+        Case("Constants", constants + "kInflate 1 [[n]] 0 1 3 0 1 3 0.45 1 0.01 0 1.05\n", "not-an-integer",
+             Error, Effect::Zero, "constants/kInflate/2"),
         Case("Solution Control", solution + "kU [[15.5]] 5 1 1e-06\n", "not-an-integer", Error, Effect::Start,
              "solution-control/kU/1", "read for the values behind it: 0, 0, 0.5"),
         Case("Solution Control", solution + "kU 15 5[[]]\nkV 15 5 1 1\nkW 1 1 1 1\n", "missing-value", Error,
@@ -587,6 +616,12 @@ TEST(ControlFileCheckTest, FindsFaultsInOneOfSeveralMaterialsOfAName)
 TEST(ControlFileCheckTest, FindsSectionsThatStandThereTwice)
 {
     const Case cases[] = {
+        Case("Title", " *** Title\n *** [[Title]]\nCavity\n", "repeated-section", Warning, Effect::Ignored,
+             "title", "overrides"),
+        Case("Equation Selection", " *** Equation Selection\n ***  [[Equation Selection]]\n1\n1\n0\n1\n0\n",
+             "repeated-section", Warning, Effect::Ignored, "equation-selection", "overrides"),
+        Case("Flag section", " *** Flag section\n *** [[Flag section]]\n0\n", "repeated-section", Warning,
+             Effect::Ignored, "flags", "overrides"),
         Case("", " *** [[Units]]\n5\n", "repeated-section", Warning, Effect::Ignored, "units", "overrides"),
         Case("", " *** [[Free Surface]]\n0\n0 0 0\n0 0\n0 0\n0 0\n0 0\n", "repeated-section", Warning,
              Effect::Ignored, "free-surface"),
@@ -737,27 +772,29 @@ TEST(ControlFileCheckTest, FindsNoSectionMissingWhoseTitleIsTakenForAHeader)
     EXPECT_EQ(linesOf(checkedBytes("file.ctl", wholeFile)).find("missing-section"), std::string::npos);
 }
 
-TEST(ControlFileCheckTest, TellsOfTwoBadHeaders)
+TEST(ControlFileCheckTest, TellsOfEachBadHeader)
 {
-    struct Row {
-        std::string text;
-        std::vector<std::string> expected;
+    const std::string version = "NEREO control file rev 07 NEREO Ver 2024.0.0.0\n";
+    const std::string branch = "NEREO 2024 (release)\n";
+    const std::pair<std::string, std::string> rows[] = {
+        {branch + version,                   "header/1 header/2 "},
+        {branch + " *** Something\n",        "header/1 header/2 "},
+        {version + version + branch,         "header/2 "         }, // the second stands in the third line
+        {version + version + branch + "1\n", "header/2 title "   },
+        {version + "a\nno title\n",          "header/2 title "   },
+        {"a\n *** Title\nCavity\n",          "header/1 header/2 "},
     };
-    const Row rows[] = {
-        {"NEREO 2024 (release)\nNEREO control file rev 07 NEREO Ver 2024.0.0.0\n", {"header/1", "header/2"}},
-        {"NEREO 2024 (release)\n *** Something\n",                                 {"header/1", "header/2"}},
-        {"anything\n *** Title\nCavity\n",                                         {"header/1", "header/2"}},
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.text);
+    for (const auto& [header, expected] : rows) {
         Sections sections;
-        sections.header() = row.text;
-        std::vector<std::string> found;
+        sections.header() = header;
+        std::string found;
         for (const Finding& finding : checkedBytes("file.ctl", sections.text(), FileKind::Control).findings) {
             if (finding.code == "bad-header")
-                found.push_back(finding.address.toStdString());
+                found += finding.address.toStdString() + ' ';
+            else if (finding.code == "missing-title")
+                found += "title ";
         }
-        EXPECT_EQ(found, row.expected);
+        EXPECT_EQ(found, expected) << header;
     }
 }
 
@@ -778,6 +815,18 @@ TEST(ControlFileCheckTest, FindsTitlesThatALoadTakesForLinesOfTheSectionBefore)
              "unknown-section", Warning, Effect::Ignored, "solution-control", message),
         Case("Units", " *** Units\n0\n\n[[***Property Settings]]\n", "unknown-section", Warning,
              Effect::Ignored, "property-settings", message),
+
+        // without asterisks, or with something else before the name
+        Case("Relaxation", " *** Relaxation\nkU 0.4 0\n  [[Solution Control]]\nkU 15 5 1 1\nkPSrc 1 1\n",
+             "unknown-section", Warning, Effect::Ignored, "solution-control", message),
+        Case("Relaxation", " *** Relaxation\n[[# Constants]]\nkPRef 5\n", "unknown-section", Warning,
+             Effect::Ignored, "constants", message),
+        Case("Constants", " *** Constants\nkPRef 5\n[[- *** Flag section]]\n1\nx 1\n", "unknown-section",
+             Warning, Effect::Ignored, "flags", message),
+        Case("Units", " *** Units\n0\n[[Equation  Selection]]\n1\n1\n", "unknown-section", Warning,
+             Effect::Ignored, "equation-selection", message),
+        Case("Solar Heating", " *** [[Solar Heating]]\n0 0\nRestart\n", "not-loaded", Note, Effect::Ignored,
+             "solar-heating"), // of which nobody knows what it may hold
 
         // behind a value, since the end of its line is missing
         Case("Units", " *** Units\n0 [[*** Transient Data]] \n0 0\n0.001\n-1\n", "unknown-section", Warning,

@@ -211,6 +211,23 @@ TEST(MaterialDatabaseCheckTest, FindsACarriageReturnThatASaveLoses)
     EXPECT_EQ(finding.place.column, 49);
 }
 
+TEST(MaterialDatabaseCheckTest, FindsNoWordWithACarriageReturn)
+{
+    const char* const rows[][2] = {
+        {"<variation_type>constant&#13;</variation_type>",                "unknown-variation"},
+        {"<variation_type>piecewise_linear</variation_type>"
+         "<independent_variable>kT&#13;</independent_variable>", "unknown-variable" },
+    };
+    for (const auto& [element, code] : rows) {
+        const CheckedFile checked =
+            checkedBytes("file.xml",
+                         std::string("<material_database><material type='fluid'><property type='density'>")
+                             + element + "</property></material></material_database>");
+        ASSERT_EQ(checked.findings.size(), 1U) << linesOf(checked);
+        EXPECT_EQ(checked.findings[0].code, code);
+    }
+}
+
 TEST(MaterialDatabaseCheckTest, FindsWhatStandsThereTwice)
 {
     const Expectation expectIgnored(Warning, Effect::Ignored);
@@ -386,12 +403,17 @@ TEST(MaterialDatabaseCheckTest, FindsThatALoadLosesBytesOfCharacters)
 TEST(MaterialDatabaseCheckTest, SaysWhyWideCharactersWithCarriageReturnsAreNoXml)
 {
     const Marked marked("<?xml version='1.0'?>\n<!-- -->\n<material_database>\n</material_database>[[]]\n");
-    const CheckedFile checked = checkedBytes("materials.xml", marked.withCarriageReturns().inUtf16().bytes());
-    ASSERT_EQ(checked.findings.size(), 1U) << linesOf(checked);
-    EXPECT_EQ(checked.findings.front().code, "malformed-xml");
-    EXPECT_TRUE(checked.findings.front().message.endsWith(
-        "a load fails; a load leaves out bytes 0D of characters, the first in line 1"))
-        << linesOf(checked);
+    const std::string bytes = marked.withCarriageReturns().inUtf16().bytes();
+    const std::string mark = "\xFE\xFF";
+    ASSERT_EQ(bytes.substr(0, 2), mark);
+    for (const std::string& document : {bytes, bytes.substr(mark.size())}) {
+        const CheckedFile checked = checkedBytes("materials.xml", document);
+        ASSERT_EQ(checked.findings.size(), 1U) << linesOf(checked);
+        EXPECT_EQ(checked.findings.front().code, "malformed-xml");
+        EXPECT_TRUE(checked.findings.front().message.endsWith(
+            "a load fails; a load leaves out bytes 0D of characters, the first in line 1"))
+            << linesOf(checked);
+    }
 }
 
 TEST(MaterialDatabaseCheckTest, KnowsNoOffsetsInEntities)
