@@ -402,6 +402,8 @@ private:
         isMet_[number] = true;
         isRead_[number] = true;
         nextLine();
+        if (!isAtEnd() && isWellWritten(line()) && sectionNumber(sectionNameIn(line())) == number)
+            return; // a title that is doubled is told of by itself
         list_ = addressOf(section.content);
         number_ = 0;
         readContent(section);

@@ -129,7 +129,8 @@ XmlText XmlFile::readText(XmlText::Use use, const QString& address)
     text.isInEntity = isInEntity_;
     while (next() && !isAt(Token::EndElement)) {
         if (isAt(Token::StartElement)) {
-            listener_.finding({Rule::UnexpectedElement, place(), address, name().toString()});
+            if (text.isWhole) // once: a missing end tag lets all that follows stand inside of the value
+                listener_.finding({Rule::UnexpectedElement, place(), address, name().toString()});
             text.isWhole = false;
             skipElement();
         } else if (isAt(Token::Characters) || isAt(Token::EntityReference)) {

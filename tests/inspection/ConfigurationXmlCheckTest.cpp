@@ -69,7 +69,7 @@ TEST(ConfigurationXmlCheckTest, FindsCarriageReturnsThatASaveLoses)
 {
     const std::string long_(5000, 'x'); // of which a check keeps little
     for (const std::string& text :
-         {"a&#13;b"s, "&#xD;"s, "a&#13;&#10;"s, "<![CDATA[a]]>&#13;"s, long_ + "&#13;"}) {
+         {"a&#13;b"s, "&#xD;"s, "a&#13;&#10;"s, "<![CDATA[a]]>&#13;"s, "a&#13;<!-- -->b"s, long_ + "&#13;"}) {
         const Fault fault {"<Nereo2Config><JobPrefix>[[]]" + text + "</JobPrefix></Nereo2Config>",
                            "stray-character",
                            Warning,
@@ -81,6 +81,17 @@ TEST(ConfigurationXmlCheckTest, FindsCarriageReturnsThatASaveLoses)
     expectClean(
         "file.xml",
         "<Nereo2Config><MaxIter>5&#13;</MaxIter><JobPrefix>a&#10;b&#9;c\n</JobPrefix></Nereo2Config>");
+}
+
+TEST(ConfigurationXmlCheckTest, FindsAValueWithoutItsEndOnce)
+{
+    const CheckedFile checked = checkedBytes(
+        "file.xml", "<Nereo2Config>\n<JobPrefix>a\n<MaxIter>5</MaxIter>\n<Width>7</Width>\n</Nereo2Config>");
+    ASSERT_EQ(checked.findings.size(), 2U) << linesOf(checked);
+    EXPECT_EQ(checked.findings[0].code, "unexpected-element");
+    EXPECT_EQ(checked.findings[0].address, "JobPrefix");
+    EXPECT_EQ(checked.findings[0].place.line, 3);
+    EXPECT_EQ(checked.findings[1].code, "malformed-xml");
 }
 
 TEST(ConfigurationXmlCheckTest, SaysOnceWhatTheReaderSaysOfANul)
