@@ -370,6 +370,17 @@ TEST(ControlFileCheckTest, TellsOfALineAsItStandsUnlessOneIsMissing)
               "3:4 trailing-text sequential-solver\n");
 }
 
+TEST(ControlFileCheckTest, SaysNothingOfANextLineWhereThereIsNone)
+{
+    for (const char* line : {"kU 15 5", "kU 15 0 x 0"}) {
+        Sections sections;
+        sections.section("Solution Control") = std::string(" *** Solution Control\n") + line + '\n';
+        const CheckedFile checked = checkedBytes("file.ctl", sections.text());
+        EXPECT_EQ(linesOf(checked).find("next line"), std::string::npos) << linesOf(checked);
+        EXPECT_NE(linesOf(checked).find("solution-control/kU/3"), std::string::npos) << linesOf(checked);
+    }
+}
+
 /// A bad word is too many only if the others fit without it.
 TEST(ControlFileCheckTest, TellsOfAWordBehindTheOthersUnlessOneIsTooMany)
 {
