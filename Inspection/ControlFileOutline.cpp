@@ -470,6 +470,7 @@ void ControlFileWalk::readSection()
     const QString name = simplified(spelling, longestName);
     title_ = lines_.begin() + begin;
     isBehindLostTitle_ = false;
+    values_.beginSection();
     ++sectionCount_;
     const Section* const section = sectionOf(name);
     if (section == nullptr) {
@@ -777,7 +778,7 @@ void ControlFileWalk::readFlag(SeenNames& names)
     values_.byteOrderMark(address, name);
     values_.text(address, value);
     lines_.addPart({name.begin, value.end}, address);
-    if (!lostTitle()) // which counts as a flag, and is told of with their number
+    if (!lostTitle(0, TitleMark::Asterisks)) // which counts as a flag, and is told of with their number
         values_.trailingText(address, value.end);
 }
 

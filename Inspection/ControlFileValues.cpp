@@ -69,7 +69,6 @@ void ControlFileValues::readSection(const QString& address, Fields fields)
     blank_.reset();
     held_.clear();
     isNameMissing_ = false;
-    isBehindTitle_ = false;
     for (int i = 0, end; i < fields.count; i = end) {
         for (; lines_.hasLine() && lines_.isBlank(); lines_.nextLine()) {
             if (!blank_) {
@@ -80,16 +79,17 @@ void ControlFileValues::readSection(const QString& address, Fields fields)
         if (!lines_.hasLine())
             return missingAtEnd(address, fields, i);
         end = i + firstLine(fields.mid(i, fields.count)).count;
-        isHeld_ = held_.empty() && isLike(firstLine(fields.mid(end, fields.count)));
-        if (isHeld_) {
-            fieldHeld_ = i;
-            placeHeld_ = lines_.place(lines_.wordFrom(0).begin);
-        }
+        const bool mayBeNext = held_.empty() && isLike(firstLine(fields.mid(end, fields.count)));
+        isHeld_ = mayBeNext;
         const bool isWhole = readLine(address, fields.mid(i, end), 0);
         isHeld_ = false;
         if (!isWhole) {
             tellHeld();
             return readShifted(address, fields.mid(end, fields.count));
+        }
+        if (mayBeNext && !held_.empty()) {
+            fieldHeld_ = i;
+            placeHeld_ = lines_.place(lines_.wordFrom(0).begin);
         }
         lines_.nextLine();
     }

@@ -46,6 +46,8 @@ public:
     {
     }
 
+    void beginSection() { isBehindTitle_ = false; }
+
     /// Reads the values of a section with lines of its own.
     void readSection(const QString& address, Fields fields);
 
@@ -119,7 +121,7 @@ private:
     std::optional<Place> blank_; ///< the first line that it has skipped
     int fieldAtBlank_ = 0;
     bool isNameMissing_ = false; ///< of the variable in the line
-    bool isBehindTitle_ = false; ///< that stands behind a value
+    bool isBehindTitle_ = false; ///< that stands behind a value of the section
 
     // What is wrong with a line that is as the one behind it should be is told at the end of the section: if
     // that comes a line early, this is where a line is missing, and nothing else is wrong.

@@ -851,6 +851,26 @@ TEST(ControlFileCheckTest, FindsTitlesThatALoadTakesForLinesOfTheSectionBefore)
         expectFinding(row);
 }
 
+TEST(ControlFileCheckTest, FindsWhatIsWrongInTheSectionsBehindALostTitle)
+{
+    Sections sections;
+    sections.section("Relaxation") = " *** Relaxation\nkU 0.4 0 *** Constants\nkPRef 5\n";
+    sections.section("Title") = "";
+    sections.section("Scalars") = " *** Title\nCavity\nand more\n";
+    const std::string lines = linesOf(checkedBytes("file.ctl", sections.text()));
+    EXPECT_NE(lines.find("[unknown-section] constants"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("[trailing-text] title"), std::string::npos) << lines;
+}
+
+TEST(ControlFileCheckTest, TakesNoFlagForATitle)
+{
+    Sections sections;
+    sections.section("Restart") = "";
+    sections.section("Flag section") = " *** Flag section\n1\nmode Restart\n";
+    const std::string lines = linesOf(checkedBytes("file.ctl", sections.text()));
+    EXPECT_NE(lines.find("[missing-section] restart"), std::string::npos) << lines;
+}
+
 /// Nobody has to be told besides that the section is missing.
 TEST(ControlFileCheckTest, FindsNoSectionMissingWhoseTitleIsLost)
 {
