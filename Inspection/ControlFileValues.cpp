@@ -169,13 +169,28 @@ bool ControlFileValues::readLine(const QString& address, Fields fields, int from
     int at = from;
     for (int i = 0; i < fields.count; ++i) {
         const Range word = lines_.wordFrom(at);
-        if (word.isEmpty() || !readField(address, fields[i], word))
-            return readBroken(address, fields.mid(i, fields.count), at);
+        const Fields rest = fields.mid(i, fields.count);
+        if (word.isEmpty() || isSwitchMissing(rest, word) || !readField(address, fields[i], word))
+            return readBroken(address, rest, at);
         at = word.end;
     }
     trailingText(fields.count == 1 ? fieldAddress(address, fields[0]) : address, at);
     lines_.goTo(lines_.lineEnd());
     return true;
+}
+
+/// Whether the word of the first field is no switch, and those that are there would fit one field later.
+bool ControlFileValues::isSwitchMissing(Fields fields, Range word)
+{
+    double value = 0;
+    if (fields[0].type != Type::Switch || faultOf(Type::Switch, word, value) || value == 0 || value == 1)
+        return false;
+    for (int i = 1; i < fields.count; ++i) {
+        if (word.isEmpty() || faultOf(fields[i].type, word, value))
+            return false;
+        word = lines_.wordFrom(word.end);
+    }
+    return word.isEmpty();
 }
 
 /// False if something is wrong with its word.
@@ -273,6 +288,8 @@ int ControlFileValues::judge(const QString& address, Fields fields, int at)
         if (!read.word.isEmpty() && read.fault)
             lines_.cover(read.word);
     }
+    if (!reads_.front().fault) // a switch is missing, and the word belongs to the field behind it
+        reads_.front().fault = WordFault {Rule::MissingValue};
     discover(address, fields);
     return at;
 }

@@ -97,6 +97,7 @@ private:
     bool isLike(Fields fields);
     void tell(const Discovery& discovery);
     void tellHeld();
+    bool isSwitchMissing(Fields fields, Range word);
     bool readField(const QString& address, const Field& field, Range word);
     void variable(const QString& address, Range word);
     bool readBroken(const QString& address, Fields fields, int at);
