@@ -128,7 +128,8 @@ ResultsStatistics FieldStatistics::result() const
     statistics.count = count_;
     statistics.minimum = count_ > 0 ? minimum_.value : none;
     statistics.maximum = count_ > 0 ? maximum_.value : none;
-    statistics.mean = count_ > 0 ? sum_.dividedBy(count_) : none;
+    // Two roundings can lead out of the range, as of 199 values that are the same.
+    statistics.mean = count_ > 0 ? std::clamp(sum_.dividedBy(count_), minimum_.value, maximum_.value) : none;
     statistics.rootMeanSquare = count_ > 0 ? squares_.rootMean(count_) : none;
     statistics.minimumNode = minimum_.node;
     statistics.maximumNode = maximum_.node;

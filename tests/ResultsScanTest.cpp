@@ -140,6 +140,20 @@ TEST(ResultsScan, SumsWithoutRounding)
         EXPECT_EQ(statisticsOf(values).mean, mean) << ::testing::PrintToString(values);
 }
 
+TEST(ResultsScan, HasTheMeanOfValuesThatAreAlikeAmongThem)
+{
+    int divided = 0; // to another one
+    for (const double value : {0.9116279622512017, -0.9116279622512017, 1.1, -1e-7}) {
+        for (int count = 1; count <= 200; ++count) {
+            EXPECT_EQ(bitsOf(statisticsOf(std::vector<double>(std::size_t(count), value)).mean),
+                      bitsOf(value))
+                << count << " of " << value;
+            divided += value * count / count != value;
+        }
+    }
+    EXPECT_GT(divided, 0);
+}
+
 TEST(ResultsScan, SquaresTheLargestAndTheSmallestNumbers)
 {
     const struct {

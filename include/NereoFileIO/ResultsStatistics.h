@@ -10,7 +10,7 @@ struct ResultsStatistics {
     qint64 count = 0;     ///< of the finite values, which the numbers below are about
     double minimum = 0.0; ///< a NaN where there are none, as the next three
     double maximum = 0.0;
-    double mean = 0.0;           ///< the exact sum, rounded once, divided by the count
+    double mean = 0.0;           ///< the exact sum, rounded once, divided by the count; within the extremes
     double rootMeanSquare = 0.0; ///< of squares that are rounded once each, and summed likewise
     int minimumNode = 0;         ///< the smallest of the nodes with this value; 0 where there is none
     int maximumNode = 0;         ///< likewise
