@@ -332,7 +332,11 @@ private:
     void readList(const List& list, FieldsOfCode fieldsOfCode);
     void nodeFlag(const QString& address, Range name, int code);
     void unknownVariable(const List& list, Range name);
-    void readCriterion(const QString& address);
+    void readSwitches(const QString& address, bool areThere);
+    bool readCriterion(const QString& address);
+    std::optional<int> endOfWords(const QString& words);
+    int readUnloaded(const QString& address, Type type, int at);
+    void missingUnloaded(const QString& address, int at);
     bool readLines(const QString& address, const QStringList& expected);
     void readFlag(SeenNames& names);
     void notLoaded(const Section& section);
@@ -690,37 +694,70 @@ void ControlFileWalk::readConstants(const Section& section)
 void ControlFileWalk::readAutoConvergence(const Section& section)
 {
     notLoaded(section);
-    const QString address = section.address;
     bool isFirst = true;
     for (; lines_.hasLine(); lines_.nextLine()) {
         reportLostTitle();
-        if (!lines_.isBlank() && isFirst) {
+        if (!lines_.isBlank()) {
+            const bool isCriterion = readCriterion(section.address);
+            if (isFirst)
+                readSwitches(section.address, !isCriterion);
             isFirst = false;
-            int at = 0;
-            for (const Field& field : switchFields) {
-                const Range word = lines_.wordFrom(at);
-                if (!word.isEmpty())
-                    values_.unloaded(fieldAddress(address, field), field.type, word);
-                at = word.end;
-            }
-        } else if (!lines_.isBlank()) {
-            readCriterion(address);
         }
         lines_.reportCharacters();
     }
 }
 
-void ControlFileWalk::readCriterion(const QString& address)
+void ControlFileWalk::readSwitches(const QString& address, bool areThere)
 {
-    const Range line = lines_.restFrom(0);
-    const QStringView text = lines_.text(line);
-    const auto behindText = std::find_if(text.rbegin(), text.rend(), [](QChar c) { return c.isSpace(); });
-    const int begin = line.begin + int(text.rend() - behindText);
-    const QStringView name = lines_.text({line.begin, begin});
+    if (!areThere)
+        return missingUnloaded(fieldAddress(address, switchFields[0]), lines_.wordFrom(0).begin);
+    int at = 0;
+    for (const Field& field : switchFields)
+        at = readUnloaded(fieldAddress(address, field), field.type, at);
+    values_.trailingText(address, at);
+}
+
+/// False if the line is none.
+bool ControlFileWalk::readCriterion(const QString& address)
+{
     for (std::size_t i = 0; i < std::size(Io::criteria); ++i) {
-        if (haveSameWords(name, QString::fromLatin1(Io::criteria[i].text)))
-            values_.unloaded(fieldAddress(address, criterionFields[i]), Type::Number, {begin, line.end});
+        if (const std::optional<int> end = endOfWords(QString::fromLatin1(Io::criteria[i].text))) {
+            const QString name = fieldAddress(address, criterionFields[i]);
+            values_.trailingText(name, readUnloaded(name, Type::Number, *end));
+            return true;
+        }
     }
+    return false;
+}
+
+/// The place behind the words with which the line begins; none if it begins with others.
+std::optional<int> ControlFileWalk::endOfWords(const QString& words)
+{
+    int at = 0;
+    for (const QString& word : words.split(QLatin1Char(' '))) {
+        const Range range = lines_.wordFrom(at);
+        if (lines_.text(range) != word)
+            return {};
+        at = range.end;
+    }
+    return at;
+}
+
+/// Reads the word behind a place, and gives the place behind it.
+int ControlFileWalk::readUnloaded(const QString& address, Type type, int at)
+{
+    const Range word = lines_.wordFrom(at);
+    if (!word.isEmpty()) {
+        values_.unloaded(address, type, word);
+        return word.end;
+    }
+    missingUnloaded(address, lines_.lineEnd());
+    return lines_.lineEnd();
+}
+
+void ControlFileWalk::missingUnloaded(const QString& address, int at)
+{
+    listener_.finding({Rule::UnreadMissingValue, lines_.place(at), address});
 }
 
 void ControlFileWalk::readFlags(const Section& section)

@@ -306,7 +306,7 @@ private:
         if (type.isValid())
             material.points[type.index()] = property.points;
         if (judges_ && !xml_.hasError() && !property.isMerged)
-            checkUse(property);
+            checkUse(property, type.isValid());
     }
 
     /// Whether the material has the property, and not another one in its place.
@@ -378,8 +378,8 @@ private:
     }
 
     /// What of a property a save leaves out, and what it has to write without having read it. A variation
-    /// that isn't known has been told.
-    void checkUse(const Property& property)
+    /// that isn't known has been told, and so has a type, where the load has ended.
+    void checkUse(const Property& property, bool isKnown)
     {
         if (!property.variation.isValid())
             return;
@@ -390,9 +390,10 @@ private:
             reportNumber(Rule::UnusedValue, *property.value);
         if (hasCurve && !isCurveWritten)
             reportUnusedCurve(property);
-        else if (isValueWritten && !property.met.has(Value))
+        else if (isKnown && isValueWritten && !property.met.has(Value))
             reportMissing(Rule::MissingValue, address(MaterialXml::value));
-        if (isCurveWritten && !property.met.has(Variable))
+        // A value and no curve: it is the variation that is wrong.
+        if (isCurveWritten && !property.met.has(Variable) && (hasCurve || !property.value))
             reportMissing(Rule::MissingVariable, address(MaterialXml::independentVariable));
     }
 

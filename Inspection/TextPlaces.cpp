@@ -243,7 +243,7 @@ private:
         if (step.value == '\n')
             return passLineFeed(step);
         closeReturn();
-        if (step.value == 0 && !places_.isDocument_) // which is malformed there
+        if (step.value == 0)
             addFault(Rule::Nul, here());
         addCharacter(at_, step);
         ++state_.column;
@@ -504,7 +504,22 @@ bool TextPlaces::passBlock()
         if (faults_[i].rule == Rule::NotUtf8 || faults_[i].rule == Rule::NotUtf8AtEnd)
             firstBadByte_ = faults_[i].place;
     }
+    if (isDocument_)
+        putNulsAside(met);
     return !isAtEnd_;
+}
+
+/// A reader says by itself where a NUL makes a document malformed, which it does nearly anywhere.
+void TextPlaces::putNulsAside(std::size_t firstFault)
+{
+    const auto isNul = [](const Fault& fault) { return fault.rule == Rule::Nul; };
+    const auto begin = faults_.begin() + std::ptrdiff_t(firstFault);
+    const auto nul = std::find_if(begin, faults_.end(), isNul);
+    if (nul == faults_.end())
+        return;
+    if (!firstNul_.hasLine())
+        firstNul_ = nul->place;
+    faults_.erase(std::remove_if(begin, faults_.end(), isNul), faults_.end());
 }
 
 /// Finds out about the characters of the block that this one ends in. False if there is no such character.

@@ -72,6 +72,9 @@ public:
     /// The first byte that is no character; absent if there is none.
     Place firstBadByte();
 
+    /// The first NUL of a document, once all of it has been gone over; absent if there is none.
+    Place firstNul() const { return firstNul_; }
+
 private:
     /// What is known where a block begins.
     struct State {
@@ -129,6 +132,7 @@ private:
 
     QByteArray bytesAt(qint64 offset, qint64 count);
     bool passBlock();
+    void putNulsAside(std::size_t firstFault);
     bool openBlockOf(qint64 index);
     Step stepAt(const QByteArray& bytes, int at, bool isValid, int pending) const;
     int plainCharactersAt(const QByteArray& bytes, int at) const;
@@ -153,6 +157,7 @@ private:
     std::vector<Part> parts_;
     std::size_t passedParts_ = 0;
     Place firstBadByte_;
+    Place firstNul_;
 };
 
 } // namespace Nereo::Inspection

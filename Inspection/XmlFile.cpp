@@ -231,6 +231,18 @@ Place XmlFile::endOfFile()
     return placeAt(file_.size(), false); // no file has more characters than bytes
 }
 
+void XmlFile::reportFaults()
+{
+    TextPlaces& places = this->places();
+    places.reportFaults(listener_);
+    Place nul = places.firstNul();
+    if (!nul.hasLine())
+        return;
+    if (!hasOffsets_)
+        nul.offset = Place::Absent;
+    listener_.finding({Rule::NulInName, nul});
+}
+
 void XmlFile::reportEnd()
 {
     if (!hasPlaces_) {
@@ -244,7 +256,7 @@ void XmlFile::reportEnd()
     const Place lostByte = hasExactPlaces_ ? Place() : FileEncoding::lostByteOfDocument(file_);
     if (!xml_.hasError()) {
         if (hasExactPlaces_)
-            places.reportFaults(listener_);
+            reportFaults();
         else if (lostByte.hasLine())
             listener_.finding({Rule::LostByte, lostByte});
         return;

@@ -74,6 +74,7 @@ public:
     void reportEnd();
 
 private:
+    void reportFaults();
     using Token = QXmlStreamReader::TokenType;
 
     struct Range {

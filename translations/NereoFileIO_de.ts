@@ -1356,5 +1356,9 @@
         <source>a line is missing before it, and the first title with what stands up to the next one is ignored</source>
         <translation>davor fehlt eine Zeile; der erste Titel und was bis zum nächsten steht, wird übergangen</translation>
     </message>
+    <message>
+        <source>a NUL in the name of an attribute, which is ignored</source>
+        <translation>Ein NUL im Namen eines Attributs, das übergangen wird</translation>
+    </message>
 </context>
 </TS>

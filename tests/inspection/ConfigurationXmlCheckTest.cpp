@@ -94,6 +94,26 @@ TEST(ConfigurationXmlCheckTest, FindsAValueWithoutItsEndOnce)
     EXPECT_EQ(checked.findings[1].code, "malformed-xml");
 }
 
+/// The reader takes such an attribute for one with another name.
+TEST(ConfigurationXmlCheckTest, FindsANulInTheNameOfAnAttribute)
+{
+    for (const std::string& text :
+         {"<Nereo2Config V[[\0]]ersion='2024.0.0.0'>\n<MaxIter a\0b='1'>7</MaxIter></Nereo2Config>"s,
+          "<Nereo2Config><MaxIter \xC3\xA4[[\0]]='1'>7</MaxIter></Nereo2Config>"s}) {
+        const Marked marked(text);
+        for (const Marked& document : {marked, marked.inUtf16()}) {
+            const CheckedFile checked = checkedBytes("file.xml", document.bytes());
+            ASSERT_EQ(checked.findings.size(), 1U) << linesOf(checked);
+            EXPECT_EQ(checked.findings[0].code, "stray-character");
+            EXPECT_EQ(effectName(checked.findings[0].effect), effectName(Effect::Ignored));
+            EXPECT_EQ(checked.findings[0].place.column, document.place().column);
+            EXPECT_EQ(checked.findings[0].place.line, 1);
+        }
+        EXPECT_EQ(checkedBytes("file.xml", marked.bytes()).findings[0].place.offset, marked.place().offset);
+        EXPECT_FALSE(checkedBytes("file.xml", marked.inUtf16().bytes()).findings[0].place.hasOffset());
+    }
+}
+
 TEST(ConfigurationXmlCheckTest, SaysOnceWhatTheReaderSaysOfANul)
 {
     for (const std::string& text : {

@@ -121,7 +121,8 @@ TEST(MaterialDatabaseAgreementTest, TakesAMillionFaults)
 {
     std::string bytes = "<material_database>";
     for (int i = 0; i < 100'000; ++i)
-        bytes += "<material type='fluid'><name>a</name><id>1</id><x/><id/><property/></material>";
+        bytes += "<material type='fluid'><name>a</name><id>1</id><x/><id/><property/>"
+                 "<property type='density'/></material>";
     const CheckedFile checked = checkedBytes("materials.xml", bytes + "</material_database>");
     EXPECT_EQ(checked.counts.errors, 300'000);
     EXPECT_EQ(checked.findings.size(), 5000U); // a thousand of each code

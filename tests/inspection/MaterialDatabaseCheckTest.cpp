@@ -211,6 +211,24 @@ TEST(MaterialDatabaseCheckTest, FindsACarriageReturnThatASaveLoses)
     EXPECT_EQ(finding.place.column, 49);
 }
 
+TEST(MaterialDatabaseCheckTest, FindsAWrongTypeAndNothingThatIsMissingThen)
+{
+    const char* const rows[][2] = {
+        {"<property type='heat'></property>",                                                                      "unknown-property-type"},
+        {"<property "
+         "type='density'><variation_type>piecewise_linear</variation_type><value>7.5</value></property>", "unused-value"         },
+        {"<property type='density'><variation_type>piecewise_linear</variation_type></property>",
+         "missing-value"                                                                                                                  },
+    };
+    for (const auto& [property, code] : rows) {
+        const CheckedFile checked = checkedBytes("file.xml",
+                                                 std::string("<material_database><material type='fluid'>")
+                                                     + property + "</material></material_database>");
+        ASSERT_EQ(checked.findings.size(), 1U) << linesOf(checked);
+        EXPECT_EQ(checked.findings[0].code, code);
+    }
+}
+
 TEST(MaterialDatabaseCheckTest, FindsNoWordWithACarriageReturn)
 {
     const char* const rows[][2] = {
