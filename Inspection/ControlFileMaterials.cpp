@@ -33,6 +33,8 @@ bool ControlFileMaterials::read(const QString& address)
     while (lines_.hasLine()) {
         if (lines_.isBlank()) {
             lines_.nextLine();
+        } else if (values_.reportLostTitle()) {
+            break;
         } else if (++count_; !readMaterial()) {
             skipMaterial();
         }

@@ -2,6 +2,7 @@
 #include "ControlFileLines.h"
 #include "ControlFileMaterials.h"
 #include "NearestName.h"
+#include "SectionTitles.h"
 #include "SeenNames.h"
 #include "VariableNames.h"
 #include "VersionFault.h"
@@ -20,6 +21,7 @@
 #include <iterator>
 #include <limits>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 namespace Nereo::Inspection {
@@ -256,6 +258,7 @@ public:
         readFirstTitle();
         while (lines_.hasTitle())
             readSection();
+        tellDoubtfulTitle(order_.add());
         for (const Section& section : sections()) {
             if (section.isAlwaysWritten && !isSeen(section) && !isMeant(section))
                 listener_.finding(
@@ -288,18 +291,21 @@ private:
 
     static Sections sections();
     static const Section* sectionOf(const QString& name);
+    static int numberOf(const Section& section) { return int(&section - sections().first); }
+    static int countOfWritten();
+    static const QStringList& names();
     static const Section* titledSection(QStringView line)
     {
         return sectionOf(simplified(titleOf(line), longestName));
     }
     std::bitset<32>::reference isSeen(const Section& section)
     {
-        return seenSections_[std::size_t(&section - sections().first)];
+        return seenSections_[std::size_t(numberOf(section))];
     }
 
     std::bitset<32>::reference isMeant(const Section& section)
     {
-        return meantSections_[std::size_t(&section - sections().first)];
+        return meantSections_[std::size_t(numberOf(section))];
     }
 
     void readHeader();
@@ -312,9 +318,10 @@ private:
     void readSection();
     bool isTitleOf(const Section& section) const;
     void readUnknownSection(QStringView spelling, const QString& name);
+    void tellDoubtfulTitle(std::optional<int> place);
     std::optional<Discovery> lostTitle(int at = 0, TitleMark mark = TitleMark::Any); // and notes whose it is
     static const Section* meantSection(QStringView title, TitleMark mark);
-    void reportLostTitle();
+    bool reportLostTitle();
     void skipLines();
 
     void readTitle(const Section& section);
@@ -335,7 +342,7 @@ private:
     void readSwitches(const QString& address, bool areThere);
     bool readCriterion(const QString& address);
     std::optional<int> endOfWords(const QString& words);
-    int readUnloaded(const QString& address, Type type, int at);
+    void readUnloaded(const QString& section, Fields fields, int at);
     void missingUnloaded(const QString& address, int at);
     bool readLines(const QString& address, const QStringList& expected);
     void readFlag(SeenNames& names);
@@ -349,8 +356,11 @@ private:
     std::bitset<32> seenSections_;
     std::bitset<32> meantSections_; ///< by a title that is no section's: they aren't missing besides
     SeenNames unknownSections_;
+    std::optional<Discovery> doubtfulTitle_; ///< an unknown or repeated one, until the next title is known
+    TitleOrder order_ {countOfWritten()};
     ControlFileMaterials materials_;
-    qint64 title_ = 0; ///< the number of the first character of the section's name
+    const Section* following_ = nullptr; ///< the section that a writer puts behind this one
+    qint64 title_ = 0;                   ///< the number of the first character of the section's name
     int sectionCount_ = 0;
     bool isBehindLostTitle_ = false;
     std::optional<Discovery> movedUp_; ///< of the second header in the first line
@@ -455,6 +465,7 @@ void ControlFileWalk::readFirstTitle()
     Discovery discovery {Rule::MissingTitle, lines_.place(0), {}, excerpt(lines_.text())};
     lines_.cover({0, lines_.lineEnd()});
     lostTitle(); // whose section isn't missing besides
+    order_.addDoubtful();
     const bool isMovedDown = isSecondHeaderBad_ && isSecondHeader(lines_.text()); // by the line that is bad
     bool isIgnored = !isMovedDown && !lines_.text().trimmed().isEmpty();
     for (lines_.readLine(); lines_.hasLine(); lines_.nextLine())
@@ -479,12 +490,19 @@ void ControlFileWalk::readSection()
     const Section* const section = sectionOf(name);
     if (section == nullptr) {
         lines_.cover({begin, begin + int(spelling.size())});
+        following_ = nullptr;
         return readUnknownSection(spelling, name);
     }
+    const bool isRepeated = isSeen(*section);
+    if (isRepeated)
+        order_.addDoubtful();
+    tellDoubtfulTitle(isRepeated ? std::nullopt : order_.add(numberOf(*section)));
+    following_ = numberOf(*section) + 1 < countOfWritten() ? section + 1 : nullptr;
 
-    if (isSeen(*section) && !listener_.onlyCounts(Rule::RepeatedSection))
-        listener_.finding(
-            {Rule::RepeatedSection, lines_.placeOf(title_), section->address, excerpt(spelling)});
+    if (isRepeated && !listener_.onlyCounts(Rule::RepeatedSection)) {
+        doubtfulTitle_ =
+            Discovery {Rule::RepeatedSection, lines_.placeOf(title_), section->address, excerpt(spelling)};
+    }
     isSeen(*section) = true;
     lines_.readLine();
     if (!isTitleOf(*section)) // a title that is doubled is told of by itself
@@ -519,18 +537,34 @@ void ControlFileWalk::readUnknownSection(QStringView spelling, const QString& na
         if (repeated > 0 && !name.isEmpty())
             address += QLatin1Char('#') + QString::number(repeated + 1);
     }
+    const Section* const meant = isTold ? sectionOf(nearestName(name, names())) : nullptr;
+    if (meant != nullptr)
+        isMeant(*meant) = true;
+    tellDoubtfulTitle({});
+    order_.addDoubtful();
     if (isTold) {
-        QStringList names;
-        for (const Section& section : sections())
-            names.append(QLatin1String(section.name));
-        if (const Section* const meant = sectionOf(nearestName(name, names)))
-            isMeant(*meant) = true;
-        Discovery discovery {Rule::UnknownSection, lines_.placeOf(title_), address, excerpt(spelling)};
-        discovery.knownNames = &names;
-        listener_.finding(discovery);
+        doubtfulTitle_ = Discovery {Rule::UnknownSection, lines_.placeOf(title_), address, excerpt(spelling)};
+        doubtfulTitle_->knownNames = &names();
     }
     lines_.readLine();
     readLines(address, {});
+}
+
+/// Tells of the doubtful title before this one. The section in whose place it stands isn't missing besides.
+void ControlFileWalk::tellDoubtfulTitle(std::optional<int> place)
+{
+    const Section* const section = place ? sections().first + *place : nullptr;
+    const bool isInPlace = section != nullptr && !isSeen(*section) && !isMeant(*section);
+    if (isInPlace)
+        isMeant(*section) = true;
+    if (!doubtfulTitle_)
+        return;
+    if (isInPlace) {
+        doubtfulTitle_->consequence =
+            translated("a writer puts the section \"%1\" here").arg(QLatin1String(section->name));
+    }
+    listener_.finding(*doubtfulTitle_);
+    doubtfulTitle_.reset();
 }
 
 /// What there is to say of a line that names a section and would be its title with other blanks and
@@ -538,7 +572,9 @@ void ControlFileWalk::readUnknownSection(QStringView spelling, const QString& na
 std::optional<Discovery> ControlFileWalk::lostTitle(int at, TitleMark mark)
 {
     const Range range = lines_.restFrom(at);
-    const Section* const section = meantSection(lines_.text(range), mark);
+    const QStringView title = lines_.text(range);
+    const bool isNext = following_ != nullptr && title.endsWith(QLatin1String(following_->name));
+    const Section* const section = meantSection(title, isNext ? TitleMark::Any : mark);
     if (section == nullptr)
         return {};
     isBehindLostTitle_ = true;
@@ -551,19 +587,27 @@ std::optional<Discovery> ControlFileWalk::lostTitle(int at, TitleMark mark)
 const ControlFileWalk::Section* ControlFileWalk::meantSection(QStringView title, TitleMark mark)
 {
     const bool hasAsterisks = title.startsWith(asterisk);
-    if (mark == TitleMark::Asterisks && !hasAsterisks)
+    if (mark == TitleMark::Asterisks && !mayBeDamagedTitle(title))
         return nullptr;
     const QString words = simplified(title, longestName);
     const Section* const section = sectionOf(withoutAsterisks(words));
-    if (section != nullptr || hasAsterisks)
+    if (section != nullptr)
         return section;
-    return sectionOf(withoutAsterisks(words.section(QLatin1Char(' '), 1)));
+    for (const Section& damaged : sections()) {
+        if (isDamagedTitleOf(QLatin1String(damaged.name), words))
+            return &damaged;
+    }
+    const bool hasWord = mark == TitleMark::Any && !hasAsterisks;
+    return hasWord ? sectionOf(withoutAsterisks(words.section(QLatin1Char(' '), 1))) : nullptr;
 }
 
-void ControlFileWalk::reportLostTitle()
+/// False if the line is none.
+bool ControlFileWalk::reportLostTitle()
 {
-    if (const std::optional<Discovery> discovery = lostTitle(0, TitleMark::Asterisks))
+    const std::optional<Discovery> discovery = lostTitle(0, TitleMark::Asterisks);
+    if (discovery)
         listener_.finding(*discovery);
+    return discovery.has_value();
 }
 
 void ControlFileWalk::readTitle(const Section& section)
@@ -695,8 +739,7 @@ void ControlFileWalk::readAutoConvergence(const Section& section)
 {
     notLoaded(section);
     bool isFirst = true;
-    for (; lines_.hasLine(); lines_.nextLine()) {
-        reportLostTitle();
+    for (; lines_.hasLine() && !reportLostTitle(); lines_.nextLine()) {
         if (!lines_.isBlank()) {
             const bool isCriterion = readCriterion(section.address);
             if (isFirst)
@@ -711,10 +754,7 @@ void ControlFileWalk::readSwitches(const QString& address, bool areThere)
 {
     if (!areThere)
         return missingUnloaded(fieldAddress(address, switchFields[0]), lines_.wordFrom(0).begin);
-    int at = 0;
-    for (const Field& field : switchFields)
-        at = readUnloaded(fieldAddress(address, field), field.type, at);
-    values_.trailingText(address, at);
+    readUnloaded(address, all(switchFields), 0);
 }
 
 /// False if the line is none.
@@ -722,8 +762,7 @@ bool ControlFileWalk::readCriterion(const QString& address)
 {
     for (std::size_t i = 0; i < std::size(Io::criteria); ++i) {
         if (const std::optional<int> end = endOfWords(QString::fromLatin1(Io::criteria[i].text))) {
-            const QString name = fieldAddress(address, criterionFields[i]);
-            values_.trailingText(name, readUnloaded(name, Type::Number, *end));
+            readUnloaded(address, all(criterionFields).mid(int(i), int(i) + 1), *end);
             return true;
         }
     }
@@ -743,16 +782,28 @@ std::optional<int> ControlFileWalk::endOfWords(const QString& words)
     return at;
 }
 
-/// Reads the word behind a place, and gives the place behind it.
-int ControlFileWalk::readUnloaded(const QString& address, Type type, int at)
+/// Reads what stands behind a place in the line.
+void ControlFileWalk::readUnloaded(const QString& section, Fields fields, int at)
 {
-    const Range word = lines_.wordFrom(at);
-    if (!word.isEmpty()) {
-        values_.unloaded(address, type, word);
-        return word.end;
+    bool isAnyBad = false;
+    bool isMissingTold = false;
+    Field field;
+    for (int i = 0; i < fields.count; ++i) {
+        field = fields[i];
+        const Range word = lines_.wordFrom(at);
+        if (!word.isEmpty()) {
+            isAnyBad = !values_.unloaded(fieldAddress(section, field), field.type, word) || isAnyBad;
+            isMissingTold = i + 1 < fields.count && values_.isTwoInOne(word, field.type, fields[i + 1].type);
+        } else if (!std::exchange(isMissingTold, false)) {
+            missingUnloaded(fieldAddress(section, field), lines_.lineEnd());
+        }
+        at = word.isEmpty() ? lines_.lineEnd() : word.end;
     }
-    missingUnloaded(address, lines_.lineEnd());
-    return lines_.lineEnd();
+    const Range rest = lines_.restFrom(at);
+    if (isAnyBad && values_.isValue(field.type, rest)) // the bad one is too many
+        lines_.cover(rest);
+    else
+        values_.trailingText(fields.count == 1 ? fieldAddress(section, field) : section, at);
 }
 
 void ControlFileWalk::missingUnloaded(const QString& address, int at)
@@ -814,8 +865,9 @@ void ControlFileWalk::readFlag(SeenNames& names)
     }
     values_.byteOrderMark(address, name);
     values_.text(address, value);
+    lostTitle(0, TitleMark::Asterisks); // which counts as a flag, and is told of with their number
     lines_.addPart({name.begin, value.end}, address);
-    if (!lostTitle(0, TitleMark::Asterisks)) // which counts as a flag, and is told of with their number
+    if (!isBehindLostTitle_)
         values_.trailingText(address, value.end);
 }
 
@@ -841,16 +893,22 @@ void ControlFileWalk::readVariableOutput(const Section& section)
         notLoaded(section);
 }
 
-/// Tells of the lines that aren't blank, by their places. False if they don't say what is expected.
+/// Tells of the lines that aren't blank, by their places. False if they don't say what is expected, bad
+/// characters and what stands behind the title of another section aside.
 bool ControlFileWalk::readLines(const QString& address, const QStringList& expected)
 {
     bool areSame = true;
     int count = 0;
+    int ownCount = 0; // up to a lost title
     for (; lines_.hasLine(); lines_.nextLine()) {
         reportLostTitle();
         if (!lines_.isBlank()) {
             const Range line = lines_.restFrom(0);
-            areSame = areSame && count < expected.size() && haveSameWords(lines_.text(line), expected[count]);
+            if (!isBehindLostTitle_) {
+                areSame = areSame && ownCount < expected.size()
+                    && (haveSameWords(lines_.text(line), expected[ownCount]) || lines_.reportLine());
+                ++ownCount;
+            }
             ++count;
             if (listener_.wantsItems())
                 values_.item(address + QLatin1Char('/') + QString::number(count), Type::Text, line,
@@ -858,13 +916,31 @@ bool ControlFileWalk::readLines(const QString& address, const QStringList& expec
         }
         lines_.reportCharacters();
     }
-    return areSame && count == expected.size();
+    return areSame && ownCount == expected.size();
 }
 
 void ControlFileWalk::notLoaded(const Section& section)
 {
     if (!listener_.onlyCounts(Rule::NotLoaded))
         listener_.finding({Rule::NotLoaded, lines_.placeOf(title_), section.address, section.name});
+}
+
+/// The sections that a writer always writes come first.
+int ControlFileWalk::countOfWritten()
+{
+    const Sections all = sections();
+    return int(std::count_if(all.begin(), all.end(), [](const Section& s) { return s.isAlwaysWritten; }));
+}
+
+const QStringList& ControlFileWalk::names()
+{
+    static const QStringList names = [] {
+        QStringList all;
+        for (const Section& section : sections())
+            all.append(QLatin1String(section.name));
+        return all;
+    }();
+    return names;
 }
 
 const ControlFileWalk::Section* ControlFileWalk::sectionOf(const QString& name)

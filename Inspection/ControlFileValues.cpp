@@ -68,7 +68,7 @@ void ControlFileValues::readSection(const QString& address, Fields fields)
     values_.clear();
     blank_.reset();
     held_.clear();
-    isNameMissing_ = false;
+    isMissingTold_ = false;
     for (int i = 0, end; i < fields.count; i = end) {
         for (; lines_.hasLine() && lines_.isBlank(); lines_.nextLine()) {
             if (!blank_) {
@@ -239,14 +239,29 @@ void ControlFileValues::variable(const QString& address, Range word)
     if (isVariable(name))
         return lines_.addPart(word, address);
     // A number at the end of the line is the one that belongs behind the name.
-    isNameMissing_ = isOfLaterField(Type::Text, word) && lines_.wordFrom(word.end).isEmpty();
-    if (isNameMissing_) {
+    const bool isLast = lines_.wordFrom(word.end).isEmpty();
+    const bool isNumber = isLast && isOfLaterField(Type::Text, word);
+    isMissingTold_ = isNumber || (isLast && isNameAndNumber(word));
+    if (isNumber) {
         const Range end {lines_.lineEnd(), lines_.lineEnd()};
         listener_.finding(found(Rule::MissingValueTaken, address, end, {name}));
     } else {
         finding(Rule::UnknownVariableKept, address, word);
     }
     lines_.cover(word);
+}
+
+/// Whether the name of a variable and a number have become one word, with another character for the blank.
+bool ControlFileValues::isNameAndNumber(Range word)
+{
+    const QStringView text = lines_.text(word).left(longestName);
+    double value = 0;
+    for (int size = 1; size + 1 < text.size(); ++size) {
+        if (isVariable(text.left(size).toString())
+            && !faultOf(Type::Number, {word.begin + size + 1, word.end}, value))
+            return true;
+    }
+    return false;
 }
 
 /// Reads on where a word is missing or bad.
@@ -299,7 +314,7 @@ void ControlFileValues::discover(const QString& address, Fields fields)
 {
     const bool isShort = reads_.back().word.isEmpty();
     const int end = lines_.lineEnd();
-    bool isMissingTold = isNameMissing_;
+    bool isMissingTold = isMissingTold_ || (isShort && isTwoInOne(fields));
     for (int i = 0; i < fields.count; ++i) {
         Read& read = reads_[std::size_t(i)];
         if (!read.fault)
@@ -314,6 +329,26 @@ void ControlFileValues::discover(const QString& address, Fields fields)
                                    isMissing ? Range {end, end} : read.word, {read.fault->readAs});
         }
     }
+}
+
+/// Whether one value is missing since two have become one bad word.
+bool ControlFileValues::isTwoInOne(Fields fields)
+{
+    if (fields.count < 2 || reads_[std::size_t(fields.count - 2)].word.isEmpty())
+        return false;
+    const auto bad =
+        std::find_if(reads_.begin(), reads_.end(), [](const Read& read) { return bool(read.fault); });
+    const int field = int(bad - reads_.begin());
+    return field + 1 < fields.count && isTwoInOne(bad->word, fields[field].type, fields[field + 1].type);
+}
+
+bool ControlFileValues::isTwoInOne(Range word, Type first, Type second)
+{
+    if (word.isEmpty() || isValue(Type::Number, word))
+        return false;
+    const int end =
+        first == Type::Number ? lines_.numberAt(word.begin).end : lines_.integerAt(word.begin).end;
+    return isValue(first, {word.begin, end}) && end < word.end && isValue(second, {end + 1, word.end});
 }
 
 /// Whether the first bad word is no number and the others would fit without it. Then the last one, which is
@@ -403,11 +438,18 @@ void ControlFileValues::readShifted(const QString& address, Fields fields)
     }
 }
 
-void ControlFileValues::unloaded(const QString& address, Item::Type type, Range word)
+bool ControlFileValues::isValue(Type type, Range range)
+{
+    double value = 0;
+    return !range.isEmpty() && !faultOf(type, range, value);
+}
+
+bool ControlFileValues::unloaded(const QString& address, Item::Type type, Range word)
 {
     double value = 0;
     std::optional<Discovery> discovery;
-    if (const auto fault = faultOf(type, word, value)) {
+    const std::optional<WordFault> fault = faultOf(type, word, value);
+    if (fault) {
         discovery = found(unreadNumber(fault->rule), address, word);
         lines_.cover(word);
     } else if (type == Type::Switch && value != 0 && value != 1) {
@@ -419,6 +461,7 @@ void ControlFileValues::unloaded(const QString& address, Item::Type type, Range 
     }
     if (wantsItems_)
         item(address, type, word, variantOf(type, value));
+    return !fault;
 }
 
 void ControlFileValues::text(const QString& address, Range range)
@@ -451,6 +494,14 @@ std::optional<Discovery> ControlFileValues::trailing(const QString& address, int
     return found(Rule::TrailingText, address, rest);
 }
 
+bool ControlFileValues::reportLostTitle()
+{
+    const std::optional<Discovery> title = lostTitle_(0);
+    if (title)
+        listener_.finding(*title);
+    return title.has_value();
+}
+
 void ControlFileValues::trailingText(const QString& address, int at)
 {
     if (const auto discovery = trailing(address, at))
@@ -463,9 +514,7 @@ void ControlFileValues::trailingLines(const QString& address)
         if (!isTold && !lines_.isBlank()) {
             const Range rest = lines_.restFrom(0);
             lines_.cover(rest);
-            if (const std::optional<Discovery> title = lostTitle_(0))
-                listener_.finding(*title);
-            else
+            if (!reportLostTitle())
                 finding(Rule::TrailingLines, address, rest);
             isTold = true;
         }

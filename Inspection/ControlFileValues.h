@@ -55,8 +55,14 @@ public:
     /// only this line.
     bool readLine(const QString& address, Fields fields, int from);
 
-    /// A value of which a load doesn't take notice.
-    void unloaded(const QString& address, Item::Type type, Range word);
+    /// Whether a part of the line is a value of the type and nothing else.
+    bool isValue(Item::Type type, Range range);
+
+    /// Whether a word is two values with another character for the blank between them.
+    bool isTwoInOne(Range word, Item::Type first, Item::Type second);
+
+    /// A value of which a load doesn't take notice. False if it is none.
+    bool unloaded(const QString& address, Item::Type type, Range word);
 
     /// Something that is wrong with a part of the line.
     void finding(Rule rule, const QString& address, Range range);
@@ -66,6 +72,9 @@ public:
 
     /// A byte-order mark at the beginning of a text gets lost.
     void byteOrderMark(const QString& address, Range range);
+
+    /// Tells of the line if it is meant for a title. False if it isn't.
+    bool reportLostTitle();
 
     /// Text that stands behind what a load reads of a line, and lines behind those that it reads.
     void trailingText(const QString& address, int at);
@@ -100,9 +109,11 @@ private:
     bool isSwitchMissing(Fields fields, Range word);
     bool readField(const QString& address, const Field& field, Range word);
     void variable(const QString& address, Range word);
+    bool isNameAndNumber(Range word);
     bool readBroken(const QString& address, Fields fields, int at);
     int judge(const QString& address, Fields fields, int at);
     void discover(const QString& address, Fields fields);
+    bool isTwoInOne(Fields fields);
     bool isWordTooMany(Fields fields, int behind);
     bool isOfLaterField(Item::Type type, Range word);
     void readJudged(Fields fields);
@@ -121,7 +132,7 @@ private:
     std::vector<double> values_; ///< as a load has read them, of the section
     std::optional<Place> blank_; ///< the first line that it has skipped
     int fieldAtBlank_ = 0;
-    bool isNameMissing_ = false; ///< of the variable in the line
+    bool isMissingTold_ = false; ///< that the line has a word too few
     bool isBehindTitle_ = false; ///< that stands behind a value of the section
 
     // What is wrong with a line that is as the one behind it should be is told at the end of the section: if

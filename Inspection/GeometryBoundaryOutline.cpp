@@ -1,5 +1,6 @@
 #include "NearestName.h"
 #include "NumberFault.h"
+#include "SectionTitles.h"
 #include "SeenNames.h"
 #include "TextFile.h"
 #include "VariableNames.h"
@@ -21,6 +22,7 @@
 #include <deque>
 #include <iterator>
 #include <optional>
+#include <utility>
 
 namespace Nereo::Inspection {
 
@@ -110,6 +112,14 @@ bool isTitle(QStringView line)
 /// What a title names, whether or not it is written well.
 QStringView sectionNameIn(QStringView title)
 {
+    const QStringView line = title.trimmed();
+    if (mayBeDamagedTitle(line)) {
+        for (const GbiSection& section : Io::gbiSections) {
+            const QLatin1String name(section.name);
+            if (isDamagedTitleOf(name, line))
+                return line.right(name.size());
+        }
+    }
     const auto begin = std::find_if(title.begin(), title.end(),
                                     [](QChar c) { return c != QLatin1Char(*titleMark) && !c.isSpace(); });
     return title.mid(begin - title.begin()).trimmed();
@@ -179,11 +189,14 @@ bool isOneOf(const char* const (&words)[count], QStringView text)
                        [text](const char* word) { return text == QLatin1String(word); });
 }
 
-QStringList sectionNames()
+const QStringList& sectionNames()
 {
-    QStringList names;
-    for (const GbiSection& section : Io::gbiSections)
-        names.append(QLatin1String(section.name));
+    static const QStringList names = [] {
+        QStringList all;
+        for (const GbiSection& section : Io::gbiSections)
+            all.append(QLatin1String(section.name));
+        return all;
+    }();
     return names;
 }
 
@@ -200,6 +213,7 @@ public:
         readHeader();
         while (hasTitle())
             readSection();
+        tellDoubtfulTitle(order_.add());
         for (std::size_t i = 0; i < isMet_.size(); ++i) {
             if (!isMet_[i])
                 reportMissing(Io::gbiSections[i]);
@@ -298,6 +312,8 @@ private:
 
     void reportMissingValue(const QString& address, qint64 index)
     {
+        if (std::exchange(isTwoInOne_, false))
+            return;
         if (!listener_.onlyCounts(Rule::UnreadMissingValue))
             listener_.finding({Rule::UnreadMissingValue, text_.place(index), address});
     }
@@ -378,7 +394,7 @@ private:
             nextLine();
         if (!hasLine())
             return;
-        if (namesSection(line()))
+        if (namesSection(line()) || isNextTitle(line()))
             reportUnknownSection();
         else
             report(rule, {}, line().trimmed(), details);
@@ -397,8 +413,11 @@ private:
         const QStringView name = sectionNameIn(line());
         const std::size_t number = sectionNumber(name);
         const GbiSection& section = Io::gbiSections[number];
+        lastSection_ = int(number);
         if (isRead_[number])
-            report(Rule::RepeatedSection, addressOf(section.content), name);
+            noteRepeated(section, name);
+        else
+            tellDoubtfulTitle(order_.add(int(number)));
         isMet_[number] = true;
         isRead_[number] = true;
         nextLine();
@@ -409,24 +428,73 @@ private:
         readContent(section);
     }
 
+    /// The name of the section that a writer puts next.
+    QStringView nextName() const
+    {
+        const int next = lastSection_ + 1;
+        return next < sectionNames().size() ? QStringView(sectionNames()[next]) : QStringView();
+    }
+
+    /// Whether a line is the title of that section with a word for the mark, or before it.
+    bool isNextTitle(QStringView line) const
+    {
+        const QStringView name = nextName();
+        const QStringView title = line.trimmed();
+        if (name.isEmpty() || !title.endsWith(name))
+            return false;
+        const QStringView mark = title.chopped(name.size());
+        const auto isOfMark = [](QChar c) { return c == QLatin1Char(*titleMark) || c.isSpace(); };
+        return std::all_of(mark.begin() + wordFrom(mark, 0).size(), mark.end(), isOfMark);
+    }
+
+    void noteRepeated(const GbiSection& section, QStringView name)
+    {
+        tellDoubtfulTitle({});
+        order_.addDoubtful();
+        const qint64 begin = line_.begin + placeOf(name);
+        text_.cover(begin, begin + name.size());
+        if (!listener_.onlyCounts(Rule::RepeatedSection)) {
+            doubtfulTitle_ = Discovery {Rule::RepeatedSection, text_.place(begin), addressOf(section.content),
+                                        excerpt(name)};
+        }
+    }
+
     /// The section that was meant isn't missing besides.
     void reportUnknownSection()
     {
-        const QStringView name = sectionNameIn(line());
+        const QStringView name = isNextTitle(line()) ? nextName() : sectionNameIn(line());
         const bool isName = isWellWritten(line()) && !name.isEmpty();
         const QStringView title = isName ? name : line().trimmed();
         const qint64 begin = line_.begin + placeOf(title);
         text_.cover(begin, begin + title.size());
+        tellDoubtfulTitle({});
+        order_.addDoubtful();
         if (listener_.onlyCounts(Rule::UnknownSection))
             return;
-        static const QStringList names = sectionNames();
+        const QStringList& names = sectionNames();
         const QString start = name.left(longestName + 1).toString();
         const std::size_t meant = sectionNumber(nearestName(start, names));
         if (meant < isMet_.size())
             isMet_[meant] = true;
-        Discovery discovery {Rule::UnknownSection, text_.place(begin), {}, excerpt(title)};
-        discovery.consequence = suggestion(start, names);
-        listener_.finding(discovery);
+        doubtfulTitle_ = Discovery {Rule::UnknownSection, text_.place(begin), {}, excerpt(title)};
+        doubtfulTitle_->consequence = suggestion(start, names);
+    }
+
+    /// Tells of the doubtful title before this one. The section in whose place it stands isn't missing
+    /// besides.
+    void tellDoubtfulTitle(std::optional<int> place)
+    {
+        const bool isInPlace = place && !isMet_[std::size_t(*place)];
+        if (isInPlace)
+            isMet_[std::size_t(*place)] = true;
+        if (!doubtfulTitle_)
+            return;
+        if (isInPlace) {
+            doubtfulTitle_->consequence = translated("a writer puts the section \"%1\" here")
+                                              .arg(QLatin1String(Io::gbiSections[*place].name));
+        }
+        listener_.finding(*doubtfulTitle_);
+        doubtfulTitle_.reset();
     }
 
     void readContent(const GbiSection& section)
@@ -453,29 +521,35 @@ private:
         const bool isList = QLatin1String(section.lines).startsWith(QLatin1String(Io::gbiListEnd));
         bool isEmpty = true;
         bool isEnded = false;
+        bool hasBadCharacters = false;      // of which the end of the list may be made
         std::optional<Discovery> behindEnd; // of the last list, if there are several
         for (; hasLine(); nextLine()) {
             const QStringView text = line().trimmed();
             if (text.isEmpty())
                 continue;
+            if (mayBeDamagedTitle(text) && namesSection(text))
+                break;
             isEmpty = false;
+            hasBadCharacters = (isList && text_.reportCharactersBefore(lineEnd())) || hasBadCharacters;
             if (isList && isListEnd(wordFrom(text, 0))) {
                 isEnded = true;
                 behindEnd.reset();
-            } else if (isEnded && namesSection(text)) {
-                reportUnknownSection();
-                return skipLines();
+            } else if (isEnded && (namesSection(text) || isNextTitle(text))) {
+                break;
             } else if (isEnded && !behindEnd) {
                 behindEnd = Discovery {
                     Rule::GeometryTrailingLines, text_.place(line_.begin + placeOf(text)), {}, excerpt(text)};
             }
         }
-        if (isList && !isEnded)
+        if (hasLine())
+            reportUnknownSection();
+        if (isList && !isEnded && !hasBadCharacters)
             reportMissingEnd();
-        else if (behindEnd)
+        else if (behindEnd && !hasLine())
             listener_.finding(*behindEnd);
         else if (isEmpty && *section.lines != '\0')
             reportMissingValue({}, line_.begin);
+        skipLines();
     }
 
     void readCoordinateSystem()
@@ -493,7 +567,9 @@ private:
             reportMissingValue(address, lineEnd());
         else if (second != first)
             report(Rule::CoordinateSystemsDiffer, address, second, {first.toString()});
-        readEndOfLine(rest, address);
+        const bool isOneTooMany = second != first && (rest == first || rest == second);
+        if (!isOneTooMany) // which is told of already
+            readEndOfLine(rest, address);
         readEndOfSection();
     }
 
@@ -544,11 +620,14 @@ private:
                 readEndOfLine(row.mid(word.size()).trimmed(), QLatin1String(list_));
                 return nextLine();
             }
-            if (word.size() == row.size() && isLastRow()) {
+            const bool isBadEnd = word.size() == row.size()
+                || (isListEnd(row.mid(word.size()).trimmed()) && integerFault(word));
+            if (isBadEnd && isLastRow()) {
                 report(Rule::BadListEnd, QLatin1String(list_), row);
                 return nextLine();
             }
             ++number_;
+            isTwoInOne_ = false;
             row_ = QLatin1String(list_) + QLatin1Char('/') + QString::number(number_);
             (this->*readRow)();
         }
@@ -585,8 +664,10 @@ private:
         }
         if (!judges_)
             return;
-        if (const std::optional<Rule> fault = integerFault(word))
+        if (const std::optional<Rule> fault = integerFault(word)) {
             report(*fault, address(item), word);
+            isTwoInOne_ = isTwoInOne_ || isNumberAndMore(word);
+        }
     }
 
     void readNumber(QStringView word, const char* item, int place = 0)
@@ -597,8 +678,34 @@ private:
         }
         if (!judges_)
             return;
-        if (const std::optional<Rule> fault = numberFault(word))
+        if (const std::optional<Rule> fault = numberFault(word)) {
             report(*fault, address(item, place), word);
+            isTwoInOne_ = isTwoInOne_ || isNumberAndMore(word);
+        }
+    }
+
+    /// Whether a bad word holds a number, any character and what may stand behind that number.
+    bool isNumberAndMore(QStringView word)
+    {
+        const QStringView start = word.left(longestName);
+        const auto end = std::find_if(start.begin(), start.end(), [](QChar c) {
+            return !c.isDigit() && !QStringView(u"+-.eE").contains(c);
+        });
+        const auto size = end - start.begin();
+        if (size == 0 || size + 1 >= word.size() || numberFault(word.left(size)))
+            return false;
+        const QStringView next = word.mid(size + 1);
+        return !numberFault(next) || isVariable(next);
+    }
+
+    /// The same of the name of a variable and a number.
+    bool isNameAndNumber(QStringView word)
+    {
+        for (int size = 1; size + 1 < std::min<int>(int(word.size()), longestName); ++size) {
+            if (!numberFault(word.mid(size + 1)) && isVariable(word.left(size)))
+                return true;
+        }
+        return false;
     }
 
     /// A name may hold anything, quotes too: it ends at the last one.
@@ -626,7 +733,10 @@ private:
         if (resistance.isEmpty())
             return reportMissingValue(address("resistance"), lineEnd());
         readInteger(resistance, "resistance");
-        readEndOfLine(line().mid(endOf(resistance)).trimmed());
+        const QStringView rest = line().mid(endOf(resistance)).trimmed();
+        const bool isOneBad = judges_ && (integerFault(fluid) || integerFault(resistance));
+        if (!isOneBad || integerFault(rest)) // else that is the one too many
+            readEndOfLine(rest);
     }
 
     void readId(QStringView id)
@@ -663,13 +773,15 @@ private:
             readInteger(entity, "entity");
         else
             reportMissingValue(address("entity"), line_.begin + placeOf(first));
-        const QStringView name = wordFrom(line(), endOf(entity));
+        const int behindEntity =
+            isEntityTooMany(entity) ? endOf(wordFrom(line(), endOf(entity))) : endOf(entity);
+        const QStringView name = wordFrom(line(), behindEntity);
         if (name.isEmpty())
             return reportMissingValue(address("name"), lineEnd());
         const bool hasName = readVariable(name);
         if (!hasName)
-            reportMissingValue(address("name"), line_.begin + endOf(entity) + 1);
-        const QStringView value = hasName ? wordFrom(line(), endOf(name)) : name;
+            reportMissingValue(address("name"), line_.begin + behindEntity + 1);
+        const QStringView value = hasName ? wordFrom(line(), behindName(name)) : name;
         if (value.isEmpty())
             return reportMissingValue(address("value"), lineEnd());
         readNumber(value, "value");
@@ -685,6 +797,23 @@ private:
         readExtraValues(endOf(value), placeOf(flag));
         readInteger(flag, "time-curve-flag");
         readInteger(last, "time-curve");
+    }
+
+    /// Whether the entity is a bad word, and stands before the right one.
+    bool isEntityTooMany(QStringView entity)
+    {
+        if (entity.isEmpty() || !integerFault(entity))
+            return false;
+        const QStringView next = wordFrom(line(), endOf(entity));
+        return !next.isEmpty() && !integerFault(next) && isVariable(wordFrom(line(), endOf(next)));
+    }
+
+    /// The place behind the name, and behind the right one if that stands behind a bad one.
+    int behindName(QStringView name)
+    {
+        const QStringView next = wordFrom(line(), endOf(name));
+        const bool isOneTooMany = !isVariable(name) && isVariable(next);
+        return endOf(isOneTooMany ? next : name);
     }
 
     void readExtraValues(int begin, int end)
@@ -720,6 +849,7 @@ private:
             tellText(address("name"), word);
         if (!isKnown) {
             report(Rule::UnknownCondition, address("name"), word, {}, &variableAndFlagNames());
+            isTwoInOne_ = isTwoInOne_ || (judges_ && isNameAndNumber(word));
         }
         return true;
     }
@@ -733,10 +863,14 @@ private:
 
     std::array<bool, std::size(Io::gbiSections)> isMet_ = {}; ///< there, or meant by an unknown title
     std::array<bool, std::size(Io::gbiSections)> isRead_ = {};
+    int lastSection_ = -1; ///< the number of the one that is read, or was last
+    TitleOrder order_ {int(std::size(Io::gbiSections))};
+    std::optional<Discovery> doubtfulTitle_; ///< an unknown or repeated one, until the next title is known
 
     const char* list_ = "";   ///< the address of the section
     int number_ = 0;          ///< of the row in it
     QString row_;             ///< its address
+    bool isTwoInOne_ = false; ///< two words of it are one that is bad, and none is missing
     QSet<QString> variables_; ///< those that have stood in the file
     SeenNames names_ {0};
     SeenNames ids_ {0};

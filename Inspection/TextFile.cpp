@@ -50,10 +50,9 @@ void TextFile::reportCharacters()
     reportCharactersBefore(nextIndex_);
 }
 
-void TextFile::reportCharactersBefore(qint64 index)
+bool TextFile::reportCharactersBefore(qint64 index)
 {
-    if (hasPlaces_)
-        places_.reportFaults(index, listener_);
+    return hasPlaces_ && places_.reportFaults(index, listener_);
 }
 
 void TextFile::reportEnd()

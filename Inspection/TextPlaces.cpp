@@ -430,11 +430,14 @@ QString TextPlaces::text(qint64 begin, qint64 end)
     return text;
 }
 
-void TextPlaces::reportFaults(qint64 end, Listener& listener)
+bool TextPlaces::reportFaults(qint64 end, Listener& listener)
 {
+    bool isAny = false;
     const auto tell = [&] {
-        for (; told_ < faults_.size() && faults_[told_].index < end; ++told_)
+        for (; told_ < faults_.size() && faults_[told_].index < end; ++told_) {
             report(faults_[told_], listener);
+            isAny = true;
+        }
         if (told_ == faults_.size()) {
             faults_.clear();
             told_ = 0;
@@ -450,6 +453,7 @@ void TextPlaces::reportFaults(qint64 end, Listener& listener)
         parts_.clear();
         passedParts_ = 0;
     }
+    return isAny;
 }
 
 void TextPlaces::reportFaults(Listener& listener)

@@ -58,8 +58,9 @@ public:
     /// them is reported.
     void addPart(const Part& part) { parts_.push_back(part); }
 
-    /// Tells of the bad characters before this one, as far as they haven't been told.
-    void reportFaults(qint64 end, Listener& listener);
+    /// Tells of the bad characters before this one, as far as they haven't been told. False if there are
+    /// none.
+    bool reportFaults(qint64 end, Listener& listener);
 
     /// Tells of all that are left.
     void reportFaults(Listener& listener);

@@ -267,6 +267,8 @@ void XmlFile::reportEnd()
     QString words = xml_.errorString();
     Place place = placeAt(end(), false);
     if (hasExactPlaces_) {
+        if (previousEnd_ == 0) // in the declaration, a bad byte is what the reader stops at
+            places.addPart({0, end(), {}, true});
         places.reportFaults(end(), listener_);
         // The reader stops at the block in which a byte is bad, before it has read any of it.
         const Place bad = words == encodingError() ? places.firstBadByte() : Place();

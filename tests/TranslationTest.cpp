@@ -275,6 +275,7 @@ Texts allTexts()
         "the version is read as %1",
         "a line is missing before it, and the first title with what stands up to the next one is ignored",
         "what is left of it is read for the values behind it:",
+        "a writer puts the section \"%1\" here",
         "a load leaves out bytes 0D of characters, the first in line %1",
         "a load stops the process",
         "a load throws",

@@ -1360,5 +1360,9 @@
         <source>a NUL in the name of an attribute, which is ignored</source>
         <translation type="unfinished"></translation>
     </message>
+    <message>
+        <source>a writer puts the section &quot;%1&quot; here</source>
+        <translation type="unfinished"></translation>
+    </message>
 </context>
 </TS>

@@ -1360,5 +1360,9 @@
         <source>a NUL in the name of an attribute, which is ignored</source>
         <translation>Ein NUL im Namen eines Attributs, das übergangen wird</translation>
     </message>
+    <message>
+        <source>a writer puts the section &quot;%1&quot; here</source>
+        <translation>hier schreibt ein Programm den Abschnitt „%1“</translation>
+    </message>
 </context>
 </TS>

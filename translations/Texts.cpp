@@ -26,6 +26,7 @@ QT_TRANSLATE_NOOP("Nereo::Inspection", "the version is read as %1")
 QT_TRANSLATE_NOOP(
     "Nereo::Inspection",
     "a line is missing before it, and the first title with what stands up to the next one is ignored")
+QT_TRANSLATE_NOOP("Nereo::Inspection", "a writer puts the section \"%1\" here")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "a load leaves out bytes 0D of characters, the first in line %1")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "a load stops the process")
 QT_TRANSLATE_NOOP("Nereo::Inspection", "a load throws")

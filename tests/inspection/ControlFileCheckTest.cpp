@@ -94,7 +94,8 @@ struct Case {
 /// What a file in which nothing is wrong has too.
 bool isUsual(const Finding& finding)
 {
-    return finding.code == "not-loaded";
+    return finding.code == "not-loaded"
+        && (finding.address == "auto-convergence" || finding.address == "property-settings");
 }
 
 void expectOnly(const Case& row, const Marked& marked)
@@ -651,7 +652,7 @@ TEST(ControlFileCheckTest, FindsSectionsThatStandThereTwice)
         Case("Flag section", " *** Flag section\n *** [[Flag section]]\n0\n", "repeated-section", Warning,
              Effect::Ignored, "flags", "overrides"),
         Case("", " *** [[Units]]\n5\n", "repeated-section", Warning, Effect::Ignored, "units", "overrides"),
-        Case("", " *** [[Free Surface]]\n0\n0 0 0\n0 0\n0 0\n0 0\n0 0\n", "repeated-section", Warning,
+        Case("", " *** [[Free Surface]]\n0\n0 0 0\n0 0\n0 0\n0 0\n", "repeated-section", Warning,
              Effect::Ignored, "free-surface"),
     };
     for (const Case& row : cases) {
@@ -830,11 +831,11 @@ TEST(ControlFileCheckTest, FindsTitlesThatALoadTakesForLinesOfTheSectionBefore)
 {
     const char message[] = "is no title; it and what follows are taken for a part of the section before";
     const Case cases[] = {
-        Case("Solar Heating", " *** Solar Heating\n0 0\n[[*** Constants]]\nkPRef 5\n", "unknown-section",
-             Warning, Effect::Ignored, "constants", message),
+        Case("Batch", " *** Batch\n0\n[[*** Constants]]\nkPRef 5\n", "unknown-section", Warning,
+             Effect::Ignored, "constants", message),
         Case("Auto Convergence Control", " *** Auto Convergence Control\n1 1\n  [[***  Units]] \n5\n",
              "unknown-section", Warning, Effect::Ignored, "units", message),
-        Case("Scalars", " *** Scalars\n1\n[[****Flag section]]\n1\nx 1\n", "unknown-section", Warning,
+        Case("Scalars", " *** Scalars\n[[****Flag section]]\n1\nx 1\n", "unknown-section", Warning,
              Effect::Ignored, "flags", message),
         Case("Relaxation", " *** Relaxation\nkU 1 0\n[[***Constants]]\nkPRef 5\nkRhoRef 1\n",
              "unknown-section", Warning, Effect::Ignored, "constants",
@@ -855,6 +856,16 @@ TEST(ControlFileCheckTest, FindsTitlesThatALoadTakesForLinesOfTheSectionBefore)
              Effect::Ignored, "equation-selection", message),
         Case("Solar Heating", " *** [[Solar Heating]]\n0 0\nRestart\n", "not-loaded", Note, Effect::Ignored,
              "solar-heating"), // of which nobody knows what it may hold
+
+        // with a mark that is damaged
+        Case("Units", " *** Units\n0\n[[*x* Transient Data]]\n0 0\n", "unknown-section", Warning,
+             Effect::Ignored, "transient-data", message),
+        Case("Batch", " *** Batch\n0\n[[***?Constants]]\nkPRef 5\n", "unknown-section", Warning,
+             Effect::Ignored, "constants", message),
+        Case("Batch", " *** Batch\n0\n[[then Solar Heating]]\n0 0\n", "unknown-section", Warning,
+             Effect::Ignored, "solar-heating", message), // which a writer puts behind the other
+        Case("Property Settings", " *** Property Settings\n[[x** Constants]]\nkPRef 5\n", "unknown-section",
+             Warning, Effect::Ignored, "constants", message),
 
         // behind a value, since the end of its line is missing
         Case("Units", " *** Units\n0 [[*** Transient Data]] \n0 0\n0.001\n-1\n", "unknown-section", Warning,
@@ -899,12 +910,11 @@ TEST(ControlFileCheckTest, FindsNoSectionMissingWhoseTitleIsLost)
         const char* address;
     };
     const Row rows[] = {
-        {"Solar Heating", " *** Solar Heating\n[[***Constants]]\nkPRef 5\n",   "Constants",          "unknown-section",
-         "constants"         },
-        {"Title",         " *** Title\na\n[[*** Equation Selection]]\n1\n",    "Equation Selection", "unknown-section",
-         "equation-selection"},
-        {"Flag section",  " *** Flag section\n[[0]]\n*** Monitor Points\n0\n", "Monitor Points",     "flag-count",
-         "flags"             },
+        {"Batch",        " *** Batch\n0\n[[***Constants]]\nkPRef 5\n",        "Constants",          "unknown-section", "constants"},
+        {"Title",        " *** Title\na\n[[*** Equation Selection]]\n1\n",    "Equation Selection", "unknown-section",
+         "equation-selection"                                                                                                     },
+        {"Flag section", " *** Flag section\n[[0]]\n*** Monitor Points\n0\n", "Monitor Points",     "flag-count",
+         "flags"                                                                                                                  },
     };
     for (const auto& [section, text, lost, code, address] : rows) {
         Sections sections;
