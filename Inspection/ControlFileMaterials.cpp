@@ -1,5 +1,7 @@
 #include "ControlFileMaterials.h"
 
+#include "NumberFault.h"
+
 #include <FileIO/ControlFileSections.h>
 #include <FileIO/MaterialReferenceValues.h>
 #include <FileIO/NumberText.h>
@@ -168,13 +170,21 @@ bool ControlFileMaterials::readCurve(const QString& property)
     if ((!variable.isEmpty() && !expectWord(variable)) || !expectLineEnd())
         return false;
     for (int i = 1; i <= count; ++i) {
-        const bool isPoint = takeNumber({"y", property, i}, Type::Number)
-            && takeNumber({"x", property, i}, Type::Number) && expectLineEnd();
-        if (!isPoint)
+        if (!readPoint(property, i))
             return false;
         lines_.reportCharacters();
     }
     return true;
+}
+
+bool ControlFileMaterials::readPoint(const QString& property, int number)
+{
+    if (!values_.wantsItems() && arePlainNumbers(lines_.text(), 2)) { // as nearly always, and there are many
+        lines_.nextLine();
+        return true;
+    }
+    return takeNumber({"y", property, number}, Type::Number)
+        && takeNumber({"x", property, number}, Type::Number) && expectLineEnd();
 }
 
 bool ControlFileMaterials::readDiffusion()

@@ -38,6 +38,7 @@ private:
     bool readSolid();
     bool readProperty(int code);
     bool readCurve(const QString& property);
+    bool readPoint(const QString& property, int number);
     bool readDiffusion();
     bool readEnd();
 

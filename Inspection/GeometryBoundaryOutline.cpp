@@ -767,21 +767,24 @@ private:
     void readCondition()
     {
         const QStringView first = wordFrom(line(), 0);
-        const bool hasEntity = !integerFault(first) || !isVariable(first);
+        const bool isBad = integerFault(first).has_value();
+        const bool hasEntity = !isBad || !isVariable(first);
         const QStringView entity = hasEntity ? first : first.left(0);
         if (hasEntity)
             readInteger(entity, "entity");
         else
             reportMissingValue(address("entity"), line_.begin + placeOf(first));
-        const int behindEntity =
-            isEntityTooMany(entity) ? endOf(wordFrom(line(), endOf(entity))) : endOf(entity);
-        const QStringView name = wordFrom(line(), behindEntity);
+        QStringView name = wordFrom(line(), endOf(entity));
+        if (isBad && isNumberTooMany(name))
+            name = wordFrom(line(), endOf(name));
         if (name.isEmpty())
             return reportMissingValue(address("name"), lineEnd());
         const bool hasName = readVariable(name);
         if (!hasName)
-            reportMissingValue(address("name"), line_.begin + behindEntity + 1);
-        const QStringView value = hasName ? wordFrom(line(), behindName(name)) : name;
+            reportMissingValue(address("name"), line_.begin + endOf(entity) + 1);
+        QStringView value = hasName ? wordFrom(line(), endOf(name)) : name;
+        if (hasName && isNameTooMany(name, value))
+            value = wordFrom(line(), endOf(value));
         if (value.isEmpty())
             return reportMissingValue(address("value"), lineEnd());
         readNumber(value, "value");
@@ -799,21 +802,16 @@ private:
         readInteger(last, "time-curve");
     }
 
-    /// Whether the entity is a bad word, and stands before the right one.
-    bool isEntityTooMany(QStringView entity)
+    /// Whether the right entity stands where the name should, behind a bad one.
+    bool isNumberTooMany(QStringView word)
     {
-        if (entity.isEmpty() || !integerFault(entity))
-            return false;
-        const QStringView next = wordFrom(line(), endOf(entity));
-        return !next.isEmpty() && !integerFault(next) && isVariable(wordFrom(line(), endOf(next)));
+        return !word.isEmpty() && !integerFault(word) && isVariable(wordFrom(line(), endOf(word)));
     }
 
-    /// The place behind the name, and behind the right one if that stands behind a bad one.
-    int behindName(QStringView name)
+    /// Whether the right name stands where the value should, behind a bad one.
+    bool isNameTooMany(QStringView name, QStringView value)
     {
-        const QStringView next = wordFrom(line(), endOf(name));
-        const bool isOneTooMany = !isVariable(name) && isVariable(next);
-        return endOf(isOneTooMany ? next : name);
+        return !value.isEmpty() && value.front().isLetter() && isVariable(value) && !isVariable(name);
     }
 
     void readExtraValues(int begin, int end)

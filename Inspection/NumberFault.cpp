@@ -174,6 +174,23 @@ int plainNumberLength(QStringView text)
     return isWord ? int(text.size() - behind.size()) : 0;
 }
 
+bool arePlainNumbers(QStringView line, int count)
+{
+    const auto skipSpaces = [&line] {
+        qsizetype at = 0;
+        while (at < line.size() && line[at].isSpace())
+            ++at;
+        line = line.mid(at);
+        return at > 0;
+    };
+    skipSpaces();
+    for (int i = 0; i < count; ++i) {
+        if (!takeShortNumber(line) || (!skipSpaces() && !line.isEmpty()))
+            return false;
+    }
+    return line.isEmpty();
+}
+
 Rule unreadNumber(Rule rule)
 {
     switch (rule) {

@@ -23,6 +23,9 @@ NEREOINSPECTION_EXPORT std::optional<double> plainNumber(QStringView text);
 /// How long such a number is as the first word of a text, which begins with it; 0 if it doesn't.
 NEREOINSPECTION_EXPORT int plainNumberLength(QStringView text);
 
+/// Whether a line is so many such numbers, with white space around them, and nothing else.
+NEREOINSPECTION_EXPORT bool arePlainNumbers(QStringView line, int count);
+
 /// How a rule about a number reads where no load takes it.
 Rule unreadNumber(Rule rule);
 

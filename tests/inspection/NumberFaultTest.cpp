@@ -174,11 +174,24 @@ TEST(NumberFaultTest, ReadsPlainNumbersAsATextStreamDoes)
                 ASSERT_EQ(plainNumberLength(text + " 5"), length);
                 ASSERT_EQ(plainNumberLength(text), length);
                 ASSERT_EQ(plainNumberLength(text + 'x'), 0);
+                ASSERT_TRUE(arePlainNumbers(" " + text + "\t 5 ", 2));
+                ASSERT_TRUE(arePlainNumbers("5 " + text, 2));
             } else {
                 ASSERT_EQ(plainNumberLength(text), 0) << text.toStdString();
+                ASSERT_FALSE(arePlainNumbers("5 " + text, 2)) << text.toStdString();
             }
         }
     }
+}
+
+TEST(NumberFaultTest, CountsThePlainNumbersOfALine)
+{
+    for (const char* line : {"1 2", "  1e-05\t-2.5 ", "1\u00a02", "0 0\r"})
+        EXPECT_TRUE(arePlainNumbers(QString(line), 2)) << line;
+    for (const char* line :
+         {"", "1", "1 2 3", "12", "1 2x", "x1 2", "1,2", "1 2 x", "1234567890123456789 2", " "})
+        EXPECT_FALSE(arePlainNumbers(QString(line), 2)) << line;
+    EXPECT_TRUE(arePlainNumbers(QString(" "), 0));
 }
 
 TEST(NumberFaultTest, TakesForPlainWhatMostNumbersAre)
