@@ -627,9 +627,9 @@ private:
                 return nextLine();
             }
             ++number_;
-            isTwoInOne_ = false;
             row_ = QLatin1String(list_) + QLatin1Char('/') + QString::number(number_);
             (this->*readRow)();
+            isTwoInOne_ = false;
         }
         reportMissingEnd();
     }

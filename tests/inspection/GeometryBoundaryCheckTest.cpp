@@ -334,6 +334,19 @@ TEST(GeometryBoundaryCheckTest, FindsBadCharacters)
     EXPECT_EQ(checked.findings.at(0).message, "a NUL in the text"); // which nobody reads
 }
 
+/// Two words in one take the place of one that is missing in their row only.
+TEST(GeometryBoundaryCheckTest, FindsWhatIsMissingBehindTwoWordsInOne)
+{
+    std::string file = with("steel\" 0 13", "steel\" 0 13;5");
+    file.replace(file.find("meter\n"), 6, "");
+    EXPECT_EQ(foundIn(file),
+              "10:32 error not-an-integer none [13;5] properties/2/resistance\n"
+              "13:1 error missing-value none [] units\n");
+    EXPECT_EQ(foundIn(with("12 kP 2.5 0 -1", "12;5 kP 2.5 0 -1\n12 kP 2.5 0")),
+              "37:1 error not-an-integer none [12;5] conditions/1/entity\n"
+              "38:12 error missing-value none [] conditions/2/time-curve\n");
+}
+
 TEST(GeometryBoundaryCheckTest, FindsAllFaultsInOnePass)
 {
     EXPECT_EQ(foundIn(with("XYZ XYZ\n" + properties, "XY\n*** Properties\n1 Air\nx \"b\" 0 y\n")),
