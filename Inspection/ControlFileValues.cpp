@@ -331,20 +331,16 @@ void ControlFileValues::discover(const QString& address, Fields fields)
     }
 }
 
-/// Whether one value is missing since two have become one bad word.
+/// Whether one value is missing since two have become the first word, which is bad.
 bool ControlFileValues::isTwoInOne(Fields fields)
 {
-    if (fields.count < 2 || reads_[std::size_t(fields.count - 2)].word.isEmpty())
-        return false;
-    const auto bad =
-        std::find_if(reads_.begin(), reads_.end(), [](const Read& read) { return bool(read.fault); });
-    const int field = int(bad - reads_.begin());
-    return field + 1 < fields.count && isTwoInOne(bad->word, fields[field].type, fields[field + 1].type);
+    const bool isOneMissing = fields.count > 1 && !reads_[std::size_t(fields.count - 2)].word.isEmpty();
+    return isOneMissing && isTwoInOne(reads_.front().word, fields[0].type, fields[1].type);
 }
 
 bool ControlFileValues::isTwoInOne(Range word, Type first, Type second)
 {
-    if (word.isEmpty() || isValue(Type::Number, word))
+    if (isValue(Type::Number, word))
         return false;
     const int end =
         first == Type::Number ? lines_.numberAt(word.begin).end : lines_.integerAt(word.begin).end;

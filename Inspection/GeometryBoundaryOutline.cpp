@@ -545,7 +545,7 @@ private:
             reportUnknownSection();
         if (isList && !isEnded && !hasBadCharacters)
             reportMissingEnd();
-        else if (behindEnd && !hasLine())
+        else if (behindEnd)
             listener_.finding(*behindEnd);
         else if (isEmpty && *section.lines != '\0')
             reportMissingValue({}, line_.begin);
@@ -616,12 +616,12 @@ private:
             if (isListEnd(row))
                 return readEndOfSection();
             const QStringView word = wordFrom(row, 0);
+            const QStringView rest = row.mid(word.size()).trimmed();
             if (isListEnd(word) && isLastRow()) {
-                readEndOfLine(row.mid(word.size()).trimmed(), QLatin1String(list_));
+                readEndOfLine(rest, QLatin1String(list_));
                 return nextLine();
             }
-            const bool isBadEnd = word.size() == row.size()
-                || (isListEnd(row.mid(word.size()).trimmed()) && integerFault(word));
+            const bool isBadEnd = rest.isEmpty() || isListEnd(rest);
             if (isBadEnd && isLastRow()) {
                 report(Rule::BadListEnd, QLatin1String(list_), row);
                 return nextLine();
@@ -666,7 +666,8 @@ private:
             return;
         if (const std::optional<Rule> fault = integerFault(word)) {
             report(*fault, address(item), word);
-            isTwoInOne_ = isTwoInOne_ || isNumberAndMore(word);
+            if (isNumberAndMore(word))
+                isTwoInOne_ = true;
         }
     }
 
@@ -680,7 +681,8 @@ private:
             return;
         if (const std::optional<Rule> fault = numberFault(word)) {
             report(*fault, address(item, place), word);
-            isTwoInOne_ = isTwoInOne_ || isNumberAndMore(word);
+            if (isNumberAndMore(word))
+                isTwoInOne_ = true;
         }
     }
 
@@ -847,7 +849,8 @@ private:
             tellText(address("name"), word);
         if (!isKnown) {
             report(Rule::UnknownCondition, address("name"), word, {}, &variableAndFlagNames());
-            isTwoInOne_ = isTwoInOne_ || (judges_ && isNameAndNumber(word));
+            if (isNameAndNumber(word))
+                isTwoInOne_ = true;
         }
         return true;
     }

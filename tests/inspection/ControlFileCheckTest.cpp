@@ -288,6 +288,10 @@ TEST(ControlFileCheckTest, FindsFaultsInSectionsOfLines)
              "transient-data/stop-time"),
         Case("Sequential Solver Iterations", solver + "100\n10\n0\n[[kFoo]] 1e-05\n", "unknown-variable",
              Warning, Effect::None, "sequential-solver/variable"),
+        Case("Sequential Solver Iterations", solver + "100\n10\n0\n[[kP;1e-05]]\n", "unknown-variable",
+             Warning, Effect::None, "sequential-solver/variable"),
+        Case("Transient Data", transient + "[[0;0]]\n0.1\n5\n", "not-an-integer", Error, Effect::Start,
+             "transient-data/form"),
         Case("Sequential Solver Iterations", solver + "100\n10\n0\n1e-05 [[]]\n", "missing-value", Error,
              Effect::None, "sequential-solver/variable", "1e-05 is read for it"),
         Case("Sequential Solver Iterations", solver + "100\n10\n0\nkP[[]]\n", "missing-value", Error,
@@ -547,6 +551,14 @@ TEST(ControlFileCheckTest, FindsFaultsInWhatALoadDoesNotTake)
              Error, Effect::Ignored, "auto-convergence/field-fluctuation"),
         Case("Auto Convergence Control", convergence + "1[[]]\n", "missing-value", Error, Effect::None,
              "auto-convergence/stop"),
+        Case("Auto Convergence Control", convergence + "0x1[[]]\n", "missing-value", Error, Effect::None,
+             "auto-convergence/stop"),
+        Case("Auto Convergence Control", convergence + "[[1;1]]\n", "not-an-integer", Error, Effect::Ignored,
+             "auto-convergence/on"),
+        Case("Auto Convergence Control", convergence + "1 [[x]] 1\n", "not-an-integer", Error,
+             Effect::Ignored, "auto-convergence/stop"),
+        Case("Auto Convergence Control", convergence + "1 1\nField Fluctuation [[~]] 0.1\n", "not-a-number",
+             Error, Effect::Ignored, "auto-convergence/field-fluctuation"),
         Case("Auto Convergence Control", convergence + "1 1 [[0]]\n", "trailing-text", Warning,
              Effect::Ignored, "auto-convergence"),
         Case("Auto Convergence Control", convergence + "1 1\nField Fluctuation[[]]\n", "missing-value", Error,
@@ -928,6 +940,33 @@ TEST(ControlFileCheckTest, FindsNoSectionMissingWhoseTitleIsLost)
     Sections sections;
     sections.section("Title") = "[[***Title]]\nCavity\n";
     expectOnly(Case("Title", "", "missing-title", Error, Effect::Ignored), Marked(sections.text()));
+}
+
+TEST(ControlFileCheckTest, FindsAValueMissingBehindABadName)
+{
+    Sections sections;
+    sections.section("Sequential Solver Iterations") =
+        " *** Sequential Solver Iterations\n100\n10\n0\nkPressure\n";
+    const std::string lines = linesOf(checkedBytes("file.ctl", sections.text()));
+    EXPECT_NE(lines.find("[unknown-variable] sequential-solver/variable"), std::string::npos) << lines;
+    EXPECT_NE(lines.find("[missing-value] sequential-solver/tolerance"), std::string::npos) << lines;
+}
+
+/// A section that stands elsewhere isn't missing where an unknown one stands.
+TEST(ControlFileCheckTest, SaysWhichSectionAnUnknownOneStandsFor)
+{
+    const Case row("Auto Convergence Control", " *** [[Nothing]]\n", "unknown-section", Warning,
+                   Effect::Ignored, "Nothing",
+                   "; a writer puts the section \"Auto Convergence Control\" here");
+    Sections sections;
+    sections.section("Auto Convergence Control") = row.text;
+    expectOnly(row, Marked(sections.text()));
+
+    std::string& first = sections.section("Title");
+    first = " *** Auto Convergence Control\n1 1\n" + first;
+    const std::string lines = linesOf(checkedBytes("file.ctl", Marked(sections.text()).bytes()));
+    EXPECT_NE(lines.find("\"Nothing\" is no section; it is ignored [unknown-section]"), std::string::npos)
+        << lines;
 }
 
 TEST(ControlFileCheckTest, FindsWhatIsMissingAtTheEndOfTheFile)

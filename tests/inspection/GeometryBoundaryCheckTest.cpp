@@ -277,6 +277,8 @@ TEST(GeometryBoundaryCheckTest, FindsWhatIsWrongWithConditions)
         error(with("kP 2.5 0 -1", "kP [[2.5;0]] -1"), "not-a-number", "conditions/1/value"),
         error(with("kP 2.5 0 -1", "kP 2.5 [[0;-1]]"), "not-an-integer", "conditions/1/time-curve-flag"),
         error(with("5\n-1\n", "5\n[[x -1]]\n"), "missing-end", "conditions"),
+        error(with("5\n-1\n", "5\n[[7 -1]]\n"), "missing-end", "conditions"),
+        error(with("kP 2.5", "kP [[kT]]"), "not-a-number", "conditions/1/value"),
         error(with("12 kP 2.5", "12 [[]]2.5"), "missing-value", "conditions/1/name"),
         error(with("kP 2.5", "kP [[2,5]]"), "not-a-number", "conditions/1/value", "not a number"),
         error(with("kP 2.5", "kP [[1e400]]"), "out-of-range", "conditions/1/value", "outside the range"),
@@ -345,6 +347,20 @@ TEST(GeometryBoundaryCheckTest, FindsWhatIsMissingBehindTwoWordsInOne)
     EXPECT_EQ(foundIn(with("12 kP 2.5 0 -1", "12;5 kP 2.5 0 -1\n12 kP 2.5 0")),
               "37:1 error not-an-integer none [12;5] conditions/1/entity\n"
               "38:12 error missing-value none [] conditions/2/time-curve\n");
+}
+
+TEST(GeometryBoundaryCheckTest, FindsSeveralFaultsOfOneRowOrSection)
+{
+    EXPECT_EQ(foundIn(with("12 kP 2.5", "no 12 2.5")),
+              "37:1 error not-an-integer none [no] conditions/1/entity\n"
+              "37:4 error missing-value none [] conditions/1/name\n");
+    EXPECT_EQ(foundIn(with("12 kP 2.5 0", "1;2 kP 2;5 0.5")),
+              "37:1 error not-an-integer none [1;2] conditions/1/entity\n"
+              "37:8 error not-a-number none [2;5] conditions/1/value\n"
+              "37:12 error not-an-integer none [0.5] conditions/1/time-curve-flag\n");
+    EXPECT_EQ(foundIn(with("*** PCB Regions", "more\n[*** PCB Regions")),
+              "32:1 warning trailing-text ignored [more] \n"
+              "33:1 warning unknown-section ignored [[*** PCB Regions] \n");
 }
 
 TEST(GeometryBoundaryCheckTest, FindsAllFaultsInOnePass)
