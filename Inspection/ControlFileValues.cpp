@@ -255,10 +255,9 @@ void ControlFileValues::variable(const QString& address, Range word)
 bool ControlFileValues::isNameAndNumber(Range word)
 {
     const QStringView text = lines_.text(word).left(longestName);
-    double value = 0;
     for (int size = 1; size + 1 < text.size(); ++size) {
         if (isVariable(text.left(size).toString())
-            && !faultOf(Type::Number, {word.begin + size + 1, word.end}, value))
+            && isValue(Type::Number, {word.begin + size + 1, word.end}))
             return true;
     }
     return false;

@@ -354,6 +354,9 @@ TEST(GeometryBoundaryCheckTest, FindsSeveralFaultsOfOneRowOrSection)
     EXPECT_EQ(foundIn(with("12 kP 2.5", "no 12 2.5")),
               "37:1 error not-an-integer none [no] conditions/1/entity\n"
               "37:4 error missing-value none [] conditions/1/name\n");
+    EXPECT_EQ(foundIn(with("12 kP 2.5 0 -1", "no\n12 kP 2.5 0 -1")),
+              "37:1 error not-an-integer none [no] conditions/1/entity\n"
+              "37:3 error missing-value none [] conditions/1/name\n");
     EXPECT_EQ(foundIn(with("12 kP 2.5 0", "1;2 kP 2;5 0.5")),
               "37:1 error not-an-integer none [1;2] conditions/1/entity\n"
               "37:8 error not-a-number none [2;5] conditions/1/value\n"
