@@ -18,6 +18,8 @@ import unittest
 
 from support import PROGRAM, TIMEOUT, CommandTest, little_endian_results, start
 
+STEPS = 40  # after each of which a command is stopped for a while
+
 
 class StartTest(CommandTest):
     def files_read_by(self, *command):
@@ -236,7 +238,7 @@ class TerminalTest(CommandTest):
             self.assertEqual([line for line in lines if len(line) > 40 and "nereofile " not in line], [])
 
     def test_progress_is_shown_of_what_takes_longer_than_a_second_and_is_gone_at_the_end(self):
-        nodes = 5000000  # of which each takes 12 bytes, in no room on the disk
+        nodes = 20000000  # of which each takes 12 bytes, in no room on the disk
         with open(self.write("large.res", little_endian_results(["kU"], nodes, records=[])), "ab") as file:
             file.truncate(file.tell() + nodes * 12)
         self.write("large.cfg", "MaxIter 5\n" * 1200000)
@@ -250,13 +252,9 @@ class TerminalTest(CommandTest):
                 self.expect_progress(arguments.split(), end)
 
     def expect_progress(self, arguments, end):
-        for trial in range(50):  # until it is stopped while it reads
-            terminal = Terminal(60, *arguments, folder=self.folder, environment={})
-            time.sleep(0.02 * (1 + trial % 15))
-            terminal.process.send_signal(signal.SIGSTOP)
-            time.sleep(1.1)
-            terminal.process.send_signal(signal.SIGCONT)
-            out = terminal.output()
+        step = min(self.duration(arguments) for _ in range(3)) / STEPS
+        for _ in range(10):  # where something else holds the command up, a step may be all of its time
+            out = self.slowed_output(arguments, step)
             if "\r" in out:
                 break
         shown = out.split("\r")
@@ -265,6 +263,21 @@ class TerminalTest(CommandTest):
             self.assertLessEqual(len(line), 60 + len("\033[K"))
         self.assertGreater(len(shown), 2)
         self.assertTrue(shown[-1].startswith("\033[K" + end), shown[-1][:200])
+
+    def duration(self, arguments):
+        begin = time.monotonic()
+        self.on_terminal(60, *arguments)
+        return time.monotonic() - begin
+
+    def slowed_output(self, arguments, step):
+        """What a command shows that is stopped after each step, and so takes seconds on any machine."""
+        terminal = Terminal(60, *arguments, folder=self.folder, environment={})
+        for _ in range(STEPS):
+            time.sleep(step)
+            terminal.process.send_signal(signal.SIGSTOP)
+            time.sleep(0.1)
+            terminal.process.send_signal(signal.SIGCONT)
+        return terminal.output()
 
     def test_no_progress_is_shown_of_what_is_quick(self):
         self.sample("cavity.res")
