@@ -104,7 +104,7 @@ public:
     /// Tells of the bad characters before the line, when all that covers any of them has been said.
     void reportCharacters() { text_.reportCharactersBefore(begin_); }
 
-    /// The same up to the end of the line. False if nothing is told.
+    /// The same up to the end of the line. False if there are none that haven't been told.
     bool reportLine() { return text_.reportCharactersBefore(begin_ + lineEnd_); }
 
     void reportEnd() { text_.reportEnd(); }

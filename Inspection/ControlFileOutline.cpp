@@ -258,9 +258,9 @@ public:
         readFirstTitle();
         while (lines_.hasTitle())
             readSection();
-        tellDoubtfulTitle(order_.add());
+        titles_.addEnd();
         for (const Section& section : sections()) {
-            if (section.isAlwaysWritten && !isSeen(section) && !isMeant(section))
+            if (titles_.isMissing(numberOf(section)))
                 listener_.finding(
                     {Rule::MissingSection, lines_.place(0), section.address, {}, {section.name}});
         }
@@ -303,11 +303,6 @@ private:
         return seenSections_[std::size_t(numberOf(section))];
     }
 
-    std::bitset<32>::reference isMeant(const Section& section)
-    {
-        return meantSections_[std::size_t(numberOf(section))];
-    }
-
     void readHeader();
     void readSecondHeader();
     bool isSecondHeader(QStringView line) const;
@@ -318,7 +313,6 @@ private:
     void readSection();
     bool isTitleOf(const Section& section) const;
     void readUnknownSection(QStringView spelling, const QString& name);
-    void tellDoubtfulTitle(std::optional<int> place);
     std::optional<Discovery> lostTitle(int at = 0, TitleMark mark = TitleMark::Any); // and notes whose it is
     static const Section* meantSection(QStringView title, TitleMark mark);
     bool reportLostTitle();
@@ -354,13 +348,10 @@ private:
     const std::size_t mostRepeated_;
     const ControlFile new_; ///< what a writer writes of the header
     std::bitset<32> seenSections_;
-    std::bitset<32> meantSections_; ///< by a title that is no section's: they aren't missing besides
     SeenNames unknownSections_;
-    std::optional<Discovery> doubtfulTitle_; ///< an unknown or repeated one, until the next title is known
-    TitleOrder order_ {countOfWritten()};
+    SectionTitles titles_ {names(), countOfWritten(), listener_};
     ControlFileMaterials materials_;
-    const Section* following_ = nullptr; ///< the section that a writer puts behind this one
-    qint64 title_ = 0;                   ///< the number of the first character of the section's name
+    qint64 title_ = 0; ///< the number of the first character of the section's name
     int sectionCount_ = 0;
     bool isBehindLostTitle_ = false;
     std::optional<Discovery> movedUp_; ///< of the second header in the first line
@@ -430,7 +421,7 @@ Discovery ControlFileWalk::badHeader(const char* address, const QString& consequ
 void ControlFileWalk::titleAsHeader(const Section& section)
 {
     isHeaderMissing_ = true;
-    isMeant(section) = true;
+    titles_.setMeant(numberOf(section));
     Discovery discovery = movedUp_ ? *movedUp_ : badHeader("header/2");
     lines_.cover({0, lines_.lineEnd()});
     discovery.effect = Effect::Ignored;
@@ -465,7 +456,7 @@ void ControlFileWalk::readFirstTitle()
     Discovery discovery {Rule::MissingTitle, lines_.place(0), {}, excerpt(lines_.text())};
     lines_.cover({0, lines_.lineEnd()});
     lostTitle(); // whose section isn't missing besides
-    order_.addDoubtful();
+    titles_.addDoubtful();
     const bool isMovedDown = isSecondHeaderBad_ && isSecondHeader(lines_.text()); // by the line that is bad
     bool isIgnored = !isMovedDown && !lines_.text().trimmed().isEmpty();
     for (lines_.readLine(); lines_.hasLine(); lines_.nextLine())
@@ -490,19 +481,15 @@ void ControlFileWalk::readSection()
     const Section* const section = sectionOf(name);
     if (section == nullptr) {
         lines_.cover({begin, begin + int(spelling.size())});
-        following_ = nullptr;
         return readUnknownSection(spelling, name);
     }
-    const bool isRepeated = isSeen(*section);
-    if (isRepeated)
-        order_.addDoubtful();
-    tellDoubtfulTitle(isRepeated ? std::nullopt : order_.add(numberOf(*section)));
-    following_ = numberOf(*section) + 1 < countOfWritten() ? section + 1 : nullptr;
-
-    if (isRepeated && !listener_.onlyCounts(Rule::RepeatedSection)) {
-        doubtfulTitle_ =
-            Discovery {Rule::RepeatedSection, lines_.placeOf(title_), section->address, excerpt(spelling)};
-    }
+    if (!isSeen(*section))
+        titles_.add(numberOf(*section));
+    else if (listener_.onlyCounts(Rule::RepeatedSection))
+        titles_.addDoubtful();
+    else
+        titles_.addDoubtful(
+            Discovery {Rule::RepeatedSection, lines_.placeOf(title_), section->address, excerpt(spelling)});
     isSeen(*section) = true;
     lines_.readLine();
     if (!isTitleOf(*section)) // a title that is doubled is told of by itself
@@ -537,34 +524,16 @@ void ControlFileWalk::readUnknownSection(QStringView spelling, const QString& na
         if (repeated > 0 && !name.isEmpty())
             address += QLatin1Char('#') + QString::number(repeated + 1);
     }
-    const Section* const meant = isTold ? sectionOf(nearestName(name, names())) : nullptr;
-    if (meant != nullptr)
-        isMeant(*meant) = true;
-    tellDoubtfulTitle({});
-    order_.addDoubtful();
+    std::optional<Discovery> discovery;
     if (isTold) {
-        doubtfulTitle_ = Discovery {Rule::UnknownSection, lines_.placeOf(title_), address, excerpt(spelling)};
-        doubtfulTitle_->knownNames = &names();
+        if (const Section* const meant = sectionOf(nearestName(name, names())))
+            titles_.setMeant(numberOf(*meant));
+        discovery = Discovery {Rule::UnknownSection, lines_.placeOf(title_), address, excerpt(spelling)};
+        discovery->knownNames = &names();
     }
+    titles_.addDoubtful(discovery);
     lines_.readLine();
     readLines(address, {});
-}
-
-/// Tells of the doubtful title before this one. The section in whose place it stands isn't missing besides.
-void ControlFileWalk::tellDoubtfulTitle(std::optional<int> place)
-{
-    const Section* const section = place ? sections().first + *place : nullptr;
-    const bool isInPlace = section != nullptr && !isSeen(*section) && !isMeant(*section);
-    if (isInPlace)
-        isMeant(*section) = true;
-    if (!doubtfulTitle_)
-        return;
-    if (isInPlace) {
-        doubtfulTitle_->consequence =
-            translated("a writer puts the section \"%1\" here").arg(QLatin1String(section->name));
-    }
-    listener_.finding(*doubtfulTitle_);
-    doubtfulTitle_.reset();
 }
 
 /// What there is to say of a line that names a section and would be its title with other blanks and
@@ -573,12 +542,13 @@ std::optional<Discovery> ControlFileWalk::lostTitle(int at, TitleMark mark)
 {
     const Range range = lines_.restFrom(at);
     const QStringView title = lines_.text(range);
-    const bool isNext = following_ != nullptr && title.endsWith(QLatin1String(following_->name));
+    const std::optional<int> next = titles_.next();
+    const bool isNext = next && title.endsWith(names()[*next]);
     const Section* const section = meantSection(title, isNext ? TitleMark::Any : mark);
     if (section == nullptr)
         return {};
     isBehindLostTitle_ = true;
-    isMeant(*section) = true;
+    titles_.setMeant(numberOf(*section));
     lines_.cover(range);
     return Discovery {Rule::LostTitle, lines_.place(range.begin), section->address,
                       excerpt(lines_.text(range))};
@@ -934,12 +904,7 @@ int ControlFileWalk::countOfWritten()
 
 const QStringList& ControlFileWalk::names()
 {
-    static const QStringList names = [] {
-        QStringList all;
-        for (const Section& section : sections())
-            all.append(QLatin1String(section.name));
-        return all;
-    }();
+    static const QStringList names = sectionNamesOf(sections());
     return names;
 }
 

@@ -191,12 +191,7 @@ bool isOneOf(const char* const (&words)[count], QStringView text)
 
 const QStringList& sectionNames()
 {
-    static const QStringList names = [] {
-        QStringList all;
-        for (const GbiSection& section : Io::gbiSections)
-            all.append(QLatin1String(section.name));
-        return all;
-    }();
+    static const QStringList names = sectionNamesOf(Io::gbiSections);
     return names;
 }
 
@@ -213,9 +208,9 @@ public:
         readHeader();
         while (hasTitle())
             readSection();
-        tellDoubtfulTitle(order_.add());
-        for (std::size_t i = 0; i < isMet_.size(); ++i) {
-            if (!isMet_[i])
+        titles_.addEnd();
+        for (int i = 0; i < sectionNames().size(); ++i) {
+            if (titles_.isMissing(i))
                 reportMissing(Io::gbiSections[i]);
         }
         text_.reportEnd();
@@ -413,12 +408,10 @@ private:
         const QStringView name = sectionNameIn(line());
         const std::size_t number = sectionNumber(name);
         const GbiSection& section = Io::gbiSections[number];
-        lastSection_ = int(number);
         if (isRead_[number])
-            noteRepeated(section, name);
+            reportRepeatedSection(section, name);
         else
-            tellDoubtfulTitle(order_.add(int(number)));
-        isMet_[number] = true;
+            titles_.add(int(number));
         isRead_[number] = true;
         nextLine();
         if (!isAtEnd() && isWellWritten(line()) && sectionNumber(sectionNameIn(line())) == number)
@@ -431,8 +424,8 @@ private:
     /// The name of the section that a writer puts next.
     QStringView nextName() const
     {
-        const int next = lastSection_ + 1;
-        return next < sectionNames().size() ? QStringView(sectionNames()[next]) : QStringView();
+        const std::optional<int> next = titles_.next();
+        return next ? QStringView(sectionNames()[*next]) : QStringView();
     }
 
     /// Whether a line is the title of that section with a word for the mark, or before it.
@@ -447,16 +440,14 @@ private:
         return std::all_of(mark.begin() + wordFrom(mark, 0).size(), mark.end(), isOfMark);
     }
 
-    void noteRepeated(const GbiSection& section, QStringView name)
+    void reportRepeatedSection(const GbiSection& section, QStringView name)
     {
-        tellDoubtfulTitle({});
-        order_.addDoubtful();
         const qint64 begin = line_.begin + placeOf(name);
         text_.cover(begin, begin + name.size());
-        if (!listener_.onlyCounts(Rule::RepeatedSection)) {
-            doubtfulTitle_ = Discovery {Rule::RepeatedSection, text_.place(begin), addressOf(section.content),
-                                        excerpt(name)};
-        }
+        if (listener_.onlyCounts(Rule::RepeatedSection))
+            return titles_.addDoubtful();
+        titles_.addDoubtful(
+            Discovery {Rule::RepeatedSection, text_.place(begin), addressOf(section.content), excerpt(name)});
     }
 
     /// The section that was meant isn't missing besides.
@@ -467,34 +458,14 @@ private:
         const QStringView title = isName ? name : line().trimmed();
         const qint64 begin = line_.begin + placeOf(title);
         text_.cover(begin, begin + title.size());
-        tellDoubtfulTitle({});
-        order_.addDoubtful();
         if (listener_.onlyCounts(Rule::UnknownSection))
-            return;
+            return titles_.addDoubtful();
         const QStringList& names = sectionNames();
         const QString start = name.left(longestName + 1).toString();
-        const std::size_t meant = sectionNumber(nearestName(start, names));
-        if (meant < isMet_.size())
-            isMet_[meant] = true;
-        doubtfulTitle_ = Discovery {Rule::UnknownSection, text_.place(begin), {}, excerpt(title)};
-        doubtfulTitle_->consequence = suggestion(start, names);
-    }
-
-    /// Tells of the doubtful title before this one. The section in whose place it stands isn't missing
-    /// besides.
-    void tellDoubtfulTitle(std::optional<int> place)
-    {
-        const bool isInPlace = place && !isMet_[std::size_t(*place)];
-        if (isInPlace)
-            isMet_[std::size_t(*place)] = true;
-        if (!doubtfulTitle_)
-            return;
-        if (isInPlace) {
-            doubtfulTitle_->consequence = translated("a writer puts the section \"%1\" here")
-                                              .arg(QLatin1String(Io::gbiSections[*place].name));
-        }
-        listener_.finding(*doubtfulTitle_);
-        doubtfulTitle_.reset();
+        titles_.setMeant(int(sectionNumber(nearestName(start, names))));
+        Discovery discovery {Rule::UnknownSection, text_.place(begin), {}, excerpt(title)};
+        discovery.consequence = suggestion(start, names);
+        titles_.addDoubtful(discovery);
     }
 
     void readContent(const GbiSection& section)
@@ -521,7 +492,7 @@ private:
         const bool isList = QLatin1String(section.lines).startsWith(QLatin1String(Io::gbiListEnd));
         bool isEmpty = true;
         bool isEnded = false;
-        bool hasBadCharacters = false;      // of which the end of the list may be made
+        bool isLastBad = false;             // the last line, which may be a damaged end of the list
         std::optional<Discovery> behindEnd; // of the last list, if there are several
         for (; hasLine(); nextLine()) {
             const QStringView text = line().trimmed();
@@ -530,7 +501,7 @@ private:
             if (mayBeDamagedTitle(text) && namesSection(text))
                 break;
             isEmpty = false;
-            hasBadCharacters = (isList && text_.reportCharactersBefore(lineEnd())) || hasBadCharacters;
+            isLastBad = isList && text_.reportCharactersBefore(lineEnd());
             if (isList && isListEnd(wordFrom(text, 0))) {
                 isEnded = true;
                 behindEnd.reset();
@@ -543,7 +514,7 @@ private:
         }
         if (hasLine())
             reportUnknownSection();
-        if (isList && !isEnded && !hasBadCharacters)
+        if (isList && !isEnded && !isLastBad)
             reportMissingEnd();
         else if (behindEnd)
             listener_.finding(*behindEnd);
@@ -664,11 +635,8 @@ private:
         }
         if (!judges_)
             return;
-        if (const std::optional<Rule> fault = integerFault(word)) {
-            report(*fault, address(item), word);
-            if (isNumberAndMore(word))
-                isTwoInOne_ = true;
-        }
+        if (const std::optional<Rule> fault = integerFault(word))
+            reportBadNumber(*fault, address(item), word);
     }
 
     void readNumber(QStringView word, const char* item, int place = 0)
@@ -679,11 +647,15 @@ private:
         }
         if (!judges_)
             return;
-        if (const std::optional<Rule> fault = numberFault(word)) {
-            report(*fault, address(item, place), word);
-            if (isNumberAndMore(word))
-                isTwoInOne_ = true;
-        }
+        if (const std::optional<Rule> fault = numberFault(word))
+            reportBadNumber(*fault, address(item, place), word);
+    }
+
+    void reportBadNumber(Rule fault, const QString& address, QStringView word)
+    {
+        report(fault, address, word);
+        if (isNumberAndMore(word))
+            isTwoInOne_ = true;
     }
 
     /// Whether a bad word holds a number, any character and what may stand behind that number.
@@ -862,11 +834,8 @@ private:
     std::deque<Line> ahead_; ///< lines that have been read, behind this one
     bool isAtEnd_ = false;
 
-    std::array<bool, std::size(Io::gbiSections)> isMet_ = {}; ///< there, or meant by an unknown title
     std::array<bool, std::size(Io::gbiSections)> isRead_ = {};
-    int lastSection_ = -1; ///< the number of the one that is read, or was last
-    TitleOrder order_ {int(std::size(Io::gbiSections))};
-    std::optional<Discovery> doubtfulTitle_; ///< an unknown or repeated one, until the next title is known
+    SectionTitles titles_ {sectionNames(), sectionNames().size(), listener_};
 
     const char* list_ = "";   ///< the address of the section
     int number_ = 0;          ///< of the row in it

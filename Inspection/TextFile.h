@@ -46,8 +46,9 @@ public:
     /// Tells of the characters up to the next line that are none, and at the end of the file of all that are
     /// left. The parts that they are in come before.
     void reportCharacters();
-    bool reportCharactersBefore(qint64 index); ///< to one that has been read; false if there are none
-    void reportEnd();                          ///< and whether the file was read to its end
+    /// The same up to a character that has been read. False if there are none that haven't been told.
+    bool reportCharactersBefore(qint64 index);
+    void reportEnd(); ///< and whether the file was read to its end
 
 private:
     Listener& listener_;

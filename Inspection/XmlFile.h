@@ -74,7 +74,6 @@ public:
     void reportEnd();
 
 private:
-    void reportFaults();
     using Token = QXmlStreamReader::TokenType;
 
     struct Range {
@@ -85,6 +84,7 @@ private:
     bool isAt(Token token) const { return token_ == token; }
     bool readNext();
     TextPlaces& places();
+    void reportFaults();
     qint64 end() const { return xml_.characterOffset(); }
     qint64 cleanEnd();
     bool isTagInFile();

@@ -317,18 +317,20 @@ TEST(GeometryBoundaryCheckTest, FindsBadCharacters)
                                       "properties/4/name\n";
     const std::string version = "3:9 warning bad-version ignored [2024.0.0.\xEF\xBF\xBD] version\n";
     const std::pair<std::string, std::string> cases[] = {
-        {with("cavity",         "cav\xFFity"),                                                    "1:4 warning not-utf8 none [FF] job\n"              },
-        {with("NEREO 2024",     "NEREO\xFF"),                                                     "2:6 warning not-utf8 none [FF] program\n"          },
-        {with("\"Air",          "\"\xFF\xFE"),                                                    "9:4 warning not-utf8 none [FF] properties/1/name\n"},
-        {with("2 \"Stain",      names + "5 \"Stain"),                                             repeatedNames                                       },
-        {good + "\xC3",         "48:1 warning not-utf8 none [C3] \n"                            },
-        {with("cavity",          "cav\rity"),                      "1:4 warning stray-character none [] job\n"                                                    },
-        {with("cavity",         "cav\0ity"s),                      "1:4 warning stray-character none [] job\n"},
-        {with("meter",           "met\xFF"),         "13:1 error unknown-word none [met\xEF\xBF\xBD] units\n"                                                    },
-        {with("*** Nodes\n", "*** Nodes\n\xFF\n"),                             "17:1 warning not-utf8 none [FF] \n"},
-        {with("PCB Regions\n-1", "PCB Regions\n\xFF"),                             "33:1 warning not-utf8 none [FF] \n"                                                    },
-        {with("*** Nodes",      "**\xFF Nodes"), "16:1 warning unknown-section ignored [**\xEF\xBF\xBD Nodes] \n"},
-        {with("2024.0.0.0",     "2024.0.0.\xFF"),                                                          version                                                    },
+        {with("cavity",                        "cav\xFFity"),                                                    "1:4 warning not-utf8 none [FF] job\n"              },
+        {with("NEREO 2024",                    "NEREO\xFF"),                                                     "2:6 warning not-utf8 none [FF] program\n"          },
+        {with("\"Air",                         "\"\xFF\xFE"),                                                    "9:4 warning not-utf8 none [FF] properties/1/name\n"},
+        {with("2 \"Stain",                     names + "5 \"Stain"),                                             repeatedNames                                       },
+        {good + "\xC3",                        "48:1 warning not-utf8 none [C3] \n"                            },
+        {with("cavity",                         "cav\rity"),                      "1:4 warning stray-character none [] job\n"                                                    },
+        {with("cavity",                        "cav\0ity"s),                      "1:4 warning stray-character none [] job\n"},
+        {with("meter",                          "met\xFF"),         "13:1 error unknown-word none [met\xEF\xBF\xBD] units\n"                                                    },
+        {with("*** Nodes\n",                "*** Nodes\n\xFF\n"),                             "17:1 warning not-utf8 none [FF] \n"},
+        {with("PCB Regions\n-1",                "PCB Regions\n\xFF"),                             "33:1 warning not-utf8 none [FF] \n"                                                    },
+        {with("PCB Regions\n-1 kP 0.0\n", "PCB Regions\n\xFF kP\n3 kP 0.0\n"),
+         "33:1 warning not-utf8 none [FF] \n35:1 error missing-end none [] \n"},
+        {with("*** Nodes",                     "**\xFF Nodes"), "16:1 warning unknown-section ignored [**\xEF\xBF\xBD Nodes] \n"                                                                                     },
+        {with("2024.0.0.0",                    "2024.0.0.\xFF"),                                                          version},
     };
     for (const auto& [bytes, lines] : cases)
         EXPECT_EQ(foundIn(bytes), lines) << bytes;
